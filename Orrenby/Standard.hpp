@@ -1,0 +1,6 @@
+#pragma once
+
+/// @file
+/// Everything of the first floor: what the standard library's own value types lack.
+
+#include "Orrenby/Platform/Export.hpp"

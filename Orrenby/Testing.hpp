@@ -1,0 +1,6 @@
+#pragma once
+
+/// @file
+/// The public test kit. Nothing of the library includes it.
+
+#include "Orrenby/Platform/Export.hpp"

@@ -1,0 +1,6 @@
+#pragma once
+
+/// @file
+/// Everything of the second floor: the library's own types.
+
+#include "Orrenby/Platform/Export.hpp"

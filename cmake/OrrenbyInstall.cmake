@@ -1,0 +1,1 @@
+# What an installed Orrenby consists of.
