@@ -42,6 +42,8 @@ function(orrenby_floor name)
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}
         LINKER_LANGUAGE CXX # also while a floor consists of headers alone
+        DEFINE_SYMBOL ""    # static and shared objects are the same, so the compiler cache serves both
+        INSTALL_RPATH $ORIGIN
         CXX_EXTENSIONS OFF
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
