@@ -34,7 +34,8 @@ public:
     {
     }
 
-    /// Reads the text form, digits of either case; nothing for any other text, braces and blanks around it included.
+    /// Reads the text form, digits of either case; nothing for any other text, braces and blanks around it
+    /// included.
     ORRENBY_EXPORT static std::optional<UUID> make(std::string_view text);
 
     /// A new one of version 4 from the current world's source.

@@ -12,8 +12,8 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// A moment, as seconds since 1970-01-01T00:00:00Z.
 ///
-/// It knows no calendar, zone or locale: days, months and printed forms for people belong to the formatters. Leap seconds are
-/// not counted, as everywhere on this platform.
+/// It knows no calendar, zone or locale: days, months and printed forms for people belong to the formatters.
+/// Leap seconds are not counted, as everywhere on this platform.
 ///
 /// @snippet Tests/Platform/Time/DateTests.cpp Reckoning with moments
 ///
@@ -23,7 +23,8 @@ public:
     /// 1970-01-01T00:00:00Z.
     constexpr Date() noexcept = default;
 
-    /// @param seconds  Seconds since 1970-01-01T00:00:00Z, negative before it. Infinite ones are the ends of time.
+    /// @param seconds  Seconds since 1970-01-01T00:00:00Z, negative before it. Infinite ones are the ends of
+    /// time.
     constexpr explicit Date(double seconds) noexcept
         : m_seconds(seconds)
     {
@@ -45,8 +46,8 @@ public:
 
     /// The moment in UTC, whole seconds rounded down: `2026-11-21 10:00:00 +0000`.
     ///
-    /// Years before 1 and after 9999 carry their sign (`-0043`, `+12026`). A moment beyond a billion years, or none at all, is
-    /// written as its seconds: `inf`.
+    /// Years before 1 and after 9999 carry their sign (`-0043`, `+12026`). A moment beyond a billion years,
+    /// or none at all, is written as its seconds: `inf`.
     ORRENBY_EXPORT std::string description() const;
 
     constexpr Date& operator+=(double seconds) noexcept
@@ -60,9 +61,18 @@ public:
         return *this;
     }
 
-    friend constexpr Date operator+(Date date, double seconds) noexcept { return Date(date.m_seconds + seconds); }
-    friend constexpr Date operator-(Date date, double seconds) noexcept { return Date(date.m_seconds - seconds); }
-    friend constexpr double operator-(Date later, Date earlier) noexcept { return later.secondsSince(earlier); }
+    friend constexpr Date operator+(Date date, double seconds) noexcept
+    {
+        return Date(date.m_seconds + seconds);
+    }
+    friend constexpr Date operator-(Date date, double seconds) noexcept
+    {
+        return Date(date.m_seconds - seconds);
+    }
+    friend constexpr double operator-(Date later, Date earlier) noexcept
+    {
+        return later.secondsSince(earlier);
+    }
 
     friend constexpr bool operator==(Date, Date) noexcept = default;
     friend constexpr std::partial_ordering operator<=>(Date, Date) noexcept = default;
@@ -75,5 +85,8 @@ private:
 
 /// Equal moments hash alike, 0 and −0 included.
 template <> struct std::hash<orrenby::Date> {
-    std::size_t operator()(orrenby::Date date) const noexcept { return std::hash<double>()(date.secondsSince1970()); }
+    std::size_t operator()(orrenby::Date date) const noexcept
+    {
+        return std::hash<double>()(date.secondsSince1970());
+    }
 };

@@ -1,0 +1,86 @@
+#pragma once
+
+/// @file
+/// What the library knows of the world outside the process, in one replaceable place.
+
+#include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/World/Bundle.hpp"
+#include "Orrenby/Platform/World/OperatingSystemVersion.hpp"
+#include <memory>
+
+namespace orrenby::inline ORRENBY_ABI {
+
+class Clock;
+class RandomSource;
+class UUIDSource;
+
+/// The sources of time, chance, names and facts about the platform that the library reads.
+///
+/// Everything that waits, dates, draws or names goes through `World::current()`, so a test can hold the clock
+/// and know the random numbers. A world does not change once it is current; to change something, copy it and
+/// put the copy in its place.
+///
+/// @snippet Tests/Platform/World/WorldTests.cpp Replacing a source
+///
+/// A value of shared sources. Safe to read from several threads; see `setCurrent` and `Override` for when to
+/// replace the current one.
+class ORRENBY_EXPORT World {
+public:
+    /// The platform's own sources, version 13.0.0, and a main bundle without identifier.
+    World();
+    World(const World&);
+    World& operator=(const World&);
+    ~World();
+
+    /// The one everything is read through. Costs one load.
+    static const World& current() noexcept;
+
+    /// Replaces the current world for the rest of the process: at start-up, before other threads read it.
+    /// Each one set is kept for ever, because someone may still be reading it.
+    static void setCurrent(World world);
+
+    Clock& clock() const noexcept { return *m_clock; }
+    void setClock(std::shared_ptr<Clock> clock);
+
+    RandomSource& random() const noexcept { return *m_random; }
+    void setRandom(std::shared_ptr<RandomSource> random);
+
+    UUIDSource& uuids() const noexcept { return *m_uuids; }
+    void setUUIDs(std::shared_ptr<UUIDSource> uuids);
+
+    OperatingSystemVersion operatingSystemVersion() const noexcept { return m_operatingSystemVersion; }
+    void setOperatingSystemVersion(OperatingSystemVersion version) noexcept
+    {
+        m_operatingSystemVersion = version;
+    }
+
+    Bundle mainBundle() const { return m_mainBundle; }
+    void setMainBundle(Bundle bundle);
+
+    class Override;
+
+private:
+    std::shared_ptr<Clock> m_clock;
+    std::shared_ptr<RandomSource> m_random;
+    std::shared_ptr<UUIDSource> m_uuids;
+    OperatingSystemVersion m_operatingSystemVersion;
+    Bundle m_mainBundle;
+};
+
+/// Replaces the current world while it lives, for tests.
+///
+/// Several nest like the scopes they stand in. Threads that read the world must have started after it and be
+/// done before it ends.
+class ORRENBY_EXPORT World::Override {
+public:
+    explicit Override(World world);
+    Override(const Override&) = delete;
+    Override& operator=(const Override&) = delete;
+    ~Override();
+
+private:
+    World m_world;
+    const World* m_previous;
+};
+
+} // namespace orrenby
