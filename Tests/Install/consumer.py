@@ -1,0 +1,79 @@
+#!/usr/bin/env python3
+"""Installs the library into a temporary folder, then builds and runs a small program against what is there:
+once found through CMake, once through pkg-config. With --static the library is built anew as static libraries first."""
+
+import argparse
+import os
+import pathlib
+import shlex
+import subprocess
+import sys
+import tempfile
+
+CONSUMER = pathlib.Path(__file__).resolve().parent / "Consumer"
+SOURCE_TREE = CONSUMER.parent.parent.parent
+EXPECTED = "released by the installed library's make\n"
+WARNINGS = ["-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow", "-Werror"]
+
+
+def run(*command, **options):
+    print("+", shlex.join(str(word) for word in command), flush=True)
+    return subprocess.run([str(word) for word in command], check=True, **options)
+
+
+def check_output(program, environment=None):
+    printed = run(program, stdout=subprocess.PIPE, text=True, env=environment).stdout
+    if printed != EXPECTED:
+        sys.exit(f"{program} printed {printed!r} instead of {EXPECTED!r}")
+
+
+def build_static(build, arguments):
+    flags = [f"-DCMAKE_CXX_COMPILER={arguments.compiler}", f"-DCMAKE_CXX_FLAGS={arguments.flags}",
+             f"-DCMAKE_BUILD_TYPE={arguments.build_type}", f"-DORRENBY_DIAGNOSTICS={arguments.diagnostics}"]
+    run(arguments.cmake, "-G", "Ninja", "-S", SOURCE_TREE, "-B", build, "-DBUILD_SHARED_LIBS=OFF", "-DORRENBY_TESTS=OFF",
+        "-DORRENBY_EXAMPLES=OFF", *flags)
+    run(arguments.cmake, "--build", build)
+
+
+def through_cmake(prefix, build, arguments):
+    run(arguments.cmake, "-G", "Ninja", "-S", CONSUMER, "-B", build, f"-DCMAKE_PREFIX_PATH={prefix}",
+        f"-DCMAKE_CXX_COMPILER={arguments.compiler}", f"-DCMAKE_CXX_FLAGS={arguments.flags}")
+    run(arguments.cmake, "--build", build)
+    check_output(build / "consumer")
+
+
+def through_pkg_config(prefix, program, arguments):
+    libraries = prefix / arguments.libdir
+    environment = dict(os.environ, PKG_CONFIG_PATH=str(libraries / "pkgconfig"))
+    kind = ["--static"] if arguments.static else []
+    flags = run("pkg-config", *kind, "--cflags", "--libs", "orrenby", env=environment, stdout=subprocess.PIPE, text=True)
+    run(arguments.compiler, "-std=c++20", *WARNINGS, *shlex.split(arguments.flags), CONSUMER / "Consumer.cpp", "-o", program,
+        *shlex.split(flags.stdout))
+    check_output(program, dict(os.environ, LD_LIBRARY_PATH=str(libraries)))
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--build", required=True, type=pathlib.Path, help="the build folder to install from")
+    parser.add_argument("--cmake", default="cmake")
+    parser.add_argument("--compiler", default="c++")
+    parser.add_argument("--flags", default="", help="compiler options of the build, for example of a sanitizer")
+    parser.add_argument("--build-type", default="Debug")
+    parser.add_argument("--diagnostics", default="OFF")
+    parser.add_argument("--libdir", default="lib")
+    parser.add_argument("--static", action="store_true")
+    arguments = parser.parse_args()
+
+    with tempfile.TemporaryDirectory(prefix="orrenby-install-") as folder:
+        folder = pathlib.Path(folder)
+        build = arguments.build
+        if arguments.static:
+            build = folder / "static"
+            build_static(build, arguments)
+        run(arguments.cmake, "--install", build, "--prefix", folder / "prefix", stdout=subprocess.DEVNULL)
+        through_cmake(folder / "prefix", folder / "consumer", arguments)
+        through_pkg_config(folder / "prefix", folder / "consumer-of-pkg-config", arguments)
+
+
+if __name__ == "__main__":
+    main()
