@@ -19,8 +19,9 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// Base of an error type that says how it looks as a platform error object.
 ///
-/// `Derived` declares any of the three operations below again to replace its default, and overrides `description()`.
-/// Copying and bridging follow from them. Export a type that is thrown across a library's edge.
+/// `Derived` declares any of the three operations below again to replace its default, and overrides
+/// `description()`. Copying and bridging follow from them. Export a type that is thrown across a library's
+/// edge.
 ///
 /// @snippet Tests/Platform/Errors/CustomNSErrorTests.cpp Declaring an error type
 ///
@@ -28,24 +29,29 @@ namespace orrenby::inline ORRENBY_ABI {
 template <class Derived> class CustomNSError : public Error {
 public:
     /// Whose codes these are. By default the printed name of the type.
-    static std::string errorDomain() { return std::string(typeName<Derived>()); }
+    static std::string errorDomain() { return typeName<Derived>(); }
 
     std::int64_t errorCode() const { return 1; }
 
     /// Empty by default.
     Dictionary errorUserInfo() const { return {}; }
 
+    std::string debugDescription() const override
+    {
+        return typeName<Derived>() + "(" + this->description() + ")";
+    }
     std::unique_ptr<Error> clone() const override { return std::make_unique<Derived>(self()); }
-    NSError nsError() const override { return NSError(Derived::errorDomain(), self().errorCode(), self().errorUserInfo()); }
+    NSError nsError() const override
+    {
+        return NSError(Derived::errorDomain(), self().errorCode(), self().errorUserInfo());
+    }
     std::optional<NSError> customNSError() const override { return this->nsError(); }
 
-    /// Lets `Derived` default its comparison: the bases have no state to compare. Whole errors compare only by what `Derived` says.
+    /// Lets `Derived` default its comparison: the bases have no state to compare. Whole errors compare only
+    /// by what `Derived` says.
     template <class Base>
         requires(std::is_base_of_v<Base, Derived> && !std::same_as<Base, Derived>)
-    friend bool operator==(const Base&, const Base&) noexcept
-    {
-        return true;
-    }
+    friend bool operator==(const Base&, const Base&) noexcept { return true; }
 
 protected:
     CustomNSError() noexcept = default;

@@ -47,19 +47,19 @@ public:
 protected:
     /// Which throw lets the run time, which alone knows all bases of a type, compare types.
     enum class Match {
-        None, ///< The exact type is the only one.
+        None,      ///< The exact type is the only one.
         Exception, ///< `rethrow()` throws the very object that is held.
-        Pointer, ///< `throwPointer()` throws the address of the object that is held.
+        Pointer,   ///< `throwPointer()` throws the address of the object that is held.
     };
 
-    /// @param exception  What is held, if it is a `std::exception`.
-    ErrorBox(Match match, const std::exception* exception) noexcept
+    explicit ErrorBox(Match match) noexcept
         : m_match(match)
-        , m_exception(exception)
     {
     }
 
+    /// What is held, if it is a `std::exception`. Set once, while the box is made.
     const std::exception* exception() const noexcept { return m_exception; }
+    void setException(const std::exception& exception) noexcept { m_exception = &exception; }
 
     /// Of what is held, if that is known to be exactly of `type`.
     virtual const void* address(const std::type_info& type) const noexcept = 0;
@@ -90,26 +90,33 @@ private:
     }
 
     Match m_match;
-    const std::exception* m_exception;
+    const std::exception* m_exception = nullptr;
 };
 
 template <class Value> class ErrorValueBox final : public ErrorBox {
 public:
     template <class Source>
     explicit ErrorValueBox(Source&& value)
-        : ErrorBox(std::is_class_v<Value> ? Match::Pointer : Match::None, exceptionIn(m_value))
+        : ErrorBox(std::is_class_v<Value> ? Match::Pointer : Match::None)
         , m_value(std::forward<Source>(value))
     {
+        if constexpr (std::derived_from<Value, std::exception>)
+            setException(m_value);
     }
 
     bool isErrorValue() const noexcept override { return ErrorValue<Value>; }
-    std::string description() const override { return std::string(describe(m_value)); }
-    std::string debugDescription() const override { return std::string(debugDescribe(m_value)); }
+
+    std::string description() const override { return describe(m_value); }
+
+    std::string debugDescription() const override { return debugDescribe(m_value); }
     NSError nsError() const override { return bridged(m_value); }
     [[noreturn]] void rethrow() const override { throw Value(m_value); }
 
 private:
-    const void* address(const std::type_info& type) const noexcept override { return type == typeid(Value) ? &m_value : nullptr; }
+    const void* address(const std::type_info& type) const noexcept override
+    {
+        return type == typeid(Value) ? &m_value : nullptr;
+    }
 
     [[noreturn]] void throwPointer() const override
     {
@@ -117,15 +124,6 @@ private:
             throw &m_value;
         else
             ErrorBox::throwPointer();
-    }
-
-    /// The address alone is taken: the value is made after the base.
-    static const std::exception* exceptionIn(const Value& value) noexcept
-    {
-        if constexpr (std::derived_from<Value, std::exception>)
-            return &value;
-        else
-            return nullptr;
     }
 
     Value m_value;

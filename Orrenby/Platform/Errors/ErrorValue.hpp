@@ -16,9 +16,11 @@
 
 namespace orrenby::inline ORRENBY_ABI {
 
-/// Whether values of a type are errors. True for everything derived from `std::exception`, the library's error types included.
+/// Whether values of a type are errors. True for everything derived from `std::exception`, the library's
+/// error types included.
 ///
-/// A plain enumeration or struct opts in: `template <> inline constexpr bool orrenby::isErrorValue<LoadFailure> = true;`
+/// A plain enumeration or struct opts in: `template <> inline constexpr bool
+/// orrenby::isErrorValue<LoadFailure> = true;`
 template <class T> inline constexpr bool isErrorValue = std::is_base_of_v<std::exception, T>;
 
 /// An error value of any type.
@@ -37,7 +39,7 @@ template <class T> NSError bridged(const T& value)
     else if constexpr (std::is_enum_v<T>)
         return NSError(typeName<T>(), static_cast<std::int64_t>(value));
     else
-        return NSError(typeName<T>(), 1, { { std::string(NSLocalizedDescriptionKey), describe(value) } });
+        return NSError(typeName<T>(), 1, {{std::string(NSLocalizedDescriptionKey), describe(value)}});
 }
 
 } // namespace detail

@@ -17,9 +17,11 @@
 
 namespace orrenby::inline ORRENBY_ABI {
 
-/// An error as domain, code and user information, the form in which errors of all types can be reported and compared.
+/// An error as domain, code and user information, the form in which errors of all types can be reported and
+/// compared.
 ///
-/// A handle: copies share one immutable object. It can be thrown, and it can be derived from; a subclass overrides `clone()`.
+/// A handle: copies share one immutable object. It can be thrown, and it can be derived from; a subclass
+/// overrides `clone()`.
 ///
 /// @snippet Tests/Platform/Errors/NSErrorTests.cpp Reading a platform error
 ///
@@ -38,8 +40,8 @@ public:
     std::int64_t code() const noexcept;
     const Dictionary& userInfo() const noexcept;
 
-    /// The text under `NSLocalizedDescriptionKey`, in the user information or else from the domain's provider; without either,
-    /// a sentence that names domain and code.
+    /// The text under `NSLocalizedDescriptionKey`, in the user information or else from the domain's
+    /// provider; without either, a sentence that names domain and code.
     std::string localizedDescription() const;
 
     /// The error under `NSUnderlyingErrorKey`, if it is one.
@@ -48,7 +50,8 @@ public:
     /// Whether both handles share one object.
     bool isSame(const NSError& other) const noexcept { return m_contents == other.m_contents; }
 
-    /// `Error Domain=D Code=1`, then the localised description in quotes and ` UserInfo=[…]` where there are any.
+    /// `Error Domain=D Code=1`, then the localised description in quotes and ` UserInfo=[…]` where there are
+    /// any.
     std::string description() const override;
 
     std::unique_ptr<Error> clone() const override;
@@ -60,7 +63,8 @@ public:
     /// By domain, code and user information; the class does not matter.
     ORRENBY_EXPORT friend bool operator==(const NSError& first, const NSError& second);
 
-    /// Sets what answers for errors of `domain`; an empty provider removes the one there is. Safe to use from several threads.
+    /// Sets what answers for errors of `domain`; an empty provider removes the one there is. Safe to use from
+    /// several threads.
     static void setUserInfoValueProvider(std::string_view domain, UserInfoValueProvider provider);
 
     /// Empty when the domain has none. Safe to use from several threads.

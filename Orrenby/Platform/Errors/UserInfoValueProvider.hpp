@@ -17,8 +17,8 @@ class NSError;
 
 /// Answers for user-information entries that errors of one domain do not carry themselves.
 ///
-/// It is called with the error and a key and gives the value, or null for a key it does not know. `NSError` keeps one for each
-/// domain. Copies share the callable, which must not change when it is called.
+/// It is called with the error and a key and gives the value, or null for a key it does not know. `NSError`
+/// keeps one for each domain. Copies share the callable, which must not change when it is called.
 ///
 /// As safe to use from several threads as the callable is.
 class UserInfoValueProvider {
@@ -27,8 +27,9 @@ public:
     UserInfoValueProvider() noexcept = default;
 
     template <class F>
-        requires(!std::same_as<std::remove_cvref_t<F>, UserInfoValueProvider>
-                 && std::is_invocable_r_v<Any, const std::remove_cvref_t<F>&, const NSError&, std::string_view>)
+        requires(
+            !std::same_as<std::remove_cvref_t<F>,
+                UserInfoValueProvider> && std::is_invocable_r_v<Any, const std::remove_cvref_t<F>&, const NSError&, std::string_view>)
     UserInfoValueProvider(F&& provider)
         : m_callable(std::make_shared<const Callable<std::remove_cvref_t<F>>>(std::forward<F>(provider)))
     {
@@ -37,7 +38,10 @@ public:
     explicit operator bool() const noexcept { return m_callable != nullptr; }
 
     /// Null when there is no provider.
-    Any operator()(const NSError& error, std::string_view key) const { return m_callable ? m_callable->call(error, key) : Any(); }
+    Any operator()(const NSError& error, std::string_view key) const
+    {
+        return m_callable ? m_callable->call(error, key) : Any();
+    }
 
 private:
     struct Base {
