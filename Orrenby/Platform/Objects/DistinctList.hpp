@@ -1,0 +1,51 @@
+#pragma once
+
+/// @file
+/// What both sets of values of any kind are made of.
+
+#include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Any.hpp"
+#include "Orrenby/Platform/Objects/HashIndex.hpp"
+#include <cstddef>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orrenby::inline ORRENBY_ABI::detail {
+
+/// Values of any kind, each at most once, in the order in which they came. Lookup O(1) on average, erasing
+/// linear.
+class ORRENBY_EXPORT DistinctList {
+public:
+    using value_type = Any;
+    using const_iterator = const Any*;
+    using iterator = const_iterator;
+
+    DistinctList() = default;
+    DistinctList(const Any* first, const Any* last);
+
+    /// Whether the value was new. A value that is there already keeps its place.
+    bool insert(Any value);
+    /// Whether the value was there.
+    bool erase(const Any& value);
+    void clear() noexcept;
+    bool contains(const Any& value) const { return indexOf(value).has_value(); }
+
+    std::size_t size() const noexcept { return m_objects.size(); }
+    bool empty() const noexcept { return m_objects.empty(); }
+    const_iterator begin() const noexcept { return m_objects.data(); }
+    const_iterator end() const noexcept { return m_objects.data() + m_objects.size(); }
+
+protected:
+    std::optional<std::size_t> indexOf(const Any& value) const;
+    const std::vector<Any>& objects() const noexcept { return m_objects; }
+    bool hasSameMembers(const DistinctList& other) const;
+    std::size_t unorderedHash() const;
+
+private:
+    std::vector<Any> m_objects;
+    HashIndex m_index;
+};
+
+} // namespace orrenby::inline ORRENBY_ABI::detail
