@@ -87,7 +87,7 @@ private:
 AnyError::AnyError(std::exception_ptr thrown)
 {
     if (!thrown)
-        fatalError("AnyError needs a thrown exception", "Platform/Errors/AnyError", 86);
+        fatalError("AnyError needs a thrown exception", "Platform/Errors/AnyError", 90);
     try {
         std::rethrow_exception(thrown);
     } catch (const AnyError& other) {
