@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Installs the library into a temporary folder, then builds and runs a small program against what is there:
-once found through CMake, once through pkg-config. With --static the library is built anew as static libraries first."""
+once found through CMake, once through pkg-config. A program compiled for the other configuration, diagnostic or plain, must
+not link. With --static the library is built anew as static libraries first."""
 
 import argparse
 import os
@@ -42,14 +43,33 @@ def through_cmake(prefix, build, arguments):
     check_output(build / "consumer")
 
 
-def through_pkg_config(prefix, program, arguments):
-    libraries = prefix / arguments.libdir
+def pkg_config_flags(libraries, arguments):
     environment = dict(os.environ, PKG_CONFIG_PATH=str(libraries / "pkgconfig"))
     kind = ["--static"] if arguments.static else []
     flags = run("pkg-config", *kind, "--cflags", "--libs", "orrenby", env=environment, stdout=subprocess.PIPE, text=True)
-    run(arguments.compiler, "-std=c++20", *WARNINGS, *shlex.split(arguments.flags), CONSUMER / "Consumer.cpp", "-o", program,
-        *shlex.split(flags.stdout))
+    return shlex.split(flags.stdout)
+
+
+def compile_command(program, flags, arguments):
+    return [arguments.compiler, "-std=c++20", *WARNINGS, *shlex.split(arguments.flags), CONSUMER / "Consumer.cpp", "-o", program,
+            *flags]
+
+
+def through_pkg_config(prefix, program, arguments):
+    libraries = prefix / arguments.libdir
+    run(*compile_command(program, pkg_config_flags(libraries, arguments), arguments))
     check_output(program, dict(os.environ, LD_LIBRARY_PATH=str(libraries)))
+
+
+def other_configuration_does_not_link(prefix, program, arguments):
+    flags = pkg_config_flags(prefix / arguments.libdir, arguments)
+    define = "-DORRENBY_DIAGNOSTICS"
+    flags = [flag for flag in flags if flag != define] if define in flags else [define, *flags]
+    command = [str(word) for word in compile_command(program, flags, arguments)]
+    print("+ (must not link)", shlex.join(command), flush=True)
+    result = subprocess.run(command, stderr=subprocess.PIPE, text=True, env=dict(os.environ, LC_ALL="C"))
+    if result.returncode == 0 or "undefined reference" not in result.stderr:
+        sys.exit(f"A program of the other configuration was not refused by the linker:\n{result.stderr}")
 
 
 def main():
@@ -73,6 +93,7 @@ def main():
         run(arguments.cmake, "--install", build, "--prefix", folder / "prefix", stdout=subprocess.DEVNULL)
         through_cmake(folder / "prefix", folder / "consumer", arguments)
         through_pkg_config(folder / "prefix", folder / "consumer-of-pkg-config", arguments)
+        other_configuration_does_not_link(folder / "prefix", folder / "consumer-of-the-other-kind", arguments)
 
 
 if __name__ == "__main__":
