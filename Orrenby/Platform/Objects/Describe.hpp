@@ -172,6 +172,15 @@ template <class T> std::string describeScalar(const T& value)
 
 template <class T> constexpr bool isScalar = std::is_arithmetic_v<T> || std::is_enum_v<T>;
 
+/// Whether the text is a pointer to nothing.
+template <class T> bool isNullText(const T& text)
+{
+    if constexpr (std::is_pointer_v<T>)
+        return text == nullptr;
+    else
+        return false;
+}
+
 } // namespace detail
 
 template <class T> std::string describe(const T& value)
@@ -184,8 +193,8 @@ template <class T> std::string describe(const T& value)
         return std::string(1, value);
     else if constexpr (detail::isScalar<T>)
         return detail::describeScalar(value);
-    else if constexpr (std::is_convertible_v<const T&, std::string_view> && detail::isTextType<T>)
-        return std::string(std::string_view(value));
+    else if constexpr (detail::isTextType<T>)
+        return detail::isNullText(value) ? "none" : std::string(std::string_view(value));
     else if constexpr (std::is_pointer_v<T> && std::is_object_v<std::remove_pointer_t<T>>)
         return value != nullptr ? describe(*value) : "none";
     else if constexpr (std::is_pointer_v<T> && std::is_void_v<std::remove_pointer_t<T>>)
@@ -208,8 +217,8 @@ template <class T> std::string debugDescribe(const T& value)
         return detail::quoted(std::string_view(&value, 1));
     else if constexpr (detail::isScalar<T>)
         return detail::describeScalar(value);
-    else if constexpr (std::is_convertible_v<const T&, std::string_view> && detail::isTextType<T>)
-        return detail::quoted(value);
+    else if constexpr (detail::isTextType<T>)
+        return detail::isNullText(value) ? "none" : detail::quoted(value);
     else if constexpr (std::is_pointer_v<T> && std::is_object_v<std::remove_pointer_t<T>>)
         return value != nullptr ? debugDescribe(*value) : "none";
     else if constexpr (std::is_pointer_v<T>)
