@@ -23,7 +23,7 @@ std::atomic<const World*>& currentWorld()
 template <class Source> void replace(std::shared_ptr<Source>& place, std::shared_ptr<Source> source)
 {
     if (!source)
-        fatalError("A world needs every source", "Platform/World/World", 27);
+        fatalError("A world needs every source", "Platform/World/World", 26);
     place = std::move(source);
 }
 
