@@ -1,0 +1,18 @@
+#pragma once
+
+/// @file
+/// What the Rx engine itself can fail with.
+
+#include "Orrenby/Platform/Errors/CustomNSError.hpp"
+
+namespace orrenby::inline ORRENBY_ABI::StreamsRx {
+
+/// The subject was disposed, so it has no value any more.
+class ORRENBY_EXPORT DisposedError final : public CustomNSError<DisposedError> {
+public:
+    DisposedError() noexcept;
+    ~DisposedError() override;
+    std::string description() const override;
+};
+
+} // namespace orrenby::StreamsRx
