@@ -8,10 +8,10 @@
 #include "Orrenby/Platform/Objects/FatalError.hpp"
 #include "Orrenby/Platform/Objects/Never.hpp"
 #include <concepts>
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <utility>
-#include <variant>
 
 namespace orrenby::inline ORRENBY_ABI::Streams {
 
@@ -19,82 +19,151 @@ namespace orrenby::inline ORRENBY_ABI::Streams {
 /// end the stream.
 ///
 /// `Failure` may be any type; `Never` says that the stream cannot fail, `AnyError` that it may fail with
-/// anything. Both may be the same type. A plain value, trivially copyable if both types are.
+/// anything. Both may be the same type. A plain value, trivially copyable if both types are. Their moves must
+/// not throw.
 ///
 /// @snippet Tests/Utilities/Streams/PayloadTests.cpp Reading a payload
 template <typename OutputType, typename FailureType> class Payload {
+    // One flag and a union instead of a variant: that has a third, empty state, which every hop of a stream
+    // would test.
+    static constexpr bool isPlain
+        = std::is_trivially_copyable_v<OutputType> && std::is_trivially_copyable_v<FailureType>;
+
 public:
     using Output = OutputType;
     using Failure = FailureType;
 
-    static constexpr Payload value(Output value) { return Payload(std::in_place_index<0>, std::move(value)); }
-    static constexpr Payload error(Failure error)
+    static constexpr Payload value(Output value) { return Payload(std::move(value), ValueTag()); }
+    static constexpr Payload error(Failure error) { return Payload(std::move(error), ErrorTag()); }
+
+    constexpr Payload(const Payload&) requires isPlain = default;
+    constexpr Payload(Payload&&) requires isPlain = default;
+    constexpr Payload& operator=(const Payload&) requires isPlain = default;
+    constexpr Payload& operator=(Payload&&) requires isPlain = default;
+    constexpr ~Payload() requires isPlain = default;
+
+    constexpr Payload(const Payload& other)
+        : m_isError(other.m_isError)
     {
-        return Payload(std::in_place_index<1>, std::move(error));
+        construct(other);
     }
 
-    constexpr bool isValue() const noexcept { return m_content.index() == 0; }
-    constexpr bool isError() const noexcept { return m_content.index() == 1; }
+    constexpr Payload(Payload&& other) noexcept
+        : m_isError(other.m_isError)
+    {
+        construct(std::move(other));
+    }
+
+    constexpr Payload& operator=(const Payload& other) { return *this = Payload(other); }
+
+    constexpr Payload& operator=(Payload&& other) noexcept
+    {
+        if (this != &other) {
+            destroy();
+            m_isError = other.m_isError;
+            construct(std::move(other));
+        }
+        return *this;
+    }
+
+    constexpr ~Payload() { destroy(); }
+
+    constexpr bool isValue() const noexcept { return !m_isError; }
+    constexpr bool isError() const noexcept { return m_isError; }
 
     /// The value, or nothing. Valid as long as this payload.
-    constexpr const Output* asValue() const noexcept { return std::get_if<0>(&m_content); }
+    constexpr const Output* asValue() const noexcept { return m_isError ? nullptr : std::addressof(m_value); }
 
     /// The failure, or nothing. Valid as long as this payload.
-    constexpr const Failure* asError() const noexcept { return std::get_if<1>(&m_content); }
+    constexpr const Failure* asError() const noexcept
+    {
+        return m_isError ? std::addressof(m_error) : nullptr;
+    }
 
     /// The value.
     /// @throws Failure  what is carried instead; an `AnyError` throws what it holds, with its own type.
-    const Output& get() const&
+    constexpr const Output& get() const&
     {
-        if (isError()) [[unlikely]]
+        if (m_isError) [[unlikely]]
             throwError();
-        return *asValue();
+        return m_value;
     }
 
-    Output get() &&
+    constexpr Output get() &&
     {
-        if (isError()) [[unlikely]]
+        if (m_isError) [[unlikely]]
             throwError();
-        return std::move(*std::get_if<0>(&m_content));
+        return std::move(m_value);
     }
 
     /// The value of a stream that cannot fail.
-    const Output& value() const requires std::same_as<Failure, Never>
+    constexpr const Output& value() const requires std::same_as<Failure, Never>
     {
-        if (isError()) [[unlikely]]
+        if (m_isError) [[unlikely]]
             fatalError(
                 "Due to `Never` restriction, `default` can never occur.", "Utilities/Streams+Payload", 33);
-        return *asValue();
+        return m_value;
     }
 
     /// `value(…)` or `error(…)` around the printed form of the content.
     std::string description() const
     {
-        return isValue() ? "value(" + describe(*asValue()) + ")" : "error(" + describe(*asError()) + ")";
+        return m_isError ? "error(" + describe(m_error) + ")" : "value(" + describe(m_value) + ")";
     }
 
     /// Equal are payloads of the same case with equal contents.
     friend constexpr bool operator==(const Payload& first,
         const Payload& second) requires std::equality_comparable<Output> && std::equality_comparable<Failure>
     {
-        return first.m_content == second.m_content;
+        if (first.m_isError != second.m_isError)
+            return false;
+        return first.m_isError ? first.m_error == second.m_error : first.m_value == second.m_value;
     }
 
 private:
-    template <std::size_t Case, typename Content>
-    constexpr Payload(std::in_place_index_t<Case> tag, Content&& content)
-        : m_content(tag, std::forward<Content>(content))
+    struct ValueTag { };
+    struct ErrorTag { };
+
+    constexpr Payload(Output&& value, ValueTag)
+        : m_value(std::move(value))
+        , m_isError(false)
     {
+    }
+
+    constexpr Payload(Failure&& error, ErrorTag)
+        : m_error(std::move(error))
+        , m_isError(true)
+    {
+    }
+
+    template <typename Other> constexpr void construct(Other&& other)
+    {
+        if (m_isError)
+            std::construct_at(std::addressof(m_error), std::forward<Other>(other).m_error);
+        else
+            std::construct_at(std::addressof(m_value), std::forward<Other>(other).m_value);
+    }
+
+    constexpr void destroy() noexcept
+    {
+        if (m_isError)
+            std::destroy_at(std::addressof(m_error));
+        else
+            std::destroy_at(std::addressof(m_value));
     }
 
     [[noreturn]] void throwError() const
     {
-        if constexpr (requires { asError()->rethrow(); })
-            asError()->rethrow();
-        throw Failure(*asError());
+        if constexpr (requires { m_error.rethrow(); })
+            m_error.rethrow();
+        throw Failure(m_error);
     }
 
-    std::variant<Output, Failure> m_content;
+    union {
+        Output m_value;
+        Failure m_error;
+    };
+    bool m_isError;
 };
 
 } // namespace orrenby::Streams

@@ -96,7 +96,7 @@ SubscriberList::Joining SubscriberList::join(Slot& slot, bool wantsReplay) noexc
     if (!wantsReplay)
         return Joining::Linked;
     add(deliveringBit);
-    m_deliverer.store(pthread_self(), std::memory_order_relaxed);
+    m_deliverer.store(threadToken(), std::memory_order_relaxed);
     return Joining::Delivering;
 }
 
@@ -108,7 +108,7 @@ void SubscriberList::finishReplay(const Counted& owner, Deliver deliver) noexcep
     const auto takesOver = m_replaying == 0 && (word & orphanedBit);
     if (takesOver) {
         m_word.store(word & ~orphanedBit, std::memory_order_relaxed);
-        m_deliverer.store(pthread_self(), std::memory_order_relaxed);
+        m_deliverer.store(threadToken(), std::memory_order_relaxed);
     }
     unlock();
     if (takesOver)
@@ -126,6 +126,7 @@ void SubscriberList::detach(Slot& slot) noexcept
     const auto isDelivering = (m_word.load(std::memory_order_relaxed) & deliveringBit) != 0;
     const auto mustStay = state == Slot::State::Linked && isDelivering;
     if (mustStay) {
+        slot.deafen();
         slot.m_state.store(Slot::State::Dead, std::memory_order_relaxed);
         slot.m_nextGrave = std::exchange(m_graves, &slot);
         add(workBit);
@@ -199,7 +200,7 @@ void SubscriberList::settle(const Counted& owner, Deliver deliver) noexcept
                 m_lastQueued = nullptr;
             admitNewcomers(queued->number);
             word |= deliveringBit | (m_firstQueued || m_newcomers.first ? workBit : 0);
-            m_deliverer.store(pthread_self(), std::memory_order_relaxed);
+            m_deliverer.store(threadToken(), std::memory_order_relaxed);
         } else {
             admitNewcomers(std::numeric_limits<std::uint64_t>::max());
             m_deliverer.store(0, std::memory_order_relaxed);
@@ -219,7 +220,8 @@ void SubscriberList::removeAll() noexcept
     Slot* graves = nullptr;
     for (auto* slot = m_linked.first; slot;) {
         auto* const next = slot->m_next;
-        if (slot->isLinked()) { // the dead stay for their burial
+        if (slot->m_state.load(std::memory_order_relaxed)
+            == Slot::State::Linked) { // the dead stay for their burial
             m_linked.remove(*slot);
             slot->m_state.store(Slot::State::Idle, std::memory_order_relaxed);
             slot->m_nextGrave = std::exchange(graves, slot);

@@ -4,7 +4,7 @@
 /// The subscribers of one source, and the right to deliver to them.
 
 #include "Orrenby/Platform/Engines/Ground/Subscription.hpp"
-#include <pthread.h>
+#include "Orrenby/Platform/Engines/Ground/ThreadToken.hpp"
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
@@ -19,12 +19,15 @@ public:
     {
     }
 
-    /// Whether values are to be delivered. Read by the deliverer without the lock.
-    bool isLinked() const noexcept { return m_state.load(std::memory_order_relaxed) == State::Linked; }
     Slot* next() const noexcept { return m_next; }
 
     void detach() noexcept override;
     void wait() noexcept override;
+
+protected:
+    /// From here on the slot takes values without passing them on. A deliverer may be reading the slot at
+    /// this moment.
+    virtual void deafen() noexcept = 0;
 
 private:
     enum class State : std::uint8_t {
@@ -109,14 +112,14 @@ public:
             settle(owner, deliver);
     }
 
-    /// Calls `receive` with every linked slot. For the thread that delivers.
-    template <class Function> void forEachLinked(Function receive) noexcept
+    /// Calls `deliver` with every slot in the list, also the deaf ones. For the thread that delivers.
+    template <class Function> void forEachSlot(Function deliver) noexcept
     {
         for (auto* slot = m_linked.first; slot; slot = slot->next()) {
             m_current.store(slot, std::memory_order_relaxed);
-            std::atomic_signal_fence(std::memory_order_seq_cst); // announce, then look: see Slot::wait()
-            if (slot->isLinked())
-                receive(*slot);
+            std::atomic_signal_fence(
+                std::memory_order_seq_cst); // announce, then read the receiver: see wait()
+            deliver(*slot);
         }
         m_current.store(nullptr, std::memory_order_release);
     }
@@ -185,13 +188,13 @@ private:
         if (!m_word.compare_exchange_strong(
                 expected, word, std::memory_order_acquire, std::memory_order_relaxed))
             return false;
-        m_deliverer.store(pthread_self(), std::memory_order_relaxed);
+        m_deliverer.store(threadToken(), std::memory_order_relaxed);
         return true;
     }
 
     bool isDeliveredByThisThread() const noexcept
     {
-        return m_deliverer.load(std::memory_order_relaxed) == pthread_self();
+        return m_deliverer.load(std::memory_order_relaxed) == threadToken();
     }
     void add(Word bits) noexcept
     {
@@ -206,7 +209,7 @@ private:
 
     std::atomic<Word> m_word = 0;
     std::uint32_t m_replaying = 0;
-    std::atomic<pthread_t> m_deliverer = 0;
+    std::atomic<std::uintptr_t> m_deliverer = 0;
     std::atomic<const Slot*> m_current = nullptr;
     Chain m_linked;
     Chain m_newcomers;
