@@ -102,7 +102,11 @@ AnyError::AnyError(std::exception_ptr thrown)
 
 AnyError::~AnyError() = default;
 
-void AnyError::rethrow() const { m_box->rethrow(); }
+void AnyError::rethrow() const
+{
+    m_box->rethrow();
+    __builtin_unreachable(); // g++ does not believe that of a virtual function
+}
 
 std::string AnyError::description() const { return m_box->description(); }
 
