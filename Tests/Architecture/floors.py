@@ -8,9 +8,9 @@
 import collections
 import pathlib
 import re
-import sys
-import tempfile
-import unittest
+import shutil
+
+import checker
 
 FLOORS = {"Platform": 0, "Standard": 1, "Utilities": 2, "Foundation": 3, "Orrenby": 4, "Testing": 5}
 OWNER_OF_MACROS = "Orrenby/Platform/Export.hpp"
@@ -76,6 +76,14 @@ def check_form(path, text):
             yield f"{path}: defines the macro {name}"
 
 
+def check_rooms(root, files):
+    """Each folder that holds code opens with a page on what goes there. Sub-folders of a room share the room's page."""
+    folders = {"/".join(path.split("/")[:length]) for path in files for length in (1, 2, 3) if path.count("/") >= length}
+    for folder in sorted(folders):
+        if not (root / folder / "README.md").is_file():
+            yield f"{folder}: has no README.md"
+
+
 def circles(graph):
     """Each circle once, as the list of its files. Depth-first, with a stack of its own: include chains can be long."""
     found, state = [], {}
@@ -113,21 +121,22 @@ def check(root):
             else:
                 findings += check_foreign_include(path, included)
         findings += check_form(path, text)
+    findings += check_rooms(root, files)
     findings += ["circle: " + " -> ".join(circle) for circle in circles(graph)]
     return findings
 
 
-class SelfTest(unittest.TestCase):
+class SelfTest(checker.TreeTest):
     HEAD = "#pragma once\n\n/// @file\n/// What it holds.\n\n"
 
-    def findings(self, files):
-        with tempfile.TemporaryDirectory() as folder:
-            root = pathlib.Path(folder)
-            for path, text in files.items():
-                file = root / path
-                file.parent.mkdir(parents=True, exist_ok=True)
-                file.write_text(text, encoding="utf-8")
-            return check(root)
+    def findings(self, files, folders_without_page=()):
+        shutil.rmtree(self.root / "Orrenby", ignore_errors=True)
+        for path, text in files.items():
+            self.put(path, text)
+            for parent in pathlib.PurePosixPath(path).parents:
+                if str(parent) not in folders_without_page:
+                    self.put(parent / "README.md", "")
+        return check(self.root)
 
     def header(self, *lines):
         return self.HEAD + "".join(line + "\n" for line in lines)
@@ -187,15 +196,11 @@ class SelfTest(unittest.TestCase):
         for line in ("namespace orrenby {", "namespace orrenby::detail {"):
             self.assert_one_finding("opens namespace orrenby", {"Orrenby/Platform/A.cpp": line + "\n}\n"})
 
-
-def main():
-    if "--self-test" in sys.argv:
-        unittest.main(argv=sys.argv[:1])
-    root = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parents[2]
-    findings = check(root)
-    print("\n".join(findings) if findings else "Every floor is in order.")
-    sys.exit(1 if findings else 0)
+    def test_every_room_opens_with_a_page(self):
+        files = {"Orrenby/Platform/Room/Inner/A.hpp": self.header()}
+        self.assertEqual(["Orrenby/Platform/Room: has no README.md"], self.findings(files, ["Orrenby/Platform/Room"]))
+        self.assertEqual([], self.findings(files, ["Orrenby/Platform/Room/Inner"]))
 
 
 if __name__ == "__main__":
-    main()
+    checker.run(check, "Every floor is in order.")

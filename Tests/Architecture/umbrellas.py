@@ -8,11 +8,10 @@ A header stays out if it says so in its first lines: "Not in the umbrella header
     umbrellas.py --self-test     shows on made-up trees that the check can fail
 """
 
-import pathlib
 import re
 import sys
-import tempfile
-import unittest
+
+import checker
 
 FLOORS = ("Platform", "Standard", "Utilities", "Foundation", "Testing")
 INCLUDE = re.compile(r'^#include "([^"]+)"\n', re.M)
@@ -54,20 +53,13 @@ def write(root):
         umbrella.write_text(head + "".join(f'#include "{header}"\n' for header in includes), encoding="utf-8")
 
 
-class SelfTest(unittest.TestCase):
+class SelfTest(checker.TreeTest):
     HEAD = "#pragma once\n\n/// @file\n/// Everything.\n\n"
 
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.root = pathlib.Path(folder.name)
+        super().setUp()
         for floor in FLOORS:
             self.put(f"Orrenby/{floor}.hpp", self.HEAD)
-
-    def put(self, path, text):
-        file = self.root / path
-        file.parent.mkdir(parents=True, exist_ok=True)
-        file.write_text(text, encoding="utf-8")
 
     def test_empty_floors_are_in_order(self):
         self.assertEqual([], list(check(self.root)))
@@ -99,17 +91,7 @@ class SelfTest(unittest.TestCase):
         self.assertEqual(["Orrenby/Standard.hpp: includes a header twice"], list(check(self.root)))
 
 
-def main():
-    if "--self-test" in sys.argv:
-        unittest.main(argv=sys.argv[:1])
-    arguments = [argument for argument in sys.argv[1:] if argument != "--write"]
-    root = pathlib.Path(arguments[0]) if arguments else pathlib.Path(__file__).resolve().parents[2]
-    if "--write" in sys.argv:
-        write(root)
-    findings = list(check(root))
-    print("\n".join(findings) if findings else "Every umbrella header is whole.")
-    sys.exit(1 if findings else 0)
-
-
 if __name__ == "__main__":
-    main()
+    if "--write" in sys.argv:
+        write(checker.named_root(sys.argv[1:]))
+    checker.run(check, "Every umbrella header is whole.")

@@ -7,12 +7,10 @@
 The patterns are put together from halves, so that this file does not find itself.
 """
 
-import pathlib
 import re
 import subprocess
-import sys
-import tempfile
-import unittest
+
+import checker
 
 
 def joined(*halves):
@@ -67,7 +65,7 @@ def check(root):
                 yield f"{name}:{number}: {wrong}: {line.strip()}"
 
 
-class SelfTest(unittest.TestCase):
+class SelfTest(checker.TreeTest):
     def test_every_pattern_finds_its_example_and_spares_its_neighbour(self):
         for wrong, pattern, example, neighbour in RULES:
             with self.subTest(example=example):
@@ -75,26 +73,15 @@ class SelfTest(unittest.TestCase):
                 self.assertEqual([], check_line(neighbour))
 
     def test_lines_and_names_of_files_are_searched(self):
-        with tempfile.TemporaryDirectory() as folder:
-            root = pathlib.Path(folder)
-            mark = joined("TO", "DO")
-            (root / "Good.cpp").write_text("int x;\n", encoding="utf-8")
-            (root / "Bad.cpp").write_text(f"int x;\n// {mark}\n", encoding="utf-8")
-            (root / f"{mark}.md").write_text("empty\n", encoding="utf-8")
-            (root / "Picture.png").write_bytes(b"\xff\xfe\x00" + mark.encode())
+        mark = joined("TO", "DO")
+        self.put("Good.cpp", "int x;\n")
+        self.put("Bad.cpp", f"int x;\n// {mark}\n")
+        self.put(f"{mark}.md", "empty\n")
+        (self.root / "Picture.png").write_bytes(b"\xff\xfe\x00" + mark.encode())
 
-            self.assertEqual([f"Bad.cpp:2: marks unfinished work: // {mark}", f"{mark}.md: the file's name marks unfinished work"],
-                             list(check(root)))
-
-
-def main():
-    if "--self-test" in sys.argv:
-        unittest.main(argv=sys.argv[:1])
-    root = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parents[2]
-    findings = list(check(root))
-    print("\n".join(findings) if findings else "No word is out of place.")
-    sys.exit(1 if findings else 0)
+        self.assertEqual([f"Bad.cpp:2: marks unfinished work: // {mark}", f"{mark}.md: the file's name marks unfinished work"],
+                         list(check(self.root)))
 
 
 if __name__ == "__main__":
-    main()
+    checker.run(check, "No word is out of place.")

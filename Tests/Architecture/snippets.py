@@ -1,0 +1,51 @@
+#!/usr/bin/env python3
+"""Every example that a header's comment points to exists: `@snippet FILE TITLE` means a block of FILE between two lines
+`//! [TITLE]`. The files are tests and examples, so each of these examples is compiled and run.
+
+    snippets.py [ROOT]       prints one line per finding, fails if there is one
+    snippets.py --self-test  shows on made-up trees that the check can fail
+"""
+
+import re
+
+import checker
+
+SNIPPET = re.compile(r"@snippet[ \t]+(\S+)[ \t]+(.+?)[ \t]*$", re.M)
+PLACES = ("Tests/", "Examples/")
+
+
+def check(root):
+    for header in sorted((root / "Orrenby").rglob("*.hpp")):
+        name = header.relative_to(root).as_posix()
+        for file, title in SNIPPET.findall(header.read_text(encoding="utf-8")):
+            if not file.startswith(PLACES) or not (root / file).is_file():
+                yield f"{name}: points to {file}, which is no file below Tests/ or Examples/"
+                continue
+            lines = [line.strip() for line in (root / file).read_text(encoding="utf-8").split("\n")]
+            if lines.count(f"//! [{title}]") != 2:
+                yield f"{name}: {file} has no block between two lines //! [{title}]"
+
+
+class SelfTest(checker.TreeTest):
+    def findings(self, header, test):
+        self.put("Orrenby/A.hpp", header)
+        self.put("Tests/ATests.cpp", test)
+        return list(check(self.root))
+
+    def test_a_block_that_exists_is_in_order(self):
+        block = "    //! [Two words]\n    run();\n    //! [Two words]\n"
+        self.assertEqual([], self.findings("/// @snippet Tests/ATests.cpp Two words\n", block))
+
+    def test_a_missing_file_is_found(self):
+        self.assertEqual(1, len(self.findings("/// @snippet Tests/BTests.cpp Words\n", "")))
+
+    def test_a_file_that_nobody_compiles_is_found(self):
+        self.assertEqual(1, len(self.findings("/// @snippet Orrenby/A.hpp Words\n", "")))
+
+    def test_a_missing_or_open_block_is_found(self):
+        for test in ("", "//! [Words]\nrun();\n", "//! [Words and more]\nrun();\n//! [Words and more]\n"):
+            self.assertEqual(1, len(self.findings("/// @snippet Tests/ATests.cpp Words\n", test)), test)
+
+
+if __name__ == "__main__":
+    checker.run(check, "Every example exists.")
