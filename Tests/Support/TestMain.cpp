@@ -1,4 +1,5 @@
-// The entry of every test program. It lives in one library, so that all suites share it and its precompiled header.
+// The entry of every test program. It lives in one library, so that all suites share it and its precompiled
+// header.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
