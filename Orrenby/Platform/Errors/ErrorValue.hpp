@@ -1,9 +1,9 @@
 #pragma once
 
 /// @file
-/// Which values are errors, and how each of them becomes a platform error object.
+/// How error values of all types become platform error objects.
 
-#include "Orrenby/Platform/Errors/Error.hpp"
+#include "Orrenby/Platform/Errors/IsErrorValue.hpp"
 #include "Orrenby/Platform/Errors/NSError.hpp"
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Describe.hpp"
@@ -15,17 +15,6 @@
 #include <type_traits>
 
 namespace orrenby::inline ORRENBY_ABI {
-
-/// Whether values of a type are errors. True for everything derived from `std::exception`, the library's
-/// error types included.
-///
-/// A plain enumeration or struct opts in: `template <> inline constexpr bool
-/// orrenby::isErrorValue<LoadFailure> = true;`
-template <class T> inline constexpr bool isErrorValue = std::is_base_of_v<std::exception, T>;
-
-/// An error value of any type.
-template <class T>
-concept ErrorValue = isErrorValue<std::remove_cvref_t<T>>;
 
 namespace detail {
 
