@@ -37,7 +37,7 @@ ORRENBY_EXPORT Dictionary nestedErrorUserInfo(
 /// @snippet Tests/Standard/NestedErrorTests.cpp Declaring a nested error
 ///
 /// Not synchronised.
-template <class Derived> class NestedError : public CustomNSError<Derived> {
+template <class Derived> class ORRENBY_EXPORT NestedError : public CustomNSError<Derived> {
 public:
     std::int64_t code() const
     {
@@ -82,7 +82,7 @@ protected:
 };
 
 /// Base of an error type that is declared at top level. In all else a `NestedError`.
-template <class Derived> class GlobalError : public NestedError<Derived> {
+template <class Derived> class ORRENBY_EXPORT GlobalError : public NestedError<Derived> {
 public:
     using ParentType = void;
 

@@ -26,7 +26,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// @snippet Tests/Platform/Errors/CustomNSErrorTests.cpp Declaring an error type
 ///
 /// Not synchronised.
-template <class Derived> class CustomNSError : public Error {
+template <class Derived> class ORRENBY_EXPORT CustomNSError : public Error {
 public:
     /// Whose codes these are. By default the printed name of the type.
     static std::string errorDomain() { return typeName<Derived>(); }
