@@ -11,17 +11,21 @@ namespace detail {
 
 AnyBox::~AnyBox() = default;
 
-const void* AnyObjectBox::seenAs(const std::type_info& wanted) const noexcept
+const void* AnyBox::seenAs(const std::type_info& wanted) const noexcept
 {
     if (staticType() == wanted)
         return address();
-    if (!isPolymorphic())
-        return nullptr;
-    // The language's own dynamic_cast, for two classes that are known only at run time; -1: nothing is known
-    // about their relation.
     const auto* from = dynamic_cast<const abi::__class_type_info*>(&staticType());
     const auto* to = dynamic_cast<const abi::__class_type_info*>(&wanted);
-    return from != nullptr && to != nullptr ? abi::__dynamic_cast(address(), from, to, -1) : nullptr;
+    if (from == nullptr || to == nullptr)
+        return nullptr;
+    // What the language does for two classes that are known at compile time, through the run-time library:
+    // the search for any class of the whole object leaves out the bases of the class it starts from, so these
+    // come first. -1: nothing is known about their relation.
+    void* base = const_cast<void*>(address());
+    if (staticType().__do_upcast(to, &base))
+        return base;
+    return isPolymorphic() ? abi::__dynamic_cast(address(), from, to, -1) : nullptr;
 }
 
 } // namespace detail

@@ -174,8 +174,19 @@ public:
     /// The object as a `T`; empty when this is no reference or the object no `T`.
     template <class T> Ref<T> object() const { return cast<Ref<T>>().value_or(nullptr); }
 
+    /// What is held or referred to, seen as the class `T`, which may be any public base of it; else
+    /// `nullptr`. Valid as long as this value or a copy of it is unchanged. Costs a `dynamic_cast`.
+    template <class T> const T* view() const noexcept
+    {
+        static_assert(std::is_class_v<T>, "only classes can be seen as one another");
+        return isShared() ? static_cast<const T*>(m_content.box->seenAs(typeid(T))) : nullptr;
+    }
+
     /// The text without a copy; empty for every other kind.
     std::string_view text() const noexcept;
+
+    /// Whether the content is an error (`isErrorValue`), or an object that derives from `std::exception`.
+    bool isErrorValue() const noexcept { return isShared() && m_content.box->isErrorValue(); }
 
     /// The C++ type of the content; `typeid(void)` for null.
     const std::type_info& type() const noexcept;
@@ -279,7 +290,9 @@ template <class T, class Value> void Any::keep(Value&& value)
         } else
             keepBox(Kind::Opaque, new detail::AnyBoxOf<std::uint64_t>(static_cast<std::uint64_t>(value)));
     } else if constexpr (std::is_same_v<T, const char*> || std::is_same_v<T, char*>) {
-        if (static_cast<const char*>(value) != nullptr)
+        if constexpr (std::is_array_v<std::remove_reference_t<Value>>)
+            keepText(std::string(value));
+        else if (value != nullptr)
             keepText(std::string(value));
     } else if constexpr (detail::isTextType<T>)
         keepText(std::string(std::forward<Value>(value)));

@@ -3,13 +3,16 @@
 /// @file
 /// What an `Any` shares: one immutable value with its operations.
 
+#include "Orrenby/Platform/Errors/IsErrorValue.hpp"
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Describe.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/TypeName.hpp"
 #include <atomic>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -40,6 +43,16 @@ public:
     virtual std::string description() const = 0;
     virtual std::string debugDescription() const = 0;
     virtual std::string typeName() const = 0;
+    virtual bool isErrorValue() const noexcept = 0;
+
+    /// What is held or referred to, seen as a class of type `wanted`, or `nullptr`. Classes without virtual
+    /// functions are only themselves.
+    const void* seenAs(const std::type_info& wanted) const noexcept;
+
+protected:
+    virtual const std::type_info& staticType() const noexcept = 0;
+    virtual const void* address() const noexcept = 0;
+    virtual bool isPolymorphic() const noexcept = 0;
 
 private:
     mutable std::atomic<std::uint32_t> m_references = 1;
@@ -71,8 +84,7 @@ public:
     template <class... A>
     explicit AnyBoxOf(A&&... arguments)
         : value(std::forward<A>(arguments)...)
-    {
-    }
+    {}
 
     const std::type_info& type() const noexcept override { return typeid(T); }
     bool equals(const AnyBox& other) const override
@@ -92,33 +104,32 @@ public:
     std::string description() const override { return describe(value); }
     std::string debugDescription() const override { return debugDescribe(value); }
     std::string typeName() const override { return orrenby::typeName(value); }
+    bool isErrorValue() const noexcept override { return ErrorValue<T>; }
 
     const T value;
+
+protected:
+    const std::type_info& staticType() const noexcept override { return typeid(T); }
+    const void* address() const noexcept override { return &value; }
+    bool isPolymorphic() const noexcept override { return std::is_polymorphic_v<T>; }
 };
 
 /// A reference to an object, together with what is needed to see it as another of its classes.
 class ORRENBY_EXPORT AnyObjectBox : public AnyBox {
 public:
-    /// The object seen as a class of type `wanted`, or `nullptr`. Classes without virtual functions are only
-    /// themselves.
-    const void* seenAs(const std::type_info& wanted) const noexcept;
     virtual std::shared_ptr<const void> owner() const noexcept = 0;
     virtual bool isConst() const noexcept = 0;
     /// The address of the whole object, whatever class it is seen as.
     virtual const void* identity() const noexcept = 0;
 
-protected:
-    virtual const std::type_info& staticType() const noexcept = 0;
-    virtual const void* address() const noexcept = 0;
-    virtual bool isPolymorphic() const noexcept = 0;
+    bool isErrorValue() const noexcept override { return seenAs(typeid(std::exception)) != nullptr; }
 };
 
 template <class T> class AnyObjectBoxOf final : public AnyObjectBox {
 public:
     explicit AnyObjectBoxOf(Ref<T> object)
         : value(std::move(object))
-    {
-    }
+    {}
 
     const std::type_info& type() const noexcept override { return typeid(Ref<T>); }
     bool equals(const AnyBox& other) const override

@@ -50,7 +50,7 @@ public:
         m_count = 0;
     }
 
-    bool isEmpty() const noexcept { return m_count == 0; }
+    bool isEmpty() const noexcept { return m_slots.empty(); }
 
 private:
     struct Slot {

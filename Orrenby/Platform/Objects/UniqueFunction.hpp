@@ -28,7 +28,7 @@ template <class Signature> class UniqueFunction;
 template <class R, class... Arguments> class UniqueFunction<R(Arguments...)> {
 public:
     UniqueFunction() noexcept = default;
-    UniqueFunction(std::nullptr_t) noexcept { }
+    UniqueFunction(std::nullptr_t) noexcept {}
 
     template <class F>
         requires(!std::is_same_v<std::remove_cvref_t<F>,
@@ -36,9 +36,11 @@ public:
     UniqueFunction(F&& function)
     {
         using Callable = std::decay_t<F>;
-        if constexpr (std::is_pointer_v<Callable> || std::is_member_pointer_v<Callable>)
-            if (function == nullptr)
+        if constexpr (std::is_pointer_v<Callable> || std::is_member_pointer_v<Callable>) {
+            const Callable pointer = function;
+            if (pointer == nullptr)
                 return;
+        }
         if constexpr (fitsInPlace<Callable>) {
             ::new (static_cast<void*>(m_storage)) Callable(std::forward<F>(function));
             m_call = [](void* storage, Arguments... arguments) -> R {

@@ -1,0 +1,52 @@
+#include "Orrenby/Platform/Objects/CallSite.hpp"
+
+#include <gmock/gmock.h>
+
+using namespace orrenby;
+using ::testing::EndsWith;
+
+namespace {
+
+//! [Taking the caller's place]
+CallSite whereFrom(CallSite site = CallSite::current()) { return site; }
+//! [Taking the caller's place]
+
+CallSite plainFunction() { return whereFrom(); }
+template <class T> CallSite templateFunction(T) { return whereFrom(); }
+struct Scope {
+    CallSite member() const { return whereFrom(); }
+    CallSite operator<(int) const { return whereFrom(); }
+};
+
+} // namespace
+
+static_assert(
+    !std::is_default_constructible_v<CallSite>, "an empty list of properties must not read as a place");
+static_assert(!std::is_aggregate_v<CallSite>);
+
+TEST(CallSite, IsThePlaceOfTheCall)
+{
+    const auto site = whereFrom();
+    const int line = __LINE__ - 1;
+
+    EXPECT_EQ(site.line(), line);
+    EXPECT_THAT(site.file(), EndsWith("CallSiteTests.cpp"));
+    EXPECT_EQ(site.function(), "TestBody");
+}
+
+TEST(CallSite, GivesThePlainNameOfEveryKindOfFunction)
+{
+    EXPECT_EQ(plainFunction().function(), "plainFunction");
+    EXPECT_EQ(templateFunction(1).function(), "templateFunction");
+    EXPECT_EQ(Scope().member().function(), "member");
+    EXPECT_EQ((Scope() < 1).function(), "operator<");
+}
+
+TEST(CallSite, CanBeSpelledOut)
+{
+    constexpr CallSite site("Utilities/Discover", 145, "start");
+
+    EXPECT_STREQ(site.file(), "Utilities/Discover");
+    EXPECT_EQ(site.line(), 145);
+    EXPECT_EQ(site.function(), "start");
+}
