@@ -80,7 +80,10 @@ const auto underlyingKey = std::string(NSUnderlyingErrorKey);
 
 TEST(NestedError, HasTheDomainOfParentAndTypeWithoutABundleIdentifier)
 {
+    Bundle::main().setIdentifier(std::nullopt);
+
     EXPECT_EQ(Loader::Reason::errorDomain(), "Loader.Reason");
+    EXPECT_EQ(TopError::errorDomain(), "TopError");
 }
 
 TEST(NestedError, HasADomainThatBeginsWithTheBundleIdentifier)

@@ -16,14 +16,15 @@ namespace {
 /// Never destroyed: worlds are read until the process is gone.
 std::atomic<const World*>& currentWorld()
 {
-    static auto& current = *new std::atomic<const World*>(new World());
+    static const auto& first = *new World(); // stays known when it is replaced, or it would count as leaked
+    static auto& current = *new std::atomic<const World*>(&first);
     return current;
 }
 
 template <class Source> void replace(std::shared_ptr<Source>& place, std::shared_ptr<Source> source)
 {
     if (!source)
-        fatalError("A world needs every source", "Platform/World/World", 26);
+        fatalError("A world needs every source", "Platform/World/World", 27);
     place = std::move(source);
 }
 
@@ -34,8 +35,7 @@ World::World()
     , m_random(RandomSource::system())
     , m_uuids(UUIDSource::system())
     , m_operatingSystemVersion{13, 0, 0}
-{
-}
+{}
 
 World::World(const World&) = default;
 World& World::operator=(const World&) = default;
@@ -62,8 +62,7 @@ void World::setMainBundle(Bundle bundle) { m_mainBundle = std::move(bundle); }
 World::Override::Override(World world)
     : m_world(std::move(world))
     , m_previous(currentWorld().exchange(&m_world, std::memory_order_acq_rel))
-{
-}
+{}
 
 World::Override::~Override() { currentWorld().store(m_previous, std::memory_order_release); }
 

@@ -17,8 +17,7 @@ class Declared : public CustomNSError<Declared> {
 public:
     explicit Declared(std::int64_t code)
         : m_code(code)
-    {
-    }
+    {}
     std::string description() const override { return "declared " + std::to_string(m_code); }
     std::int64_t errorCode() const { return m_code; }
 
@@ -33,11 +32,11 @@ struct HasHint {
     virtual ~HasHint() = default;
     std::string hint;
 };
-struct Refusal : HasStatus, HasHint { };
+struct Refusal : HasStatus, HasHint {};
 
-struct FirstException : std::exception { };
-struct SecondException : std::exception { };
-struct TwiceAnException : FirstException, SecondException { };
+struct FirstException : std::exception {};
+struct SecondException : std::exception {};
+struct TwiceAnException : FirstException, SecondException {};
 
 enum class Level { Low, High };
 
@@ -319,6 +318,6 @@ TEST(AnyError, IsUsedFromSeveralThreads)
 
 TEST(AnyErrorDeathTest, NeedsAnException)
 {
-    EXPECT_DEATH(AnyError(std::exception_ptr()),
+    EXPECT_DEATH(static_cast<void>(AnyError(std::exception_ptr{})),
         "Fatal error: AnyError needs a thrown exception: file Platform/Errors/AnyError, line 90");
 }

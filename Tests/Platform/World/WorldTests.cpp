@@ -40,7 +40,7 @@ TEST(World, BeginsWithThePlatformsSources)
     EXPECT_EQ(&world.random(), RandomSource::system().get());
     EXPECT_EQ(&world.uuids(), UUIDSource::system().get());
     EXPECT_EQ(world.operatingSystemVersion(), (OperatingSystemVersion{13, 0, 0}));
-    EXPECT_EQ(world.mainBundle().identifier(), std::nullopt);
+    EXPECT_EQ(World().mainBundle().identifier(), std::nullopt);
 }
 
 TEST(World, IsReplacedWhileAnOverrideLives)
@@ -117,7 +117,7 @@ TEST(WorldDeathTest, NeedsEverySource)
     auto world = World();
 
     EXPECT_DEATH(world.setClock(nullptr),
-        "Fatal error: A world needs every source: file Platform/World/World, line 26");
+        "Fatal error: A world needs every source: file Platform/World/World, line 27");
     EXPECT_DEATH(world.setRandom(nullptr), "A world needs every source");
     EXPECT_DEATH(world.setUUIDs(nullptr), "A world needs every source");
 }
