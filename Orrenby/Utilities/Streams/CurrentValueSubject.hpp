@@ -5,7 +5,6 @@
 
 #include "Orrenby/Platform/Engines/Combine/CurrentValueSubject.hpp"
 #include "Orrenby/Platform/Engines/Rx/CurrentValueSubject.hpp"
-#include "Orrenby/Platform/Objects/TestAccess.hpp"
 #include "Orrenby/Utilities/Streams/SubjectOperations.hpp"
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -87,8 +86,6 @@ private:
             throw;
         }
     }
-
-    friend struct testing::TestAccess;
 };
 
 } // namespace Streams

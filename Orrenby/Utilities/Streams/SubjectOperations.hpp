@@ -3,6 +3,7 @@
 /// @file
 /// What the two kinds of subjects have in common.
 
+#include "Orrenby/Platform/Objects/TestAccess.hpp"
 #include "Orrenby/Utilities/Streams/AnyPublisher.hpp"
 #include "Orrenby/Utilities/Streams/Completion.hpp"
 #include "Orrenby/Utilities/Streams/Failure.hpp"
@@ -82,6 +83,8 @@ protected:
 
 private:
     Retained<Core> m_subject;
+
+    friend struct testing::TestAccess;
 };
 
 } // namespace orrenby::detail

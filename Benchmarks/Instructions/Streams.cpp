@@ -1,0 +1,90 @@
+/// @file
+/// One stream operation, repeated as often as told, for counting its instructions: `./dev bench` runs it
+/// under callgrind.
+
+#include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
+#include "Orrenby/Utilities/Streams/PassthroughSubject.hpp"
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace orrenby;
+
+namespace {
+
+using Subject = Streams::PassthroughSubject<int, Never>;
+using State = Streams::CurrentValueSubject<int, Never>;
+using Handles = std::vector<Streams::AnyCancellable>;
+
+std::int64_t sum = 0;
+
+template <class Source> Handles subscribe(const Source& source, int count)
+{
+    auto handles = Handles();
+    for (auto i = 0; i < count; ++i)
+        handles.push_back(source.asPublisher().bind([](int value) { sum += value; }));
+    return handles;
+}
+
+template <int subscribers> void send(int count)
+{
+    const auto subject = Subject();
+    const auto handles = subscribe(subject, subscribers);
+    for (auto i = 0; i < count; ++i)
+        subject.send(i);
+}
+
+void sendCurrent(int count)
+{
+    const auto state = State(0);
+    const auto handles = subscribe(state, 1);
+    for (auto i = 0; i < count; ++i)
+        state.send(i);
+}
+
+void lifeOfCurrent(int count)
+{
+    for (auto i = 0; i < count; ++i) {
+        const auto state = State(0);
+        const auto handle = state.asPublisher().bind([](int value) { sum += value; });
+        state.send(i);
+    }
+}
+
+template <int others> void subscribeBeside(int count)
+{
+    const auto subject = Subject();
+    const auto publisher = subject.asPublisher();
+    const auto handles = subscribe(subject, others);
+    for (auto i = 0; i < count; ++i)
+        const auto handle = publisher.bind([](int value) { sum += value; });
+}
+
+const std::map<std::string, void (*)(int)> operations = {
+    {"send-to-1", send<1>},
+    {"send-to-10", send<10>},
+    {"send-to-2000", send<2'000>},
+    {"send-current-to-1", sendCurrent},
+    {"create-subscribe-push-dispose", lifeOfCurrent},
+    {"subscribe-dispose-beside-0", subscribeBeside<0>},
+    {"subscribe-dispose-beside-10000", subscribeBeside<10'000>},
+};
+
+}
+
+/// Arguments: `combine` or `rx`, the operation, how often. Without arguments it lists the operations.
+int main(int argumentCount, char** arguments)
+{
+    if (argumentCount != 4) {
+        for (const auto& operation : operations)
+            std::puts(operation.first.c_str());
+        return 0;
+    }
+    std::thread([] {}).join(); // from here on the process counts as one with several threads
+    Streams::set({.isCombineEnabledWhenAvailable = std::string(arguments[1]) == "combine"});
+    operations.at(arguments[2])(std::atoi(arguments[3]));
+    return sum == 42 ? 1 : 0; // looks at the sum, so that it is computed
+}

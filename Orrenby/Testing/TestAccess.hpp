@@ -1,0 +1,24 @@
+#pragma once
+
+/// @file
+/// The test kit's way to private state that is worth testing.
+
+#include "Orrenby/Platform/Objects/TestAccess.hpp"
+#include "Orrenby/Utilities/Streams/EngineChoice.hpp"
+
+namespace orrenby::inline ORRENBY_ABI::testing {
+
+/// Reads and resets private state. For tests of the library and of what is built on it; an application has no
+/// use for it.
+///
+/// Not synchronised.
+struct TestAccess {
+    /// Opens the choice of the stream engine again, as in a new process. Stream objects made before must not
+    /// be used any more.
+    static void resetEngineChoice() noexcept { detail::engineChoice.store(0); }
+
+    /// The engine's own object behind a subject.
+    template <class Subject> static auto& core(const Subject& subject) noexcept { return subject.core(); }
+};
+
+} // namespace orrenby::testing
