@@ -4,6 +4,8 @@
 /// The test kit's way to private state that is worth testing.
 
 #include "Orrenby/Platform/Objects/TestAccess.hpp"
+#include "Orrenby/Utilities/Discover/FlowController.hpp"
+#include "Orrenby/Utilities/Discover/FlowCore.hpp"
 #include "Orrenby/Utilities/Streams/EngineChoice.hpp"
 
 namespace orrenby::inline ORRENBY_ABI::testing {
@@ -19,6 +21,18 @@ struct TestAccess {
 
     /// The engine's own object behind a subject.
     template <class Subject> static auto& core(const Subject& subject) noexcept { return subject.core(); }
+
+    /// Whether leak detection is on for the flows attached to `controller`.
+    static bool isFlowLeakDetectionEnabled(const FlowController& controller) noexcept
+    {
+        return controller.m_isFlowLeakDetectionEnabled;
+    }
+
+    /// The same for the sub-flows of `flow`.
+    static bool isFlowLeakDetectionEnabled(const detail::FlowCore& flow) noexcept
+    {
+        return isFlowLeakDetectionEnabled(*flow.m_flowController);
+    }
 };
 
 } // namespace orrenby::testing

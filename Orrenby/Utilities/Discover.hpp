@@ -1,0 +1,15 @@
+#pragma once
+
+/// @file
+/// Flows, contexts and workers: the skeleton in which features are written.
+
+#include "Orrenby/Utilities/Discover/AbstractContext.hpp"
+#include "Orrenby/Utilities/Discover/AbstractFlow.hpp"
+#include "Orrenby/Utilities/Discover/AbstractPresentableContext.hpp"
+#include "Orrenby/Utilities/Discover/AbstractWorker.hpp"
+#include "Orrenby/Utilities/Discover/Context.hpp"
+#include "Orrenby/Utilities/Discover/Flow.hpp"
+#include "Orrenby/Utilities/Discover/FlowController.hpp"
+#include "Orrenby/Utilities/Discover/FlowRetaining.hpp"
+#include "Orrenby/Utilities/Discover/Worker.hpp"
+#include "Orrenby/Utilities/Discover/WorkerController.hpp"
