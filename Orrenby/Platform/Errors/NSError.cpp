@@ -27,21 +27,25 @@ Registry& registry()
     return registry;
 }
 
-/// Of the error itself, or else of its domain's provider; empty when neither has a text.
-std::string localizedText(const NSError& error)
+std::optional<std::string> textIn(const Any& value)
 {
-    if (const auto* text = error.userInfo()[NSLocalizedDescriptionKey].get<std::string>())
-        return *text;
-    const auto provided = NSError::userInfoValueProvider(error.domain())(error, NSLocalizedDescriptionKey);
-    return std::string(provided.text());
+    const auto* text = value.get<std::string>();
+    return text ? std::optional(*text) : std::nullopt;
+}
+
+/// Of the error itself, or else of its domain's provider.
+std::optional<std::string> localizedText(const NSError& error)
+{
+    if (auto text = textIn(error.userInfo()[NSLocalizedDescriptionKey]))
+        return text;
+    return textIn(NSError::userInfoValueProvider(error.domain())(error, NSLocalizedDescriptionKey));
 }
 
 } // namespace
 
 NSError::NSError(std::string_view domain, std::int64_t code, Dictionary userInfo)
     : m_contents(std::make_shared<const Contents>(Contents{std::string(domain), code, std::move(userInfo)}))
-{
-}
+{}
 
 NSError::~NSError() = default;
 
@@ -53,8 +57,8 @@ const Dictionary& NSError::userInfo() const noexcept { return m_contents->userIn
 
 std::string NSError::localizedDescription() const
 {
-    if (auto text = localizedText(*this); !text.empty())
-        return text;
+    if (auto text = localizedText(*this))
+        return *std::move(text);
     return "The operation could not be completed. (" + domain() + " error " + std::to_string(code()) + ".)";
 }
 
@@ -66,8 +70,8 @@ std::optional<NSError> NSError::underlyingError() const
 std::string NSError::description() const
 {
     auto text = "Error Domain=" + domain() + " Code=" + std::to_string(code());
-    if (const auto localized = localizedText(*this); !localized.empty())
-        text += " " + debugDescribe(localized);
+    if (const auto localized = localizedText(*this))
+        text += " " + debugDescribe(*localized);
     if (!userInfo().empty())
         text += " UserInfo=" + userInfo().description();
     return text;

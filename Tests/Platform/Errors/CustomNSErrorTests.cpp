@@ -12,8 +12,7 @@ class QuotaExceeded : public CustomNSError<QuotaExceeded> {
 public:
     explicit QuotaExceeded(std::int64_t bytes)
         : m_bytes(bytes)
-    {
-    }
+    {}
 
     std::string description() const override { return "Over quota by " + std::to_string(m_bytes) + " bytes"; }
 
@@ -28,7 +27,7 @@ private:
 };
 //! [Declaring an error type]
 
-class PlainError : public CustomNSError<PlainError> { };
+class PlainError : public CustomNSError<PlainError> {};
 
 class ChosenName : public CustomNSError<ChosenName> {
 public:

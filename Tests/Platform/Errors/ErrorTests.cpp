@@ -20,8 +20,7 @@ class SpokenError : public Error {
 public:
     explicit SpokenError(std::string text)
         : m_text(std::move(text))
-    {
-    }
+    {}
     std::string description() const override { return m_text; }
     std::unique_ptr<Error> clone() const override { return std::make_unique<SpokenError>(*this); }
 

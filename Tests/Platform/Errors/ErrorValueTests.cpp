@@ -17,7 +17,7 @@ struct ParseFailure {
     int line;
     std::string description() const { return "line " + std::to_string(line); }
 };
-struct Harmless { };
+struct Harmless {};
 
 } // namespace app
 
@@ -31,7 +31,7 @@ namespace {
 
 Dictionary described(std::string text) { return {{std::string(NSLocalizedDescriptionKey), std::move(text)}}; }
 
-class Declared : public CustomNSError<Declared> { };
+class Declared : public CustomNSError<Declared> {};
 class DerivedFailure : public std::runtime_error {
     using runtime_error::runtime_error;
 };

@@ -17,8 +17,7 @@ class StoreError : public NSError {
 public:
     explicit StoreError(std::int64_t code)
         : NSError("StoreDomain", code)
-    {
-    }
+    {}
     std::unique_ptr<Error> clone() const override { return std::make_unique<StoreError>(*this); }
 };
 
@@ -117,6 +116,11 @@ TEST(NSError, NamesDomainAndCodeForWantOfADescription)
     EXPECT_EQ(NSError("D", 7).localizedDescription(), "The operation could not be completed. (D error 7.)");
     EXPECT_EQ(NSError("D", 7, {{descriptionKey, 5}}).localizedDescription(),
         "The operation could not be completed. (D error 7.)");
+}
+
+TEST(NSError, TakesAnEmptyDescriptionAsOne)
+{
+    EXPECT_EQ(NSError("D", 7, {{descriptionKey, ""}}).localizedDescription(), "");
 }
 
 TEST(NSError, AsksTheProviderOfItsDomainForAMissingDescription)
