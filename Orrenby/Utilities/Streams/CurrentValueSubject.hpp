@@ -11,7 +11,7 @@ namespace orrenby::inline ORRENBY_ABI {
 
 namespace detail {
 /// Logs the exception being handled as a failed read of a current value.
-ORRENBY_EXPORT void logFailedRead() noexcept;
+ORRENBY_EXPORT void logFailedRead();
 }
 
 namespace Streams {
