@@ -13,6 +13,7 @@ public:
     DisposedError() noexcept;
     ~DisposedError() override;
     std::string description() const override;
+    Dictionary errorUserInfo() const;
 };
 
 } // namespace orrenby::StreamsRx
