@@ -57,7 +57,9 @@ public:
     {
         if (const auto* error = dynamic_cast<const Error*>(exception()))
             return error->debugDescription();
-        return printedType() + "(" + description() + ")";
+        const auto type = printedType();
+        const auto text = description();
+        return text == type ? type : type + "(" + text + ")";
     }
 
     NSError nsError() const override

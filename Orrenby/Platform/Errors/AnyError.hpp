@@ -38,8 +38,7 @@ public:
     AnyError(Value&& value)
         : m_box(
             std::make_shared<const detail::ErrorValueBox<std::decay_t<Value>>>(std::forward<Value>(value)))
-    {
-    }
+    {}
 
     /// Holds what was thrown, usually `std::current_exception()`. An empty pointer is a programming error and
     /// ends the process.

@@ -36,10 +36,7 @@ public:
     /// Empty by default.
     Dictionary errorUserInfo() const { return {}; }
 
-    std::string debugDescription() const override
-    {
-        return typeName<Derived>() + "(" + this->description() + ")";
-    }
+    std::string debugDescription() const override { return this->fullPrintedForm(typeName<Derived>()); }
     std::unique_ptr<Error> clone() const override { return std::make_unique<Derived>(self()); }
     NSError nsError() const override
     {

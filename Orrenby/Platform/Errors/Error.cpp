@@ -7,8 +7,7 @@ namespace orrenby::inline ORRENBY_ABI {
 
 Error::Error(const Error&) noexcept
     : std::exception()
-{
-}
+{}
 
 Error& Error::operator=(const Error& other) noexcept
 {
@@ -21,7 +20,13 @@ Error::~Error() { delete m_what.load(std::memory_order_acquire); }
 
 std::string Error::description() const { return typeName(*this); }
 
-std::string Error::debugDescription() const { return typeName(*this) + "(" + description() + ")"; }
+std::string Error::debugDescription() const { return fullPrintedForm(typeName(*this)); }
+
+std::string Error::fullPrintedForm(const std::string& typeName) const
+{
+    const auto text = description();
+    return text == typeName ? text : typeName + "(" + text + ")";
+}
 
 NSError Error::nsError() const
 {

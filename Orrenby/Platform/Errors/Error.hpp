@@ -31,7 +31,8 @@ public:
     /// What happened, in one line. By default the printed name of the dynamic type.
     virtual std::string description() const;
 
-    /// The full printed form: the printed name of the type, then the description in parentheses.
+    /// The full printed form: the printed name of the type, then the description in parentheses, if it says
+    /// more.
     virtual std::string debugDescription() const;
 
     /// A copy of the same dynamic type.
@@ -55,6 +56,9 @@ protected:
     Error() noexcept = default;
     Error(const Error& other) noexcept;
     Error& operator=(const Error& other) noexcept;
+
+    /// The full printed form under a given printed name.
+    std::string fullPrintedForm(const std::string& typeName) const;
 
 private:
     mutable std::atomic<const std::string*> m_what = nullptr;

@@ -54,8 +54,7 @@ protected:
 
     explicit ErrorBox(Match match) noexcept
         : m_match(match)
-    {
-    }
+    {}
 
     /// What is held, if it is a `std::exception`. Set once, while the box is made.
     const std::exception* exception() const noexcept { return m_exception; }
@@ -76,16 +75,14 @@ private:
                     rethrow();
                 } catch (const T& thrown) {
                     return &thrown;
-                } catch (...) {
-                }
+                } catch (...) {}
         if constexpr (std::is_class_v<T>)
             if (m_match == Match::Pointer)
                 try {
                     throwPointer();
                 } catch (const T* held) {
                     return held;
-                } catch (...) {
-                }
+                } catch (...) {}
         return nullptr;
     }
 

@@ -32,8 +32,7 @@ public:
                 UserInfoValueProvider> && std::is_invocable_r_v<Any, const std::remove_cvref_t<F>&, const NSError&, std::string_view>)
     UserInfoValueProvider(F&& provider)
         : m_callable(std::make_shared<const Callable<std::remove_cvref_t<F>>>(std::forward<F>(provider)))
-    {
-    }
+    {}
 
     explicit operator bool() const noexcept { return m_callable != nullptr; }
 
@@ -51,8 +50,7 @@ private:
     template <class F> struct Callable final : Base {
         explicit Callable(F provider)
             : m_provider(std::move(provider))
-        {
-        }
+        {}
         Any call(const NSError& error, std::string_view key) const override { return m_provider(error, key); }
         F m_provider;
     };

@@ -40,7 +40,7 @@ TEST(Error, PrintsItsTypeByDefault)
 {
     EXPECT_EQ(SilentError().description(), "SilentError");
     EXPECT_STREQ(SilentError().what(), "SilentError");
-    EXPECT_EQ(SilentError().debugDescription(), "SilentError(SilentError)");
+    EXPECT_EQ(SilentError().debugDescription(), "SilentError");
 }
 
 TEST(Error, NamesItsTypeInFullPrintedForm)
