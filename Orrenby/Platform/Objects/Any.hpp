@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/AnyBox.hpp"
+#include "Orrenby/Platform/Objects/Concepts.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include "Orrenby/Platform/Objects/NSNull.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
@@ -28,32 +29,23 @@ class NSSet;
 namespace detail {
 
 template <class T>
-concept AnyInteger = std::is_integral_v<T> && !std::is_same_v<T,
-                         bool> && !isCharacter<T> && sizeof(T) <= sizeof(std::int64_t);
+concept AnyInteger
+    = std::is_integral_v<T> && OtherThan<T, bool> && !Character<T> && (sizeof(T) <= sizeof(std::int64_t));
 
-template <class T> struct ListElement {
-};
+template <class T> struct ListElement {};
 template <class T, class Allocator> struct ListElement<std::vector<T, Allocator>> {
     using type = T;
 };
-template <class T> struct ReferredClass {
-};
+template <class T> struct ReferredClass {};
 template <class T> struct ReferredClass<Ref<T>> {
     using type = T;
 };
 template <class T>
-concept AnyList = requires
-{
-    typename ListElement<T>::type;
-};
+concept AnyList = std::is_object_v<typename ListElement<T>::type>;
 template <class T>
 concept AnyMap = StandardMap<T> && std::is_same_v<typename T::key_type, std::string>;
 template <class T>
-concept AnyReference = requires
-{
-    typename ReferredClass<T>::type;
-}
-&&std::is_object_v<typename ReferredClass<T>::type>;
+concept AnyReference = std::is_object_v<typename ReferredClass<T>::type>;
 template <class T>
 concept AnyOptional = OptionalLike<T> && requires(const T& value)
 {
@@ -105,13 +97,11 @@ public:
     /// Null.
     constexpr Any() noexcept
         : m_content{.integer = 0}
-    {
-    }
+    {}
 
     /// Keeps a copy of `value`. An object that is seen as one of its base classes would be cut: pass a
     /// reference to it instead.
-    template <class T>
-        requires(!std::is_same_v<std::remove_cvref_t<T>, Any>)
+    template <detail::OtherThan<Any> T>
     Any(T&& value)
         : Any()
     {

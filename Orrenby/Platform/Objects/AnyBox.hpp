@@ -58,22 +58,19 @@ private:
     mutable std::atomic<std::uint32_t> m_references = 1;
 };
 
+template <class T>
+concept EqualsItself
+    = std::convertible_to<decltype(std::declval<const T&>() == std::declval<const T&>()), bool>;
+
 /// Whether `==` compiles for `T`. Containers promise it for every element type, so it is asked of what they
 /// hold.
 template <class T> constexpr bool isComparable()
 {
-    if constexpr (!requires(const T& value) {
-                      {
-                          value == value
-                          } -> std::convertible_to<bool>;
-                  })
+    if constexpr (!EqualsItself<T>)
         return false;
     else if constexpr (requires { typename T::value_type; })
         return std::is_same_v<typename T::value_type, T> || isComparable<typename T::value_type>();
-    else if constexpr (requires {
-                           typename T::first_type;
-                           typename T::second_type;
-                       })
+    else if constexpr (requires { typename T::second_type; })
         return isComparable<typename T::first_type>() && isComparable<typename T::second_type>();
     else
         return true;

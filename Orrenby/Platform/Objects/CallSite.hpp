@@ -10,25 +10,26 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// File, line and plain function name of a caller.
 ///
-/// An operation that reports its caller takes one as its last parameter, with `CallSite::current()` as default, and the
-/// compiler fills it in at the call. The texts are the compiler's own and live as long as the process.
+/// An operation that reports its caller takes one as its last parameter, with `CallSite::current()` as
+/// default, and the compiler fills it in at the call. The texts are the compiler's own and live as long as
+/// the process.
 ///
 /// @snippet Tests/Platform/Objects/CallSiteTests.cpp Taking the caller's place
 ///
 /// A plain value; ten instructions at a call that passes it. Safe to use from several threads.
 class CallSite {
 public:
-    /// A place spelled out, for entries that carry a fixed source position instead of the caller's. The texts are kept by pointer.
+    /// A place spelled out, for entries that carry a fixed source position instead of the caller's. The texts
+    /// are kept by pointer.
     constexpr CallSite(const char* file, int line, const char* function) noexcept
         : m_file(file)
         , m_line(line)
         , m_function(function)
-    {
-    }
+    {}
 
     /// The place of the caller, when it stands as a default argument.
     static constexpr CallSite current(const char* file = __builtin_FILE(), int line = __builtin_LINE(),
-                                      const char* function = __builtin_FUNCTION()) noexcept
+        const char* function = __builtin_FUNCTION()) noexcept
     {
         return {file, line, function};
     }

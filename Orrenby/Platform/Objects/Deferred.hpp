@@ -4,12 +4,19 @@
 /// Arguments that are made only when they are needed.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Concepts.hpp"
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
 #include <concepts>
 #include <type_traits>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
+
+namespace detail {
+/// Converts to `T` and is no callable that gives one.
+template <class Value, class Self, class T>
+concept ValueFor = OtherThan<Value, Self> && std::convertible_to<Value, T> && !CallableAs<Value, T>;
+} // namespace detail
 
 /// A value, or a callable that makes it.
 ///
@@ -26,22 +33,15 @@ public:
 
     /// A callable wins where an argument could be read as either: a lambda without captures also converts to
     /// `bool`.
-    template <class F>
-        requires(
-            !std::is_same_v<std::remove_cvref_t<F>, Deferred> && std::is_invocable_r_v<T, std::decay_t<F>&>)
+    template <detail::CallableFor<Deferred, T> F>
     Deferred(F&& make)
         : m_make(std::forward<F>(make))
-    {
-    }
+    {}
 
-    template <class Value>
-        requires(
-            !std::is_same_v<std::remove_cvref_t<Value>,
-                Deferred> && !std::is_invocable_r_v<T, std::decay_t<Value>&> && std::convertible_to<Value, T>)
+    template <detail::ValueFor<Deferred, T> Value>
     Deferred(Value&& value)
         : m_value(std::forward<Value>(value))
-    {
-    }
+    {}
 
     /// The value. Evaluates the callable, if there is one.
     T get() const { return m_make ? m_make() : m_value; }

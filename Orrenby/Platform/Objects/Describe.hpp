@@ -63,26 +63,14 @@ ORRENBY_EXPORT std::string joinedDictionary(
     std::vector<std::pair<std::string, std::string>> members, bool areSorted);
 
 template <class T>
-concept HasDescription = requires(const T& value)
-{
-    {
-        value.description()
-        } -> std::convertible_to<std::string_view>;
-};
+concept HasDescription
+    = std::convertible_to<decltype(std::declval<const T&>().description()), std::string_view>;
 template <class T>
-concept HasDebugDescription = requires(const T& value)
-{
-    {
-        value.debugDescription()
-        } -> std::convertible_to<std::string_view>;
-};
+concept HasDebugDescription
+    = std::convertible_to<decltype(std::declval<const T&>().debugDescription()), std::string_view>;
 template <class T>
-concept DescribedEnumeration = std::is_enum_v<T> && requires(T value)
-{
-    {
-        description(value)
-        } -> std::convertible_to<std::string_view>;
-};
+concept DescribedEnumeration
+    = std::is_enum_v<T> && std::convertible_to<decltype(description(std::declval<T>())), std::string_view>;
 template <class T>
 concept OptionalLike = requires(const T& value)
 {

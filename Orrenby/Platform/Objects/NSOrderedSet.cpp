@@ -7,13 +7,11 @@ namespace orrenby::inline ORRENBY_ABI {
 
 NSOrderedSet::NSOrderedSet(std::initializer_list<Any> objects)
     : DistinctList(objects.begin(), objects.end())
-{
-}
+{}
 
 NSOrderedSet::NSOrderedSet(const Array& objects)
     : DistinctList(objects.data(), objects.data() + objects.size())
-{
-}
+{}
 
 const Any& NSOrderedSet::operator[](std::size_t position) const
 {

@@ -6,13 +6,11 @@ namespace orrenby::inline ORRENBY_ABI {
 
 NSSet::NSSet(std::initializer_list<Any> objects)
     : DistinctList(objects.begin(), objects.end())
-{
-}
+{}
 
 NSSet::NSSet(const Array& objects)
     : DistinctList(objects.data(), objects.data() + objects.size())
-{
-}
+{}
 
 std::string NSSet::description() const
 {

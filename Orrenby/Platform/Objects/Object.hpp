@@ -15,8 +15,8 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// The one class that closes a class with a life, so that it can be created.
 ///
-/// It calls `afterInit` when all constructors have run, and `release` while `T` is still whole. On the stack: `Object<MyWorker> worker;`.
-/// Neither copyable nor movable: an object is itself, not a value.
+/// It calls `afterInit` when all constructors have run, and `release` while `T` is still whole. On the stack:
+/// `Object<MyWorker> worker;`. Neither copyable nor movable: an object is itself, not a value.
 template <class T> class Object final : public T {
 public:
     template <class... A>
@@ -24,13 +24,13 @@ public:
     explicit Object(A&&... arguments)
         : T(std::forward<A>(arguments)...)
     {
-        this->afterInit(Final<T> {});
+        this->afterInit(Final<T>{});
     }
 
     ~Object() override { static_cast<Lifetime&>(*this).release(); }
 
 private:
-    void createdWithMake() const override { }
+    void createdWithMake() const override {}
 };
 
 /// Creates an object and hands out the first reference to it. One allocation.
@@ -39,7 +39,8 @@ private:
 template <class T, class... A> [[nodiscard]] Ref<T> make(A&&... arguments)
 {
     constexpr bool hasLife = std::is_convertible_v<T*, Lifetime*>;
-    static_assert(hasLife, "make<T> creates classes with a life: T must derive, publicly and once, from a library class such as AbstractWorker");
+    static_assert(hasLife,
+        "make<T> creates classes with a life: T must derive, publicly and once, from a library class such as AbstractWorker");
     static_assert(!std::is_final_v<T>, "make<T> closes T itself: T must not be declared final");
     if constexpr (hasLife && !std::is_final_v<T>) {
 #ifdef ORRENBY_DIAGNOSTICS

@@ -12,6 +12,13 @@
 
 namespace orrenby::inline ORRENBY_ABI {
 
+namespace detail {
+/// Whether `F` takes these arguments once a subject stands before them.
+template <class F, class Subject, class... A>
+concept LacksSubject
+    = !std::invocable<const F&, A...> && std::invocable<const F&, Subject, std::decay_t<A>...>;
+} // namespace detail
+
 /// An operation on a `Subject` that still waits for it: what `operation(arguments…)` gives, ready for
 /// `subject | …`.
 ///
@@ -22,11 +29,9 @@ public:
     constexpr explicit BoundPipeable(const F& function, A&&... arguments)
         : m_function(function)
         , m_arguments(std::forward<A>(arguments)...)
-    {
-    }
+    {}
 
-    template <class S>
-        requires std::convertible_to<S, Subject>
+    template <std::convertible_to<Subject> S>
     friend constexpr decltype(auto) operator|(S&& subject, const BoundPipeable& operation)
     {
         return std::apply(
@@ -36,8 +41,7 @@ public:
             operation.m_arguments);
     }
 
-    template <class S>
-        requires std::convertible_to<S, Subject>
+    template <std::convertible_to<Subject> S>
     friend constexpr decltype(auto) operator|(S&& subject, BoundPipeable&& operation)
     {
         return std::apply(
@@ -67,12 +71,11 @@ template <class F, class Subject> class Pipeable {
 public:
     constexpr explicit Pipeable(F function)
         : m_function(std::move(function))
-    {
-    }
+    {}
 
     /// The direct call.
-    template <class S, class... A>
-        requires(std::convertible_to<S, Subject>&& std::invocable<const F&, S, A...>)
+    template <std::convertible_to<Subject> S, class... A>
+        requires std::invocable<const F&, S, A...>
     constexpr decltype(auto) operator()(S&& subject, A&&... arguments) const
     {
         return std::invoke(m_function, std::forward<S>(subject), std::forward<A>(arguments)...);
@@ -80,14 +83,14 @@ public:
 
     /// The operation without its subject.
     template <class... A>
-        requires(!std::invocable<const F&, A...> && std::invocable<const F&, Subject, std::decay_t<A>...>)
+        requires detail::LacksSubject<F, Subject, A...>
     [[nodiscard]] constexpr auto operator()(A&&... arguments) const
     {
         return BoundPipeable<F, Subject, std::decay_t<A>...>(m_function, std::forward<A>(arguments)...);
     }
 
-    template <class S>
-        requires(std::convertible_to<S, Subject>&& std::invocable<const F&, S>)
+    template <std::convertible_to<Subject> S>
+        requires std::invocable<const F&, S>
     friend constexpr decltype(auto) operator|(S&& subject, const Pipeable& operation)
     {
         return std::invoke(operation.m_function, std::forward<S>(subject));

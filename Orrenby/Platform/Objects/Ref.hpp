@@ -14,7 +14,8 @@ template <class T> using Ref = std::shared_ptr<T>;
 /// Refers to an object without keeping it alive.
 template <class T> using WeakRef = std::weak_ptr<T>;
 
-/// Whether both refer to the very same object, through whatever interface each of them sees it. Two empty ones are the same.
+/// Whether both refer to the very same object, through whatever interface each of them sees it. Two empty
+/// ones are the same.
 template <class A, class B> bool isSameObject(const A* first, const B* second) noexcept
 {
     return dynamic_cast<const void*>(first) == dynamic_cast<const void*>(second);

@@ -42,6 +42,9 @@ template <class F, class Value> void callWith(F&& function, const Value& value)
         static_cast<void>(std::forward<F>(function)());
 }
 
+template <class... T>
+concept EqualityComparable = (std::equality_comparable<T> && ...);
+
 template <class F, class Value>
 concept TakesOrIgnores = std::invocable<F, const Value&> || std::invocable<F>;
 
@@ -159,8 +162,8 @@ public:
     }
     std::string debugDescription() const { return description(); }
 
-    friend bool operator==(const Result& first, const Result& second) requires(
-        std::equality_comparable<Success>&& std::equality_comparable<Failure>)
+    friend bool operator==(
+        const Result& first, const Result& second) requires detail::EqualityComparable<Success, Failure>
     {
         return first.m_outcome == second.m_outcome;
     }
@@ -169,8 +172,7 @@ private:
     template <std::size_t Index, class Content>
     explicit Result(std::in_place_index_t<Index> which, Content&& content)
         : m_outcome(which, std::forward<Content>(content))
-    {
-    }
+    {}
 
     std::variant<Success, Failure> m_outcome;
 };

@@ -11,15 +11,14 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// Text that is written in the source: a literal or a static array. It ends at its first NUL.
 ///
-/// Run-time text does not compile, so what is logged as an event of its own can be grouped by its text, and a pointer to it
-/// never dangles. A plain value of two words.
+/// Run-time text does not compile, so what is logged as an event of its own can be grouped by its text, and a
+/// pointer to it never dangles. A plain value of two words.
 class StaticText {
 public:
     template <std::size_t N>
     consteval StaticText(const char (&text)[N])
         : m_text(text)
-    {
-    }
+    {}
 
     constexpr std::string_view view() const noexcept { return m_text; }
     constexpr operator std::string_view() const noexcept { return m_text; }

@@ -15,9 +15,11 @@ namespace orrenby::inline ORRENBY_ABI {
 #ifdef ORRENBY_DIAGNOSTICS
 class TraceSite : public CallSite {
 public:
-    constexpr TraceSite(CallSite site) noexcept : CallSite(site) { }
+    constexpr TraceSite(CallSite site) noexcept
+        : CallSite(site)
+    {}
     static constexpr TraceSite current(const char* file = __builtin_FILE(), int line = __builtin_LINE(),
-                                       const char* function = __builtin_FUNCTION()) noexcept
+        const char* function = __builtin_FUNCTION()) noexcept
     {
         return CallSite(file, line, function);
     }
@@ -26,7 +28,7 @@ public:
 class TraceSite {
 public:
     constexpr TraceSite() noexcept = default;
-    constexpr TraceSite(CallSite) noexcept { }
+    constexpr TraceSite(CallSite) noexcept {}
     static constexpr TraceSite current() noexcept { return {}; }
 };
 #endif
@@ -46,13 +48,14 @@ struct Event {
 
 /// Sets what receives every report; the last one set wins, `nullptr` turns reports off.
 ///
-/// In a build without `ORRENBY_DIAGNOSTICS` the handler is kept but never called. Set it at start-up, before other threads run.
+/// In a build without `ORRENBY_DIAGNOSTICS` the handler is kept but never called. Set it at start-up, before
+/// other threads run.
 ORRENBY_EXPORT void onEvent(void (*handler)(const Event&));
 
 #ifdef ORRENBY_DIAGNOSTICS
 ORRENBY_EXPORT void report(Kind kind, std::string_view subject, const TraceSite& site);
 #else
-constexpr void report(Kind, std::string_view, TraceSite) noexcept { }
+constexpr void report(Kind, std::string_view, TraceSite) noexcept {}
 #endif
 
 } // namespace Trace

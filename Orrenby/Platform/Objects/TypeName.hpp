@@ -4,6 +4,7 @@
 /// The printed names of types.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Concepts.hpp"
 #include <concepts>
 #include <cstddef>
 #include <memory>
@@ -47,12 +48,9 @@ template <class T> struct TypeNameOf;
 namespace detail {
 
 template <class T>
-concept NamesItself = requires
-{
-    {
-        T::printedTypeName
-        } -> std::convertible_to<std::string_view>;
-};
+concept KnowsItsTypeName = std::convertible_to<decltype(std::declval<const T&>().typeName()), std::string>;
+template <class T>
+concept NamesItself = std::convertible_to<decltype(T::printedTypeName), std::string_view>;
 template <class T>
 concept StandardMap = requires
 {
@@ -85,15 +83,7 @@ template <class... T> std::string typeNames()
 }
 
 template <class T>
-constexpr bool isCharacter
-    = std::is_same_v<T,
-          char> || std::is_same_v<T, wchar_t> || std::is_same_v<T, char8_t> || std::is_same_v<T, char16_t> || std::is_same_v<T, char32_t>;
-
-template <class T>
-constexpr bool isTextType
-    = std::is_same_v<T,
-          std::
-              string> || std::is_same_v<T, std::string_view> || std::is_same_v<T, StaticText> || std::is_same_v<std::decay_t<T>, char*> || std::is_same_v<std::decay_t<T>, const char*>;
+constexpr bool isTextType = OneOf<T, std::string, std::string_view, StaticText> || PointerToText<T>;
 
 } // namespace detail
 
@@ -106,7 +96,7 @@ template <class T> struct TypeNameOf {
             return "String";
         else if constexpr (std::is_same_v<T, bool>)
             return "Bool";
-        else if constexpr (detail::isCharacter<T>)
+        else if constexpr (detail::Character<T>)
             return "Character";
         else if constexpr (std::is_integral_v<T>)
             return detail::integerTypeName(sizeof(T), std::is_signed_v<T>);
@@ -145,17 +135,12 @@ template <class T> struct TypeNameOf<std::optional<T>> {
 template <class... T> struct TypeNameOf<std::tuple<T...>> {
     static std::string text() { return "(" + detail::typeNames<T...>() + ")"; }
 };
-template <class A, class B> struct TypeNameOf<std::pair<A, B>> : TypeNameOf<std::tuple<A, B>> {
-};
-template <class T> struct TypeNameOf<std::shared_ptr<T>> : TypeNameOf<std::remove_cv_t<T>> {
-};
-template <class T> struct TypeNameOf<std::weak_ptr<T>> : TypeNameOf<std::remove_cv_t<T>> {
-};
+template <class A, class B> struct TypeNameOf<std::pair<A, B>> : TypeNameOf<std::tuple<A, B>> {};
+template <class T> struct TypeNameOf<std::shared_ptr<T>> : TypeNameOf<std::remove_cv_t<T>> {};
+template <class T> struct TypeNameOf<std::weak_ptr<T>> : TypeNameOf<std::remove_cv_t<T>> {};
 template <class T, class Deleter>
-struct TypeNameOf<std::unique_ptr<T, Deleter>> : TypeNameOf<std::remove_cv_t<T>> {
-};
-template <class T> struct TypeNameOf<Object<T>> : TypeNameOf<T> {
-};
+struct TypeNameOf<std::unique_ptr<T, Deleter>> : TypeNameOf<std::remove_cv_t<T>> {};
+template <class T> struct TypeNameOf<Object<T>> : TypeNameOf<T> {};
 
 template <class T> std::string typeName()
 {
@@ -168,11 +153,7 @@ template <class T> std::string typeName()
 /// handle refers to, the content of a value that answers `typeName()` itself.
 template <class T> std::string typeName(const T& value)
 {
-    if constexpr (requires {
-                      {
-                          value.typeName()
-                          } -> std::convertible_to<std::string>;
-                  })
+    if constexpr (detail::KnowsItsTypeName<T>)
         return value.typeName();
     else if constexpr (requires {
                            *value;

@@ -4,6 +4,7 @@
 /// Callables that are moved, not copied.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Concepts.hpp"
 #include "Orrenby/Platform/Objects/FatalError.hpp"
 #include <cstddef>
 #include <cstring>
@@ -16,11 +17,19 @@ namespace orrenby::inline ORRENBY_ABI {
 
 template <class Signature> class UniqueFunction;
 
+namespace detail {
+
+/// Moved by copying its bytes, and never destroyed.
+template <class T>
+concept PlainBytes = std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>;
+
+} // namespace detail
+
 /// Owns one callable of any type, which need not be copyable.
 ///
 /// Callables of up to four words are held in place, larger ones on the heap. Moving never throws and leaves
-/// an empty function behind; calling an empty one is a programming error. A null function pointer or an empty
-/// `UniqueFunction` makes an empty one.
+/// an empty function behind; calling an empty one is a programming error. A null function pointer makes an
+/// empty one.
 ///
 /// @snippet Tests/Platform/Objects/UniqueFunctionTests.cpp Passing a callable on
 ///
@@ -30,10 +39,7 @@ public:
     UniqueFunction() noexcept = default;
     UniqueFunction(std::nullptr_t) noexcept {}
 
-    template <class F>
-        requires(!std::is_same_v<std::remove_cvref_t<F>,
-                     UniqueFunction> && std::is_invocable_r_v<R, std::decay_t<F>&, Arguments...>)
-    UniqueFunction(F&& function)
+    template <detail::CallableFor<UniqueFunction, R, Arguments...> F> UniqueFunction(F&& function)
     {
         using Callable = std::decay_t<F>;
         if constexpr (std::is_pointer_v<Callable> || std::is_member_pointer_v<Callable>) {
@@ -47,8 +53,7 @@ public:
                 return invoke(
                     *std::launder(static_cast<Callable*>(storage)), std::forward<Arguments>(arguments)...);
             };
-            if constexpr (!std::is_trivially_copyable_v<
-                              Callable> || !std::is_trivially_destructible_v<Callable>)
+            if constexpr (!detail::PlainBytes<Callable>)
                 m_manage = [](void* from, void* to) noexcept {
                     auto* callable = std::launder(static_cast<Callable*>(from));
                     if (to != nullptr)
@@ -93,7 +98,7 @@ public:
     R operator()(Arguments... arguments)
     {
         if (m_call == nullptr)
-            fatalError("Call of an empty UniqueFunction", "Platform/UniqueFunction", 85);
+            fatalError("Call of an empty UniqueFunction", "Platform/UniqueFunction", 95);
         return m_call(m_storage, std::forward<Arguments>(arguments)...);
     }
 
@@ -123,9 +128,9 @@ private:
     }
 
     R (*m_call)(void*, Arguments...) = nullptr;
-    void (*m_manage)(void* from,
-        void* to) noexcept = nullptr; ///< Moves, or destroys when `to` is null; null for plain bytes.
-    alignas(void*) std::byte m_storage[inPlaceSize];
+    /// Moves, or destroys when `to` is null. None for plain bytes.
+    void (*m_manage)(void* from, void* to) noexcept = nullptr;
+    alignas(void*) std::byte m_storage[inPlaceSize] = {};
 };
 
 } // namespace orrenby

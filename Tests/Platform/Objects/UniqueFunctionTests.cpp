@@ -75,7 +75,7 @@ TEST(UniqueFunction, TerminatesWhenAnEmptyOneIsCalled)
     UniqueFunction<void()> function;
 
     EXPECT_DEATH(
-        function(), "Fatal error: Call of an empty UniqueFunction: file Platform/UniqueFunction, line 85\n");
+        function(), "Fatal error: Call of an empty UniqueFunction: file Platform/UniqueFunction, line 95\n");
 }
 
 TEST(UniqueFunction, CallsFunctionsAndMembers)
