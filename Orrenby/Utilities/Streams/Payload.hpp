@@ -108,7 +108,10 @@ public:
     /// `value(…)` or `error(…)` around the printed form of the content.
     std::string description() const
     {
-        return m_isError ? "error(" + describe(m_error) + ")" : "value(" + describe(m_value) + ")";
+        auto text = std::string(m_isError ? "error(" : "value(");
+        text += m_isError ? describe(m_error) : describe(m_value);
+        text += ')';
+        return text;
     }
 
     /// Equal are payloads of the same case with equal contents.
