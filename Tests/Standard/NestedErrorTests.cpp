@@ -20,8 +20,7 @@ public:
 
         Reason(Case value)
             : m_case(value)
-        {
-        }
+        {}
 
         Case rawValue() const { return m_case; }
         std::string description() const override { return m_case == Case::Offline ? "offline" : "refused"; }
@@ -38,8 +37,7 @@ class TopError : public GlobalError<TopError> {
 public:
     explicit TopError(std::int64_t code)
         : m_code(code)
-    {
-    }
+    {}
     std::int64_t code() const { return m_code; }
     std::string description() const override { return "top"; }
 

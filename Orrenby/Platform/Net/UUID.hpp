@@ -31,8 +31,7 @@ public:
     /// @param bytes  In the order of the text form.
     constexpr explicit UUID(const Bytes& bytes) noexcept
         : m_bytes(bytes)
-    {
-    }
+    {}
 
     /// Reads the text form, digits of either case; nothing for any other text, braces and blanks around it
     /// included.

@@ -27,8 +27,7 @@ public:
     /// time.
     constexpr explicit Date(double seconds) noexcept
         : m_seconds(seconds)
-    {
-    }
+    {}
 
     /// The present moment of the current world's clock.
     ORRENBY_EXPORT static Date now();

@@ -26,7 +26,7 @@ private:
 Clock::Observer::~Observer() = default;
 Clock::~Clock() = default;
 
-void Clock::addObserver(std::weak_ptr<Observer>) { }
+void Clock::addObserver(std::weak_ptr<Observer>) {}
 
 std::shared_ptr<Clock> Clock::system()
 {

@@ -62,6 +62,18 @@ TEST(ErrorValue, IsNothingElse)
     EXPECT_FALSE(isErrorValue<int>);
 }
 
+TEST(ErrorValue, IsKnownToAnyThatHoldsIt)
+{
+    EXPECT_TRUE(Any(app::LoadFailure::Offline).isErrorValue());
+    EXPECT_TRUE(Any(std::runtime_error("torn")).isErrorValue());
+    EXPECT_TRUE(Any(std::make_shared<DerivedFailure>("torn")).isErrorValue());
+    EXPECT_TRUE(Any(NSError("D", 1)).isErrorValue());
+    EXPECT_FALSE(Any(app::Harmless{}).isErrorValue());
+    EXPECT_FALSE(Any(std::make_shared<app::Harmless>()).isErrorValue());
+    EXPECT_FALSE(Any(5).isErrorValue());
+    EXPECT_FALSE(Any().isErrorValue());
+}
+
 TEST(ErrorValue, BridgesTheLibrarysErrorsAsTheyDeclare)
 {
     const auto error = NSError("D", 1);

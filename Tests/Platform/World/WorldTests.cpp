@@ -14,8 +14,7 @@ class NumberedRandomSource final : public RandomSource {
 public:
     explicit NumberedRandomSource(std::uint32_t number)
         : m_number(number)
-    {
-    }
+    {}
     std::uint32_t below(std::uint32_t bound) override { return bound < 2 ? 0 : m_number % bound; }
     std::uint64_t word() override { return m_number; }
 
