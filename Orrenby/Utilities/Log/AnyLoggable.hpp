@@ -62,7 +62,7 @@ template <class T> bool canBeKept(const T& value)
         return true;
 }
 
-template <class T> constexpr bool isPointerToText = isTextType<T> && !std::is_same_v<T, std::string>;
+template <class T> constexpr bool isPointerToText = LoggedText<T> && !std::is_same_v<T, std::string>;
 
 template <class Value> std::shared_ptr<const LoggedBox> boxOf(Value&& value)
 {

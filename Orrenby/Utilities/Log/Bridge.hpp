@@ -13,7 +13,18 @@
 #include <type_traits>
 #include <utility>
 
-namespace orrenby::inline ORRENBY_ABI::Log {
+namespace orrenby::inline ORRENBY_ABI {
+
+namespace detail {
+
+template <class T>
+concept LogClosure = std::is_invocable_r_v < std::string,
+        std::decay_t<T>
+& > ;
+
+} // namespace detail
+
+namespace Log {
 
 /// Calls that a binding to another language makes: the level is an argument, nothing is a template in the
 /// end.
@@ -28,13 +39,12 @@ ORRENBY_EXPORT void _objc_assert(
     bool condition, Level level, UniqueFunction<std::string()> closure, CallSite site = CallSite::current());
 
 /// Tells a callable from an object.
-template <class Closure>
-    requires(
-        std::is_invocable_r_v<std::string,
-            std::decay_t<Closure>&> && !std::same_as<std::decay_t<Closure>, UniqueFunction<std::string()>>)
+template <detail::LogClosure Closure>
 void _objc_append(Level level, Closure&& closure, CallSite site = CallSite::current())
 {
     _objc_append(level, UniqueFunction<std::string()>(std::forward<Closure>(closure)), site);
 }
 
-} // namespace orrenby::Log
+} // namespace Log
+
+} // namespace orrenby

@@ -28,18 +28,23 @@ template <std::invocable T> struct Evaluated<T> {
 };
 template <class T> using EvaluatedType = typename Evaluated<T&>::type;
 
+template <class T>
+concept PlainStaticText = std::same_as<std::remove_cvref_t<T>, StaticText>;
+
+template <class T>
+concept DeferredStaticText = std::invocable<T&> && PlainStaticText<EvaluatedType<T>>;
+
+/// A literal, or a run-time text in an array, which `StaticText` refuses.
+template <class T>
+concept ArrayOfText
+    = std::same_as<const char*, std::decay_t<T>> && std::is_array_v<std::remove_reference_t<T>>;
+
 /// Everything critical entries take except a plain static text, whose overloads make sure that it is one.
 template <class T>
-concept CriticalItem = CriticalValue<EvaluatedType<T>> ||(
-    std::invocable<T&>&& std::same_as<std::remove_cvref_t<EvaluatedType<T>>, StaticText>);
+concept CriticalItem = CriticalValue<EvaluatedType<T>> || DeferredStaticText<T>;
 
 template <class T>
-constexpr bool isLiteral = std::is_array_v<T>&& std::is_same_v<std::remove_extent_t<T>, const char>;
-
-template <class T>
-concept NoCriticalItem
-    = !CriticalItem<
-          T> && !isLiteral<std::remove_reference_t<T>> && !std::same_as<std::remove_cvref_t<T>, StaticText>;
+concept NoCriticalItem = !(CriticalItem<T> || PlainStaticText<T> || ArrayOfText<T>);
 
 template <class T>
 concept DeferredProperties = std::is_invocable_r_v<Dictionary, T&>;

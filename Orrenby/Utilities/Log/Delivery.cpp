@@ -48,20 +48,33 @@ struct LogDelivery {
     static NSError makeWithError(const Log::DeferredEvent& event) { return event.makeWithError(); }
 };
 
-void deliverLogEntry(Log::Level level, const LogSource& source)
+namespace {
+
+[[gnu::noinline]] void deliverCriticalEntry(const LogSource& source)
 {
     auto* events = eventHandler.current();
-    auto* criticalErrors = level == Log::Level::critical ? criticalErrorHandler.current() : nullptr;
+    auto* criticalErrors = criticalErrorHandler.current();
     if (events == nullptr && criticalErrors == nullptr)
         return;
 
-    const auto event = Log::DeferredEvent(level, source);
+    const auto event = Log::DeferredEvent(Log::Level::critical, source);
     if (criticalErrors != nullptr) {
         const auto error = LogDelivery::makeWithError(event);
         criticalErrors->handler(event(), error);
     }
     if (events != nullptr)
-        events->handler(level, event);
+        events->handler(Log::Level::critical, event);
+}
+
+} // namespace
+
+void deliverLogEntry(Log::Level level, const LogSource& source)
+{
+    // The usual case is kept apart, so that it is short.
+    if (level == Log::Level::critical)
+        return deliverCriticalEntry(source);
+    if (auto* events = eventHandler.current())
+        events->handler(level, Log::DeferredEvent(level, source));
 }
 
 } // namespace detail

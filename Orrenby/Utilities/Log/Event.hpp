@@ -30,6 +30,11 @@ public:
         , m_message(std::move(message))
         , m_properties(std::move(properties))
     {}
+    Event(const Event&);
+    Event(Event&&) noexcept;
+    Event& operator=(const Event&);
+    Event& operator=(Event&&) noexcept;
+    ~Event();
 
     /// The level's emoji or its code, as `Log::useEmoji()` was when the event was made.
     const std::string& level() const noexcept { return m_level; }

@@ -15,7 +15,7 @@ namespace orrenby::inline ORRENBY_ABI::detail {
 /// Makes an entry that passed its level. All kinds of text share one instantiation.
 template <class Item> void logItem(Log::Level level, Item& item, const CallSite& site)
 {
-    if constexpr (isTextType<std::remove_cv_t<Item>>) {
+    if constexpr (LoggedText<std::remove_cv_t<Item>>) {
         const auto text = isNullText(item) ? std::string_view("none") : std::string_view(item);
         deliverLogEntry(level, logSource(text, site));
     } else

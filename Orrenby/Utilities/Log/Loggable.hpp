@@ -52,15 +52,23 @@ protected:
     PrintedLoggable() noexcept = default;
 };
 
+namespace detail {
+
+template <class T>
+concept LoggedText = isTextType<T>;
+
+template <class T>
+concept LoggedDictionary = std::same_as<T, Dictionary> || StandardMap<T>;
+
+} // namespace detail
+
 /// Customisation point for types that cannot derive from `Loggable`: a specialisation has
 /// `static std::string message(const T&)` and `static std::optional<NSError> error(const T&)`.
 ///
 /// The library has it for text, `StaticText`, `NSError`, `Result` and dictionaries.
 template <class T> struct LoggableConformance;
 
-template <class T>
-    requires detail::isTextType<T>
-struct LoggableConformance<T> {
+template <detail::LoggedText T> struct LoggableConformance<T> {
     static std::string message(const T& text) { return describe(text); }
     static std::optional<NSError> error(const T&) { return std::nullopt; }
 };
@@ -75,9 +83,7 @@ template <class Success, class Failure> struct LoggableConformance<Result<Succes
     static std::optional<NSError> error(const Result<Success, Failure>&) { return std::nullopt; }
 };
 
-template <class T>
-    requires(std::same_as<T, Dictionary> || detail::StandardMap<T>)
-struct LoggableConformance<T> {
+template <detail::LoggedDictionary T> struct LoggableConformance<T> {
     static std::string message(const T& dictionary) { return debugDescribe(dictionary); }
     static std::optional<NSError> error(const T&) { return std::nullopt; }
 };
