@@ -31,9 +31,10 @@ concept CallableFor = OtherThan<F, Self> && CallableAs<F, R, Arguments...>;
 template <class T>
 concept Character = OneOf<T, char, wchar_t, char8_t, char16_t, char32_t>;
 
+template <class T> using PointsToCharacter = std::is_same<PlainPointee<T>, char>;
+
 /// `char*`, `const char*` or an array of `char`.
 template <class T>
-concept PointerToText = OneOf < PlainPointee<T>,
-char > &&std::is_pointer_v<std::decay_t<T>>;
+concept PointerToText = PointsToCharacter<T>::value && std::is_pointer_v<std::decay_t<T>>;
 
 } // namespace orrenby::inline ORRENBY_ABI::detail
