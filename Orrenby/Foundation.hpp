@@ -3,4 +3,4 @@
 /// @file
 /// Everything of the third floor: operations added to platform types.
 
-#include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Foundation/NSError.hpp"

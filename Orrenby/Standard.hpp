@@ -3,4 +3,4 @@
 /// @file
 /// Everything of the first floor: what the standard library's own value types lack.
 
-#include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Standard/NestedError.hpp"

@@ -3,4 +3,4 @@
 /// @file
 /// The public test kit. Nothing of the library includes it.
 
-#include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Testing/TestAccess.hpp"
