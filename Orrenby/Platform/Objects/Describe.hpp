@@ -28,8 +28,8 @@ namespace orrenby::inline ORRENBY_ABI {
 /// - Lists are `[1, "a"]`, dictionaries `["k": 1]` and, when empty, `[:]`; pairs and tuples `(1, "a")`. What
 /// they contain stands in debug form.
 ///   Keys are sorted; sets are written like lists, sorted by printed form.
-/// - Optionals and pointers print what they hold or refer to, and `none` when they are empty. Bytes print as
-/// `3 bytes`.
+/// - Optionals, variants and pointers print what they hold or refer to, and `none` when they are empty. Bytes
+/// print as `3 bytes`.
 /// - A type of one's own answers `description()`; an enumeration may have a function `description(value)`
 /// beside it. Without that
 ///   an exception prints its `what()`, an enumeration as `Level(2)`, and anything else its type name.
@@ -85,9 +85,15 @@ concept PointerLike = requires(const T& value)
     static_cast<bool>(value);
 };
 template <class T>
-concept ListLike = requires(const T& value)
+concept VariantLike = requires(const T& value)
 {
-    value.begin();
+    value.index();
+    value.valueless_by_exception();
+};
+/// Not what consists of its own kind, as file-system paths do: that would never end.
+template <class T>
+concept ListLike = OtherThan<decltype(*std::declval<const T&>().begin()), T> && requires(const T& value)
+{
     value.end();
 };
 template <class T>
@@ -127,6 +133,9 @@ template <class T> std::string describeStructure(const T& value, bool inDebugFor
             members.emplace_back(debugDescribe(key), debugDescribe(member));
         return joinedDictionary(
             std::move(members), requires { typename T::key_compare; });
+    } else if constexpr (VariantLike<T>) {
+        const auto describeContent = [&](const auto& content) { return describeAs(content, inDebugForm); };
+        return value.valueless_by_exception() ? "none" : visit(describeContent, value);
     } else if constexpr (ListLike<T>) {
         std::vector<std::string> items;
         for (const auto& item : value)
@@ -138,9 +147,6 @@ template <class T> std::string describeStructure(const T& value, bool inDebugFor
     else
         return orrenby::typeName(value);
 }
-
-template <class T>
-constexpr bool isStructure = OptionalLike<T> || PointerLike<T> || ListLike<T> || TupleLike<T>;
 
 template <class T> std::string describeScalar(const T& value)
 {
@@ -179,6 +185,8 @@ template <class T> std::string describe(const T& value)
         return std::string(std::string_view(description(value)));
     else if constexpr (std::is_same_v<T, char>)
         return std::string(1, value);
+    else if constexpr (std::is_null_pointer_v<T>)
+        return "none";
     else if constexpr (detail::isScalar<T>)
         return detail::describeScalar(value);
     else if constexpr (detail::isTextType<T>)
@@ -209,7 +217,7 @@ template <class T> std::string debugDescribe(const T& value)
         return detail::isNullText(value) ? "none" : detail::quoted(value);
     else if constexpr (std::is_pointer_v<T> && std::is_object_v<std::remove_pointer_t<T>>)
         return value != nullptr ? debugDescribe(*value) : "none";
-    else if constexpr (std::is_pointer_v<T>)
+    else if constexpr (std::is_pointer_v<T> || std::is_null_pointer_v<T>)
         return describe(value);
     else if constexpr (std::is_base_of_v<std::exception, T>)
         return orrenby::typeName(value) + "(" + value.what() + ")";

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstring>
 #include <deque>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <limits>
 #include <map>
@@ -13,6 +14,7 @@
 #include <stdexcept>
 #include <unordered_map>
 #include <unordered_set>
+#include <variant>
 
 using namespace orrenby;
 
@@ -228,6 +230,23 @@ TEST(Describe, PrintsWhatAPointerRefersTo)
     EXPECT_EQ(describe(Ref<app::Shape>()), "none");
     EXPECT_EQ(debugDescribe(static_cast<app::Shape*>(nullptr)), "none");
 }
+
+TEST(Describe, PrintsWhatAVariantHolds)
+{
+    using Choice = std::variant<int, std::string>;
+
+    EXPECT_EQ(describe(Choice("a")), "a");
+    EXPECT_EQ(debugDescribe(Choice("a")), "\"a\"");
+    EXPECT_EQ(describe(std::vector<Choice>{1, "a"}), R"([1, "a"])");
+}
+
+TEST(Describe, PrintsNothingToReferToAsNone)
+{
+    EXPECT_EQ(describe(nullptr), "none");
+    EXPECT_EQ(debugDescribe(nullptr), "none");
+}
+
+TEST(Describe, EndsForWhatConsistsOfItsOwnKind) { EXPECT_EQ(describe(std::filesystem::path("a/b")), "path"); }
 
 TEST(Describe, PrintsBytesByTheirCount)
 {

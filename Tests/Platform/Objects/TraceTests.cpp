@@ -34,6 +34,7 @@ class Part : public Lifetime {
 
 TEST(Trace, ReportsWhoDidWhatAndWhere)
 {
+    reports().clear();
     Trace::onEvent(keepReport);
     attach();
     const auto part = make<Part>();
@@ -43,6 +44,7 @@ TEST(Trace, ReportsWhoDidWhatAndWhere)
 
 TEST(Trace, ReportsNothingOnceTurnedOff)
 {
+    reports().clear();
     Trace::onEvent(keepReport);
     Trace::onEvent(nullptr);
     attach();
@@ -56,6 +58,7 @@ static_assert(std::is_empty_v<TraceSite>, "a site costs nothing outside the diag
 
 TEST(Trace, ReportsNothingOutsideTheDiagnosticBuild)
 {
+    reports().clear();
     Trace::onEvent(keepReport);
     attach();
     const auto part = make<Part>();
