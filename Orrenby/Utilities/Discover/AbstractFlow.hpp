@@ -20,10 +20,10 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// @snippet Tests/Utilities/Discover/AbstractFlowTests.cpp Writing a flow
 ///
-/// When its last reference goes away, the sub-flows are detached, first to last, then the context is
-/// deactivated; then the context, the view controller and the sub-flows are let go, in this order. In hooks
-/// that run then, weak references to the flow are already empty, and one that throws ends the process. A
-/// destructor of a subclass finds all three gone.
+/// When its last reference goes away, the sub-flows are detached, first to last, and those that nobody else
+/// holds end theirs; then the context is deactivated; then the context, the view controller and the sub-flows
+/// are let go, in this order. In hooks that run then, weak references to the flow are already empty, and one
+/// that throws ends the process. A destructor of a subclass finds all three gone.
 ///
 /// Not synchronised. Use from the main thread.
 template <class ContextType, class ViewController> class AbstractFlow : public detail::FlowCore {

@@ -44,7 +44,8 @@ protected:
     /// The worker is about to stop: `isWorking()` is still true and subscriptions still deliver. Empty by
     /// default.
     ///
-    /// For the same reason a call of `stop()` in here recurses for ever.
+    /// For the same reason a call of `stop()` in here, or of `deactivate()` of its context, recurses for
+    /// ever.
     virtual void willStop();
 
 private:
