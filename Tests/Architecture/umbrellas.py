@@ -25,8 +25,9 @@ def stays_out(header):
 
 
 def wanted_includes(root, floor):
-    headers = sorted((root / "Orrenby" / floor).rglob("*.hpp"))
-    return [header.relative_to(root).as_posix() for header in headers if not stays_out(header)]
+    headers = (root / "Orrenby" / floor).rglob("*.hpp")
+    # Sorted as texts, like the formatter does; paths would sort folder by folder.
+    return sorted(header.relative_to(root).as_posix() for header in headers if not stays_out(header))
 
 
 def check(root):
