@@ -6,11 +6,13 @@
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Any.hpp"
 #include "Orrenby/Platform/Objects/HashIndex.hpp"
+#include <concepts>
 #include <cstddef>
 #include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -29,6 +31,12 @@ public:
     static constexpr std::string_view printedTypeName = "Dictionary<String, Any>";
 
     struct Entry {
+        template <std::convertible_to<std::string_view> Key>
+        Entry(const Key& newKey, Any newValue)
+            : key(std::string_view(newKey))
+            , value(std::move(newValue))
+        {}
+
         std::string key;
         Any value;
         friend bool operator==(const Entry&, const Entry&) = default;

@@ -37,6 +37,14 @@ TEST(Dictionary, MapsTextToAnyValue)
     EXPECT_EQ(describe(settings), R"(["muted": false, "volume": 7])");
 }
 
+TEST(Dictionary, TakesKeysFromAnyKindOfText)
+{
+    constexpr std::string_view constant = "constant";
+    const Dictionary dictionary = {{constant, 1}, {std::string("made"), 2}, {"literal", 3}};
+
+    EXPECT_THAT(dictionary.keys(), ElementsAre("constant", "made", "literal"));
+}
+
 TEST(Dictionary, StartsEmpty)
 {
     const Dictionary dictionary;

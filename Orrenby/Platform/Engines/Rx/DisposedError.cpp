@@ -11,7 +11,7 @@ std::string DisposedError::description() const { return "The subject was dispose
 
 Dictionary DisposedError::errorUserInfo() const
 {
-    return {{std::string(NSLocalizedDescriptionKey), description()}};
+    return {{NSLocalizedDescriptionKey, description()}};
 }
 
 } // namespace orrenby::StreamsRx
