@@ -1,0 +1,32 @@
+#pragma once
+
+/// @file
+/// The flow of the feed.
+
+#include "Counted.hpp"
+#include "FeedContext.hpp"
+#include "FeedPrinter.hpp"
+#include "Orrenby/Utilities/Discover/AbstractFlow.hpp"
+#include "Session.hpp"
+
+namespace fieldbook {
+
+/// Follows one folder and prints what happens in it. The printer stands where other applications have a view
+/// controller.
+class FeedFlow : public orrenby::AbstractFlow<FeedContext, orrenby::Ref<FeedPrinter>>, Counted<Part::flow> {
+public:
+    /// @param session  Outlives the flow.
+    FeedFlow(Session& session, orrenby::Ref<FeedContext> context, orrenby::Ref<FeedPrinter> printer);
+    ~FeedFlow() override;
+
+    /// A flow with everything that it needs, not started yet.
+    static orrenby::Ref<FeedFlow> build(Session& session);
+
+protected:
+    void didStart() override;
+
+private:
+    Session& m_session;
+};
+
+} // namespace fieldbook

@@ -1,0 +1,89 @@
+#include "FeedPrinter.hpp"
+
+#include "Text.hpp"
+#include <cstddef>
+#include <string>
+#include <variant>
+
+namespace fieldbook {
+
+namespace {
+
+template <class... Callables> struct Cases : Callables... {
+    using Callables::operator()...;
+};
+template <class... Callables> Cases(Callables...) -> Cases<Callables...>;
+
+std::string padded(std::string_view text)
+{
+    constexpr std::size_t widthOfColumn = 8;
+    auto result = std::string(text);
+    result.resize(widthOfColumn, ' ');
+    return result;
+}
+
+std::string countedReports(std::size_t count)
+{
+    return std::to_string(count) + (count == 1 ? " report file" : " report files");
+}
+
+} // namespace
+
+Style styleOf(Severity severity)
+{
+    switch (severity) {
+    case Severity::low:
+        return Style::green;
+    case Severity::medium:
+        return Style::yellow;
+    case Severity::high:
+        return Style::red;
+    }
+    return Style::plain;
+}
+
+void FeedPrinter::show(const FolderNews& news)
+{
+    std::visit(Cases{
+                   [&](const Opened& it) {
+                       m_terminal.print(m_terminal.styled(Style::bold, "Feed of " + printable(it.folder)));
+                   },
+                   [&](const Scanned& it) {
+                       m_terminal.print(
+                           m_terminal.styled(Style::faint, "= " + countedReports(it.fileCount) + " so far"));
+                   },
+                   [&](const Added& it) { printReport(Style::green, '+', it.report); },
+                   [&](const Changed& it) { printReport(Style::cyan, '~', it.report); },
+                   [&](const Removed& it) {
+                       if (it.report)
+                           printReport(Style::faint, '-', *it.report);
+                       else
+                           printFile(Style::faint, '-', "unreadable", it.file);
+                   },
+                   [&](const Unreadable& it) {
+                       printFile(Style::red, '!', "unreadable", it.file + ": " + it.problem.description());
+                   },
+               },
+        news);
+}
+
+void FeedPrinter::show(const FolderLost& failure)
+{
+    m_terminal.print(m_terminal.styled(Style::red, "! the folder is lost: " + printable(failure.reason)));
+}
+
+void FeedPrinter::printReport(Style style, char mark, const Report& report)
+{
+    m_terminal.print(m_terminal.styled(style, std::string(1, mark)) + ' '
+        + m_terminal.styled(styleOf(report.severity), padded(nameOf(report.severity)))
+        + m_terminal.styled(Style::bold, report.title) + ", " + report.place
+        + m_terminal.styled(Style::faint, " (" + report.observer + ")"));
+}
+
+void FeedPrinter::printFile(Style style, char mark, std::string_view what, std::string_view text)
+{
+    m_terminal.print(
+        m_terminal.styled(style, std::string(1, mark) + ' ' + std::string(what)) + "  " + printable(text));
+}
+
+} // namespace fieldbook

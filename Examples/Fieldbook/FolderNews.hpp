@@ -1,0 +1,70 @@
+#pragma once
+
+/// @file
+/// What a watched folder tells: the elements of its stream.
+
+#include "Report.hpp"
+#include "ReportParser.hpp"
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace fieldbook {
+
+/// The folder that the news are about: the first element. What is in it already follows as added.
+struct Opened {
+    std::string folder;
+
+    friend bool operator==(const Opened&, const Opened&) = default;
+};
+
+/// Everything that was in the folder at first has been told.
+struct Scanned {
+    std::size_t fileCount = 0;
+
+    friend bool operator==(const Scanned&, const Scanned&) = default;
+};
+
+/// A report that was not there before, or could not be read before.
+struct Added {
+    std::string file;
+    Report report;
+
+    friend bool operator==(const Added&, const Added&) = default;
+};
+
+/// A known report that says something else now.
+struct Changed {
+    std::string file;
+    Report report;
+
+    friend bool operator==(const Changed&, const Changed&) = default;
+};
+
+/// A file that went away. The report is what it said last; nothing if it could not be read.
+struct Removed {
+    std::string file;
+    std::optional<Report> report;
+
+    friend bool operator==(const Removed&, const Removed&) = default;
+};
+
+/// A file that ought to be a report and is none, or not any more.
+struct Unreadable {
+    std::string file;
+    ReportProblem problem;
+
+    friend bool operator==(const Unreadable&, const Unreadable&) = default;
+};
+
+using FolderNews = std::variant<Opened, Scanned, Added, Changed, Removed, Unreadable>;
+
+/// Why there will be no more news: the failure of the stream.
+struct FolderLost {
+    std::string reason;
+
+    friend bool operator==(const FolderLost&, const FolderLost&) = default;
+};
+
+} // namespace fieldbook

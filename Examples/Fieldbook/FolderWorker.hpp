@@ -1,0 +1,60 @@
+#pragma once
+
+/// @file
+/// The worker that turns a folder into a stream.
+
+#include "Counted.hpp"
+#include "EventLoop.hpp"
+#include "FolderNews.hpp"
+#include "FolderWatch.hpp"
+#include "Orrenby/Utilities/Discover/AbstractWorker.hpp"
+#include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
+#include "Session.hpp"
+#include <map>
+#include <memory>
+#include <string>
+
+namespace fieldbook {
+
+/// Tells what comes, changes and goes in the folder of the session, as long as it works.
+///
+/// The first look is taken in the turn of the loop after the start, when everything else has started as well.
+/// A file that says what it said before is no news. An unreadable one makes a warning in the log, too.
+///
+/// @snippet Examples/Fieldbook/Tests/FolderWorkerTests.cpp Following a folder
+class FolderWorker : public orrenby::AbstractWorker, Counted<Part::worker> {
+public:
+    /// @param session  Outlives the worker.
+    explicit FolderWorker(Session& session);
+    ~FolderWorker() override;
+
+    /// The news, the last one first. The failure says that the folder is lost; nothing follows it.
+    orrenby::Streams::AnyPublisher<FolderNews, FolderLost> news() const;
+
+protected:
+    void didStart() override;
+    void willStop() override;
+
+private:
+    using Known = orrenby::Result<Report, ReportProblem>;
+
+    void begin();
+    void follow();
+    void handle(const FolderChange& change);
+    bool lookAtAll();
+    void lookAt(const std::string& file);
+    void take(const std::string& file, Report report);
+    void take(const std::string& file, ReportProblem problem);
+    void forget(const std::string& file);
+    void forgetAllBut(const std::vector<std::string>& files);
+    void lose(std::string reason);
+
+    Session& m_session;
+    orrenby::Streams::CurrentValueSubject<FolderNews, FolderLost> m_news;
+    std::shared_ptr<FolderWatch> m_watch;
+    EventLoop::Watch m_firstLook;
+    EventLoop::Watch m_changes;
+    std::map<std::string, Known> m_known; ///< By the name of the file.
+};
+
+} // namespace fieldbook

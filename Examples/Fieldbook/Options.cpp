@@ -1,0 +1,76 @@
+#include "Options.hpp"
+
+#include "Text.hpp"
+#include <utility>
+
+namespace fieldbook {
+
+namespace {
+
+using Outcome = orrenby::Result<Options, std::string>;
+
+/// Sets the option of this name; gives whether there is one.
+bool setOption(std::string_view name, Options& options)
+{
+    if (name == "--help" || name == "-h")
+        options.isHelp = true;
+    else if (name == "--script")
+        options.isScript = true;
+    else if (name == "--watch")
+        options.isWatch = true;
+    else if (name == "--rx")
+        options.usesRx = true;
+    else
+        return false;
+    return true;
+}
+
+} // namespace
+
+orrenby::Result<Options, std::string> parseOptions(std::span<const char* const> arguments)
+{
+    Options options;
+    bool areOptionsOver = false;
+    for (const std::string_view argument : arguments) {
+        if (!areOptionsOver && argument == "--")
+            areOptionsOver = true;
+        else if (!areOptionsOver && argument.starts_with('-')) {
+            if (!setOption(argument, options))
+                return Outcome::failure("unknown option \"" + printable(argument) + "\"");
+        } else if (options.folder)
+            return Outcome::failure("more than one folder");
+        else
+            options.folder = argument;
+    }
+    if (options.isScript && options.folder)
+        return Outcome::failure("--script plays on a copy of the bundled samples and takes no folder");
+    if (options.isScript && options.isWatch)
+        return Outcome::failure("--script ends by itself and --watch does not: choose one");
+    return Outcome::success(std::move(options));
+}
+
+std::string_view helpText()
+{
+    return R"(fieldbook [OPTION...] [FOLDER]
+
+Shows the field reports (*.report files) of FOLDER, and what happens to them, as a live feed.
+Without FOLDER it takes the bundled sample reports.
+
+On a terminal it watches until Ctrl-C. Elsewhere it shows what is in FOLDER and ends; without FOLDER it
+plays a script on a copy of the samples and ends. At the end it prints a summary.
+
+  --watch    watch until Ctrl-C or a termination request, also without a terminal
+  --script   play the script, also on a terminal
+  --rx       run on the second of the two stream engines
+  -h --help  print this text
+
+The feed goes to standard output, the log to standard error. In the feed, + is a report that was added,
+~ one that changed, - one that was removed, and ! a file that cannot be read. Colours are used on a
+terminal, unless the environment variable NO_COLOR is set.
+
+Exit status: 0 after a session, also an interrupted one; 1 if the folder cannot be watched or goes away,
+if the output cannot be written, or if something of the tree is left at the end; 2 for wrong arguments.
+)";
+}
+
+} // namespace fieldbook

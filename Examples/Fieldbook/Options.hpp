@@ -1,0 +1,31 @@
+#pragma once
+
+/// @file
+/// The command line.
+
+#include "Orrenby/Platform/Objects/Result.hpp"
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace fieldbook {
+
+struct Options {
+    std::optional<std::filesystem::path> folder; ///< Nothing for the bundled samples.
+    bool isHelp = false;
+    bool isScript = false;
+    bool isWatch = false;
+    bool usesRx = false;
+
+    friend bool operator==(const Options&, const Options&) = default;
+};
+
+/// Reads the arguments behind the program's name. The failure is a message for whoever typed them.
+orrenby::Result<Options, std::string> parseOptions(std::span<const char* const> arguments);
+
+/// The text of `--help`, with its last line end.
+std::string_view helpText();
+
+} // namespace fieldbook

@@ -1,0 +1,36 @@
+#pragma once
+
+/// @file
+/// What happens in the folder during a scripted run.
+
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace fieldbook {
+
+/// One thing that somebody does with a file.
+struct ScriptStep {
+    enum class Act {
+        write,   ///< Writes the text into the file, in place.
+        replace, ///< Writes the text elsewhere and moves it over the file.
+        move,    ///< Gives the file the name that stands in `text`.
+        remove
+    };
+
+    Act act;
+    std::string_view file;
+    std::string_view text = {};
+
+    /// `write owl-count.report`
+    std::string description() const;
+};
+
+/// The bundled script. It knows the bundled samples.
+std::span<const ScriptStep> demoScript();
+
+/// Does it. What the system refuses goes to the log.
+void perform(const ScriptStep& step, const std::filesystem::path& folder);
+
+} // namespace fieldbook

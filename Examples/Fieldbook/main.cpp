@@ -1,0 +1,117 @@
+// Fieldbook: a small application on Orrenby. README.md says what to read in which order.
+
+#include "EventLoop.hpp"
+#include "LifeTrace.hpp"
+#include "Options.hpp"
+#include "Orrenby/Utilities/Log/ConsoleHandler.hpp"
+#include "Orrenby/Utilities/Log/Entries.hpp"
+#include "Orrenby/Utilities/Log/Settings.hpp"
+#include "Orrenby/Utilities/Streams/EngineChoice.hpp"
+#include "ReportFolder.hpp"
+#include "RootFlow.hpp"
+#include "Samples.hpp"
+#include "Session.hpp"
+#include "Summary.hpp"
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <unistd.h>
+
+namespace fieldbook {
+
+namespace {
+
+constexpr int failed = 1;
+constexpr int wronglyCalled = 2;
+
+void complain(const std::string& message) { Terminal(STDERR_FILENO, false).print("fieldbook: " + message); }
+
+/// Settings of the whole process. They are made before anything else uses the library.
+void setUp(const Options& options)
+{
+    orrenby::Log::setUseEmoji(false);
+    orrenby::Log::setLevel(orrenby::Log::Level::info);
+    orrenby::Log::onEvent(orrenby::Log::ConsoleHandler());
+    orrenby::Streams::set({.isCombineEnabledWhenAvailable = !options.usesRx});
+    // A reader who leaves is noticed when writing fails, and the temporary folder is still cleared away.
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+Course courseOf(const Options& options, const Terminal& terminal)
+{
+    if (options.isScript)
+        return Course::script;
+    if (options.isWatch || terminal.isInteractive())
+        return Course::watch;
+    return options.folder ? Course::look : Course::script;
+}
+
+/// The life of the tree: it stands while the loop runs.
+void live(Session& session)
+{
+    session.trace.begin("Opening");
+    auto root = orrenby::make<RootFlow>(session);
+    root->start();
+
+    session.loop.run();
+
+    // The last reference: everything ends with it, in the documented order.
+    session.trace.begin("Closing");
+    root.reset();
+}
+
+int runIn(const std::filesystem::path& folder, Course course, Terminal& terminal)
+{
+    if (const auto problem = problemOfFolder(folder)) {
+        complain(*problem);
+        return failed;
+    }
+    auto loop = EventLoop();
+    auto trace = LifeTrace(terminal);
+    auto session = Session{loop, terminal, trace, folder, course};
+    live(session);
+
+    printSummary(session.tally.value(), terminal);
+    if (!terminal.isIntact())
+        complain("the output could not be written");
+    const bool isGood = session.ending.value() != Ending::folderLost && isNothingLive()
+        && terminal.isIntact();
+    return isGood ? 0 : failed;
+}
+
+int run(const Options& options)
+{
+    setUp(options);
+    auto terminal = Terminal(STDOUT_FILENO);
+    const auto course = courseOf(options, terminal);
+    const auto folder = options.folder ? *options.folder : samplesFolder();
+    if (course != Course::script)
+        return runIn(folder, course, terminal);
+    const auto copy = TemporaryCopy(folder);
+    return runIn(copy.path(), course, terminal);
+}
+
+} // namespace
+
+} // namespace fieldbook
+
+int main(int argumentCount, char** arguments)
+{
+    using namespace fieldbook;
+    const auto options = parseOptions({arguments + 1, static_cast<std::size_t>(argumentCount - 1)});
+    if (const auto message = options.error()) {
+        complain(*message + "\nTry --help.");
+        return wronglyCalled;
+    }
+    if (options.value()->isHelp) {
+        std::fputs(helpText().data(), stdout);
+        return std::fflush(stdout) == 0 ? 0 : failed;
+    }
+    try {
+        return run(options.unwrap());
+    } catch (const std::exception& error) {
+        complain(error.what());
+        return failed;
+    }
+}
