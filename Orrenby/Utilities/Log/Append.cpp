@@ -11,6 +11,8 @@ Log::Event makeLogEvent(Log::Queue queue, Log::Level level, std::string message,
         std::move(properties));
 }
 
+void readLogText(const void* text, LoggedValue& read) { readLogged(static_cast<const char*>(text), read); }
+
 std::string logFilename(std::string_view path)
 {
     while (path.ends_with('/'))

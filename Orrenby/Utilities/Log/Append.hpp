@@ -27,9 +27,6 @@ namespace orrenby::inline ORRENBY_ABI {
 
 namespace detail {
 
-/// Hands an entry that passed its level and its condition to the handlers.
-ORRENBY_EXPORT void deliverLogEntry(Log::Level level, const LogSource& source);
-
 ORRENBY_EXPORT Log::Event makeLogEvent(Log::Queue queue, Log::Level level, std::string message,
     Dictionary properties, std::string filename, std::int64_t line, std::string function);
 
@@ -46,31 +43,72 @@ template <class Source> decltype(auto) evaluated(Source& source)
         return (source);
 }
 
+/// Reads the item that a pointer of unknown constness refers to.
 template <class Item> void readLogItem(const void* item, LoggedValue& read)
 {
-    auto& source = *static_cast<Item*>(const_cast<void*>(item)); // as it was passed, see `logSource`
+    auto& source = *static_cast<Item*>(const_cast<void*>(item)); // constant only if `Item` is
     static_assert(
         !std::is_void_v<decltype(evaluated(source))>, "a deferred log item returns what is to be logged");
     const auto& value = evaluated(source);
     readLogged<std::remove_cvref_t<decltype(value)>>(value, read);
 }
 
-template <class Properties> Dictionary makeLogProperties(const void* properties)
-{
-    auto& source = *static_cast<Properties*>(const_cast<void*>(properties));
-    return evaluated(source);
-}
+/// Of text that ends with a NUL.
+ORRENBY_EXPORT void readLogText(const void* text, LoggedValue& read);
 
-/// Refers to the arguments, which outlive it.
-template <class Item> LogSource logSource(Item& item, const CallSite& site)
+template <class Item> inline constexpr LogOperations itemOperations{&readLogItem<Item>, nullptr};
+inline constexpr LogOperations textOperations{&readLogText, nullptr};
+
+template <class Item, class Properties> struct LogItemWithProperties {
+    Item& item;
+    Properties& properties;
+
+    static void readItem(const void* arguments, LoggedValue& read)
+    {
+        readLogItem<Item>(std::addressof(static_cast<const LogItemWithProperties*>(arguments)->item), read);
+    }
+    static Dictionary makeProperties(const void* arguments)
+    {
+        return evaluated(static_cast<const LogItemWithProperties*>(arguments)->properties);
+    }
+    static constexpr LogOperations operations{&readItem, &makeProperties};
+};
+
+/// Hands entries that passed level and condition to the handlers.
+struct ORRENBY_EXPORT LogDelivery {
+    static void deliverCritical(LogState state, const LogOperations& operations, const void* arguments,
+        const char* file, const char* function);
+
+    /// In the header, because a call into the library would cost more than all the rest.
+    static void deliver(
+        Log::Level level, const LogOperations& operations, const void* arguments, const CallSite& site)
+    {
+        const auto state = LogState{site.line(), static_cast<std::uint8_t>(level.rawValue())};
+        const char* function = site.function().data();
+        if (level == Log::Level::critical)
+            deliverCritical(state, operations, arguments, site.file(), function);
+        else if (auto* events = logEventHandler.load(std::memory_order_acquire)) {
+            const auto event = Log::DeferredEvent(state, operations, arguments, site.file(), function);
+            events->handler(level, event);
+        }
+    }
+};
+
+/// Makes an entry that passed its level. A literal is passed as it is, so that no entry instantiates anything
+/// for its length.
+template <class Item> void logItem(Log::Level level, Item& item, const CallSite& site)
 {
-    return {&readLogItem<Item>, std::addressof(item), nullptr, nullptr, site};
+    if constexpr (std::is_same_v<const char*, std::decay_t<const Item>>)
+        LogDelivery::deliver(level, textOperations, item, site);
+    else
+        LogDelivery::deliver(level, itemOperations<Item>, std::addressof(item), site);
 }
 template <class Item, class Properties>
-LogSource logSource(Item& item, Properties& properties, const CallSite& site)
+void logItem(Log::Level level, Item& item, Properties& properties, const CallSite& site)
 {
-    return {&readLogItem<Item>, std::addressof(item), &makeLogProperties<Properties>,
-        std::addressof(properties), site};
+    using Arguments = LogItemWithProperties<Item, Properties>;
+    const auto arguments = Arguments{item, properties};
+    LogDelivery::deliver(level, Arguments::operations, &arguments, site);
 }
 
 /// Gives properties, or is a callable that does.
@@ -101,7 +139,7 @@ void _append(Condition&& condition, Level level, Item&& item, Properties&& prope
 {
     if (Log::level() > level || condition())
         return;
-    detail::deliverLogEntry(level, detail::logSource(item, properties, site));
+    detail::logItem(level, item, properties, site);
 }
 
 /// Makes an event, with levels and queues as `useEmoji()` says now.

@@ -66,21 +66,21 @@ template <class Condition> bool holds(Condition& condition)
 template <class Item> void logCritical(Item& item, const CallSite& site)
 {
     if (!(Log::level() > Log::Level::critical))
-        deliverLogEntry(Log::Level::critical, logSource(item, site));
+        logItem(Log::Level::critical, item, site);
 }
 
 template <class Item, class Properties>
 void logCritical(Item& item, Properties& properties, const CallSite& site)
 {
     if (!(Log::level() > Log::Level::critical))
-        deliverLogEntry(Log::Level::critical, logSource(item, properties, site));
+        logItem(Log::Level::critical, item, properties, site);
 }
 
 template <class Item> void logCriticalWhen(bool isCritical, Item& item, const CallSite& site)
 {
     const Log::Level level = isCritical ? Log::Level::critical : Log::Level::error;
     if (!(Log::level() > level))
-        deliverLogEntry(level, logSource(item, site));
+        logItem(level, item, site);
 }
 
 } // namespace orrenby::inline ORRENBY_ABI::detail

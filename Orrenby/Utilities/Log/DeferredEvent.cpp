@@ -1,18 +1,12 @@
 #include "Orrenby/Utilities/Log/DeferredEvent.hpp"
 
 #include "Orrenby/Utilities/Log/Append.hpp"
+#include <new>
+#include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
 
 namespace {
-
-Log::Event eventOf(Log::Level level, const detail::LogSource& source, std::string message)
-{
-    auto properties = source.makeProperties != nullptr ? source.makeProperties(source.properties)
-                                                       : Dictionary{};
-    return detail::makeLogEvent(Log::Queue::current(), level, std::move(message), std::move(properties),
-        detail::logFilename(source.site.file()), source.site.line(), std::string(source.site.function()));
-}
 
 /// For an item that brings no error of its own.
 NSError errorOf(const Log::Event& event, bool isStaticText)
@@ -26,19 +20,40 @@ NSError errorOf(const Log::Event& event, bool isStaticText)
 
 namespace Log {
 
+DeferredEvent& DeferredEvent::operator=(const DeferredEvent& other)
+{
+    auto event = other();
+    if (m_state.hasEvent)
+        m_event = std::move(event);
+    else
+        ::new (static_cast<void*>(&m_event)) Event(std::move(event));
+    m_state = other.m_state;
+    return *this;
+}
+
+void DeferredEvent::makeFrom(detail::LoggedValue& read) const
+{
+    m_operations->readItem(m_arguments, read);
+    auto properties = m_operations->makeProperties != nullptr ? m_operations->makeProperties(m_arguments)
+                                                              : Dictionary{};
+    const auto site = CallSite(m_file, m_state.line, m_function);
+    ::new (static_cast<void*>(&m_event))
+        Event(detail::makeLogEvent(Queue::current(), level(), std::move(read.message), std::move(properties),
+            detail::logFilename(site.file()), site.line(), std::string(site.function())));
+    m_state.hasEvent = true;
+}
+
 void DeferredEvent::make() const
 {
     auto read = detail::LoggedValue{.wantsMessage = true};
-    m_source->readItem(m_source->item, read);
-    m_event.emplace(eventOf(m_level, *m_source, std::move(read.message)));
+    makeFrom(read);
 }
 
 NSError DeferredEvent::makeWithError() const
 {
     auto read = detail::LoggedValue{.wantsMessage = true, .wantsError = true};
-    m_source->readItem(m_source->item, read);
-    m_event.emplace(eventOf(m_level, *m_source, std::move(read.message)));
-    return read.error ? *std::move(read.error) : errorOf(*m_event, read.isStaticText);
+    makeFrom(read);
+    return read.error ? *std::move(read.error) : errorOf(m_event, read.isStaticText);
 }
 
 } // namespace Log

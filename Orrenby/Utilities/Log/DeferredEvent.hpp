@@ -5,26 +5,29 @@
 
 #include "Orrenby/Platform/Errors/NSError.hpp"
 #include "Orrenby/Platform/Export.hpp"
-#include "Orrenby/Platform/Objects/CallSite.hpp"
 #include "Orrenby/Platform/Objects/Dictionary.hpp"
 #include "Orrenby/Utilities/Log/Event.hpp"
 #include "Orrenby/Utilities/Log/Level.hpp"
 #include "Orrenby/Utilities/Log/LoggedValue.hpp"
-#include <optional>
+#include <cstdint>
 
 namespace orrenby::inline ORRENBY_ABI {
 
 namespace detail {
 
-/// Where an event comes from: the caller's arguments, still unevaluated.
-struct LogSource {
+/// How the arguments of an entry are evaluated; one constant for all entries with arguments of these types.
+struct LogOperations {
     /// Evaluates the item and finds out about it what is wanted.
-    void (*readItem)(const void* item, LoggedValue& read);
-    const void* item;
+    void (*readItem)(const void* arguments, LoggedValue& read);
     /// Evaluates the properties; null where there are none.
-    Dictionary (*makeProperties)(const void* properties);
-    const void* properties;
-    CallSite site;
+    Dictionary (*makeProperties)(const void* arguments);
+};
+
+/// Fits in one register.
+struct LogState {
+    std::int32_t line;
+    std::uint8_t level;
+    bool hasEvent = false;
 };
 
 struct LogDelivery;
@@ -46,42 +49,55 @@ namespace Log {
 /// Lives on the stack; does not allocate before the event is made. Not synchronised.
 class ORRENBY_EXPORT DeferredEvent {
 public:
-    DeferredEvent(Level level, const detail::LogSource& source) noexcept
-        : m_source(&source)
-        , m_level(level)
-    {}
     DeferredEvent(const DeferredEvent& other)
-        : m_level(other.m_level)
+        : m_state(other.m_state)
         , m_event(other())
-    {}
-    DeferredEvent& operator=(const DeferredEvent& other)
     {
-        m_event = other();
-        m_level = other.m_level;
-        m_source = nullptr;
-        return *this;
+        m_state.hasEvent = true;
+    }
+    DeferredEvent& operator=(const DeferredEvent& other);
+    ~DeferredEvent()
+    {
+        if (m_state.hasEvent)
+            m_event.~Event();
     }
 
-    Level level() const noexcept { return m_level; }
+    Level level() const noexcept { return static_cast<Level::Case>(m_state.level); }
 
     /// The event. What the item or the properties throw passes to the caller, and the next call tries again.
     const Event& operator()() const
     {
-        if (!m_event)
+        if (!m_state.hasEvent)
             make();
-        return *m_event;
+        return m_event;
     }
 
 private:
     friend struct detail::LogDelivery;
 
+    /// Each word counts: this is all that an entry costs when nobody asks for the event.
+    DeferredEvent(detail::LogState state, const detail::LogOperations& operations, const void* arguments,
+        const char* file, const char* function) noexcept
+        : m_state(state)
+        , m_operations(&operations)
+        , m_arguments(arguments)
+        , m_file(file)
+        , m_function(function)
+    {}
+
     void make() const;
     /// Makes the event now, together with the error that it stands for.
     NSError makeWithError() const;
+    void makeFrom(detail::LoggedValue& read) const;
 
-    const detail::LogSource* m_source = nullptr; ///< Null once the event belongs to a copy.
-    Level m_level;
-    mutable std::optional<Event> m_event;
+    mutable detail::LogState m_state;
+    const detail::LogOperations* m_operations = nullptr; ///< The next four: null in a copy.
+    const void* m_arguments = nullptr;
+    const char* m_file = nullptr;
+    const char* m_function = nullptr;
+    union {
+        mutable Event m_event; ///< Lives while the state says so.
+    };
 };
 
 } // namespace Log

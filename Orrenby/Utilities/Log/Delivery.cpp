@@ -6,84 +6,59 @@
 
 namespace orrenby::inline ORRENBY_ABI {
 
+namespace detail {
+
+constinit std::atomic<InstalledHandler<Log::EventHandler>*> logEventHandler = nullptr;
+
+} // namespace detail
+
 namespace {
 
-/// The handler that is installed, and all that were before: another thread may still be in one of them.
-template <class Handler> class Installed {
-public:
-    struct Record {
-        Handler handler;
-        const Record* previous = nullptr;
-    };
+using detail::InstalledHandler;
 
-    constexpr Installed() = default;
+constinit std::atomic<InstalledHandler<Log::CriticalErrorHandler>*> criticalErrorHandler = nullptr;
 
-    /// Null when there is none.
-    Record* current() const noexcept { return m_current.load(std::memory_order_acquire); }
+template <class Handler> void install(std::atomic<InstalledHandler<Handler>*>& place, Handler handler)
+{
+    // All that were ever installed: another thread may still be in one of them.
+    static constinit std::atomic<InstalledHandler<Handler>*> kept = nullptr;
 
-    void set(Handler handler)
-    {
-        Record* record = nullptr;
-        if (handler) {
-            record = new Record{std::move(handler), m_kept.load(std::memory_order_relaxed)};
-            while (!m_kept.compare_exchange_weak(record->previous, record, std::memory_order_release))
-                ;
-        }
-        m_current.store(record, std::memory_order_release);
+    InstalledHandler<Handler>* installed = nullptr;
+    if (handler) {
+        installed = new InstalledHandler<Handler>{std::move(handler), kept.load(std::memory_order_relaxed)};
+        while (!kept.compare_exchange_weak(installed->previous, installed, std::memory_order_release)) {}
     }
-
-private:
-    std::atomic<Record*> m_current = nullptr;
-    std::atomic<const Record*> m_kept = nullptr;
-};
-
-constinit Installed<Log::EventHandler> eventHandler;
-constinit Installed<Log::CriticalErrorHandler> criticalErrorHandler;
+    place.store(installed, std::memory_order_release);
+}
 
 } // namespace
 
 namespace detail {
 
-struct LogDelivery {
-    static NSError makeWithError(const Log::DeferredEvent& event) { return event.makeWithError(); }
-};
-
-namespace {
-
-[[gnu::noinline]] void deliverCriticalEntry(const LogSource& source)
+void LogDelivery::deliverCritical(LogState state, const LogOperations& operations, const void* arguments,
+    const char* file, const char* function)
 {
-    auto* events = eventHandler.current();
-    auto* criticalErrors = criticalErrorHandler.current();
+    auto* events = logEventHandler.load(std::memory_order_acquire);
+    auto* criticalErrors = criticalErrorHandler.load(std::memory_order_acquire);
     if (events == nullptr && criticalErrors == nullptr)
         return;
 
-    const auto event = Log::DeferredEvent(Log::Level::critical, source);
+    const auto event = Log::DeferredEvent(state, operations, arguments, file, function);
     if (criticalErrors != nullptr) {
-        const auto error = LogDelivery::makeWithError(event);
+        const auto error = event.makeWithError();
         criticalErrors->handler(event(), error);
     }
     if (events != nullptr)
         events->handler(Log::Level::critical, event);
 }
 
-} // namespace
-
-void deliverLogEntry(Log::Level level, const LogSource& source)
-{
-    // The usual case is kept apart, so that it is short.
-    if (level == Log::Level::critical)
-        return deliverCriticalEntry(source);
-    if (auto* events = eventHandler.current())
-        events->handler(level, Log::DeferredEvent(level, source));
-}
-
 } // namespace detail
 
 namespace Log {
 
-void onEvent(EventHandler handler) { eventHandler.set(std::move(handler)); }
+void onEvent(EventHandler handler) { install(detail::logEventHandler, std::move(handler)); }
 
-void onCriticalError(CriticalErrorHandler handler) { criticalErrorHandler.set(std::move(handler)); }
+void onCriticalError(CriticalErrorHandler handler) { install(criticalErrorHandler, std::move(handler)); }
 
 } // namespace Log
 

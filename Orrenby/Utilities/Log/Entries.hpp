@@ -11,7 +11,6 @@
 #include "Orrenby/Utilities/Log/Append.hpp"
 #include "Orrenby/Utilities/Log/CriticalItem.hpp"
 #include "Orrenby/Utilities/Log/Level.hpp"
-#include "Orrenby/Utilities/Log/LogText.hpp"
 #include "Orrenby/Utilities/Log/Settings.hpp"
 
 namespace orrenby::inline ORRENBY_ABI {

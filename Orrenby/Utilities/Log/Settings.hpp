@@ -42,6 +42,23 @@ ORRENBY_EXPORT bool useEmoji() noexcept;
 /// Stores the choice, then makes a `debug` entry "Log.useEmoji = …".
 ORRENBY_EXPORT void setUseEmoji(bool useEmoji);
 
+} // namespace Log
+
+namespace detail {
+
+/// A handler, and the one that was installed before it.
+template <class Handler> struct InstalledHandler {
+    Handler handler;
+    InstalledHandler* previous;
+};
+
+/// Null when there is none.
+ORRENBY_EXPORT extern std::atomic<InstalledHandler<Log::EventHandler>*> logEventHandler;
+
+} // namespace detail
+
+namespace Log {
+
 /// Installs what receives the entries, in place of the last one; an empty one removes it.
 ///
 /// There is one handler; `TeeHandler` passes entries on to several. Handlers are called from every thread
