@@ -53,10 +53,10 @@ protected:
         turn();
     }
 
-    /// Lets the loop handle everything that has happened so far.
+    /// Lets the loop handle everything that has happened so far: what was registered first comes first.
     void turn()
     {
-        const auto end = loop.after(30ms, [this] { loop.stop(); });
+        const auto end = loop.after(0ms, [this] { loop.stop(); });
         loop.run();
     }
 
