@@ -12,7 +12,7 @@
 
 namespace fieldbook {
 
-/// The folder that the news are about: the first element. What is in it already follows as added.
+/// The folder that all news is about: the first element. What is in it already follows as added.
 struct Opened {
     std::string folder;
 

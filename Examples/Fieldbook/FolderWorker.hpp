@@ -21,7 +21,12 @@ namespace fieldbook {
 /// The first look is taken in the turn of the loop after the start, when everything else has started as well.
 /// A file that says what it said before is no news. An unreadable one makes a warning in the log, too.
 ///
+/// Started again, it tells everything anew; subscribers that came in between begin with the last news of
+/// before.
+///
 /// @snippet Examples/Fieldbook/Tests/FolderWorkerTests.cpp Following a folder
+///
+/// Not synchronised.
 class FolderWorker : public orrenby::AbstractWorker, Counted<Part::worker> {
 public:
     /// @param session  Outlives the worker.

@@ -293,6 +293,20 @@ TEST_F(FolderWorkerTest, TellsNothingOnceItIsStopped)
     EXPECT_THAT(takeNews(), ElementsAre());
 }
 
+TEST_F(FolderWorkerTest, TellsEverythingAnewWhenItIsStartedAgain)
+{
+    put("a.report", reportOf("one"));
+    start();
+    takeNews();
+
+    worker->stop();
+    worker->start();
+    turn();
+
+    EXPECT_THAT(
+        takeNews(), ElementsAre(FolderNews(Added{"a.report", parsedReport("one")}), FolderNews(Scanned{1})));
+}
+
 TEST_F(FolderWorkerTest, MayBeStoppedByWhoeverReceivesItsNews)
 {
     put("a.report", reportOf("one"));
