@@ -39,8 +39,7 @@ public:
 
     explicit AnyCancellable(detail::SubscriptionHandle cancellable) noexcept
         : m_cancellable(std::move(cancellable))
-    {
-    }
+    {}
 
     AnyCancellable(const AnyCancellable&) = default;
     AnyCancellable(AnyCancellable&&) noexcept = default;

@@ -33,8 +33,7 @@ public:
 
     explicit AnyPublisher(detail::Retained<const detail::Publication<Payload>> publisher) noexcept
         : m_publisher(std::move(publisher))
-    {
-    }
+    {}
 
     // Copies only: a moved-from publisher would be one that cannot be used.
     AnyPublisher(const AnyPublisher&) = default;

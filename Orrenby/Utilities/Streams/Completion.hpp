@@ -30,8 +30,7 @@ public:
 private:
     explicit Completion(std::optional<Failure> failure)
         : m_failure(std::move(failure))
-    {
-    }
+    {}
 
     std::optional<Failure> m_failure;
 };

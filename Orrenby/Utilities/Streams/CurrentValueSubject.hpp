@@ -35,8 +35,7 @@ class CurrentValueSubject
 public:
     explicit CurrentValueSubject(Output value)
         : Operations(makeSubject(Payload<Output, Failure>::value(std::move(value))))
-    {
-    }
+    {}
 
     /// A subject that is born failed; values may follow. Where values and failures have the same type, mark
     /// it with `failure(…)`.
@@ -44,16 +43,14 @@ public:
         requires(!std::same_as<Error, Never> && !std::same_as<Error, Output>)
     explicit CurrentValueSubject(Error error)
         : Operations(makeSubject(Payload<Output, Failure>::error(std::move(error))))
-    {
-    }
+    {}
 
     /// A subject that is born with a failure that is marked as one.
     explicit CurrentValueSubject(FailureOf<Failure> error) requires(!std::same_as<Failure, Never>)
         : Operations(makeSubject(Payload<Output, Failure>::error(std::move(error.content))))
-    {
-    }
+    {}
 
-    CurrentValueSubject() requires std::same_as<Output, Void> : CurrentValueSubject(Void()) { }
+    CurrentValueSubject() requires std::same_as<Output, Void> : CurrentValueSubject(Void()) {}
 
     /// The current value.
     /// @throws Failure  if the current payload is a failure; an `AnyError` throws what it holds, with its own

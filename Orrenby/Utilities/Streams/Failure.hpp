@@ -14,13 +14,11 @@ template <typename Content> struct FailureOf {
     template <typename Other>
         requires std::constructible_from<Content, Other> FailureOf(FailureOf<Other> other)
             : content(std::move(other.content))
-        {
-        }
+        {}
 
         explicit FailureOf(Content failure)
             : content(std::move(failure))
-        {
-        }
+        {}
 
         Content content;
 };

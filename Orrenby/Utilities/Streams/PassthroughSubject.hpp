@@ -25,8 +25,7 @@ class PassthroughSubject
 public:
     PassthroughSubject()
         : Operations(makeSubject())
-    {
-    }
+    {}
 
 private:
     static detail::Retained<detail::SubjectBase<Payload<Output, Failure>>> makeSubject()

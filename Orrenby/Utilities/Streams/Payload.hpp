@@ -124,20 +124,18 @@ public:
     }
 
 private:
-    struct ValueTag { };
-    struct ErrorTag { };
+    struct ValueTag {};
+    struct ErrorTag {};
 
     constexpr Payload(Output&& value, ValueTag)
         : m_value(std::move(value))
         , m_isError(false)
-    {
-    }
+    {}
 
     constexpr Payload(Failure&& error, ErrorTag)
         : m_error(std::move(error))
         , m_isError(true)
-    {
-    }
+    {}
 
     template <typename Other> constexpr void construct(Other&& other)
     {

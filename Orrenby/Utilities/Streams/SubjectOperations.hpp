@@ -65,8 +65,7 @@ public:
 protected:
     explicit SubjectOperations(Retained<Core> subject) noexcept
         : m_subject(std::move(subject))
-    {
-    }
+    {}
 
     // Copies only: a moved-from subject would be one that cannot be used.
     SubjectOperations(const SubjectOperations&) = default;

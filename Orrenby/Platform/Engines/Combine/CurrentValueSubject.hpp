@@ -16,8 +16,7 @@ public:
 
     explicit CurrentValueSubject(Output value)
         : detail::CurrentValueBase<Output>(ownEngine, std::move(value))
-    {
-    }
+    {}
 };
 
 } // namespace orrenby::StreamsCombine

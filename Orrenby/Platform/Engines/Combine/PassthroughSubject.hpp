@@ -14,8 +14,7 @@ public:
 
     PassthroughSubject()
         : detail::SubjectBase<Output>(ownEngine)
-    {
-    }
+    {}
 };
 
 } // namespace orrenby::StreamsCombine

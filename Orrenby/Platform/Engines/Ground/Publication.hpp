@@ -34,8 +34,7 @@ protected:
     Publication(Engine engine, std::size_t bytes) noexcept
         : m_bytes(bytes)
         , m_engine(engine)
-    {
-    }
+    {}
 
 private:
     const std::size_t m_bytes;

@@ -48,11 +48,10 @@ template <class T, class Callback> class SinkNode final : public Receiver<T> {
 public:
     explicit SinkNode(Callback callback)
         : m_callback(static_cast<Callback&&>(callback))
-    {
-    }
+    {}
 
     void receive(Pass<T> value) noexcept override { m_callback(value); }
-    void finish() noexcept override { }
+    void finish() noexcept override {}
 
 private:
     Callback m_callback;

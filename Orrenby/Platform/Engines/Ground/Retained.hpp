@@ -64,14 +64,12 @@ public:
 
     Retained(Retained&& other) noexcept
         : m_object(std::exchange(other.m_object, nullptr))
-    {
-    }
+    {}
 
     template <class Derived>
     Retained(Retained<Derived> other) noexcept
         : m_object(other.leak())
-    {
-    }
+    {}
 
     Retained& operator=(Retained other) noexcept
     {

@@ -13,8 +13,8 @@ namespace orrenby::inline ORRENBY_ABI::detail {
 /// Takes values and does nothing: what a cancelled slot delivers to until it is buried.
 template <class T> class DeafNode final : public Receiver<T> {
 public:
-    void receive(Pass<T>) noexcept override { }
-    void finish() noexcept override { }
+    void receive(Pass<T>) noexcept override {}
+    void finish() noexcept override {}
 
     static DeafNode& shared() noexcept
     {
@@ -32,8 +32,7 @@ public:
     TypedSlot(SubscriberList& list, Subscription& subscription, Receiver<T>& receiver) noexcept
         : Slot(list, subscription)
         , m_receiver(&receiver)
-    {
-    }
+    {}
 
     Receiver<T>& receiver() const noexcept { return *m_receiver.load(std::memory_order_relaxed); }
 
@@ -56,8 +55,7 @@ template <class T> class SubjectBase : public Publication<T> {
 public:
     explicit SubjectBase(Engine engine)
         : Publication<T>(engine, Subscription::bytesFor<TypedSlot<T>>())
-    {
-    }
+    {}
 
     void send(Pass<T> value) noexcept
     {
@@ -90,21 +88,19 @@ protected:
         explicit QueuedValue(Pass<T> sent)
             : Queued(false)
             , value(sent)
-        {
-        }
+        {}
         T value;
     };
 
     struct QueuedEnd final : Queued {
         QueuedEnd()
             : Queued(true)
-        {
-        }
+        {}
         std::optional<T> last;
     };
 
     /// Called with the list locked before a value is delivered or queued. The current value is stored here.
-    virtual void willSend(T&) noexcept { }
+    virtual void willSend(T&) noexcept {}
 
     TypedSlot<T>& addSlot(Subscription::Builder& builder, Receiver<T>& downstream) const
     {
@@ -195,8 +191,7 @@ public:
     CurrentValueBase(Engine engine, T value)
         : SubjectBase<T>(engine)
         , m_value(std::move(value))
-    {
-    }
+    {}
 
     void send(Pass<T> value) noexcept
     {

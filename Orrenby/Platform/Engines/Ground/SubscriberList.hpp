@@ -16,8 +16,7 @@ public:
     Slot(SubscriberList& list, Subscription& subscription) noexcept
         : m_list(list)
         , m_subscription(subscription)
-    {
-    }
+    {}
 
     Slot* next() const noexcept { return m_next; }
 
@@ -54,8 +53,7 @@ private:
 struct ORRENBY_EXPORT Queued {
     explicit Queued(bool end) noexcept
         : isEnd(end)
-    {
-    }
+    {}
     virtual ~Queued();
 
     const bool isEnd;

@@ -24,8 +24,7 @@ Subscription::Subscription(Retained<const Counted> description, Engine engine) n
     : m_engine(engine)
     , m_serial(startedCount.fetch_add(1, std::memory_order_relaxed) + 1)
     , m_description(std::move(description))
-{
-}
+{}
 
 Subscription::~Subscription()
 {

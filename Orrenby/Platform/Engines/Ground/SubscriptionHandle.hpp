@@ -31,8 +31,7 @@ public:
 
     SubscriptionHandle(SubscriptionHandle&& other) noexcept
         : m_subscription(std::exchange(other.m_subscription, nullptr))
-    {
-    }
+    {}
 
     SubscriptionHandle& operator=(SubscriptionHandle other) noexcept
     {

@@ -18,8 +18,7 @@ public:
 
     explicit CurrentValueSubject(Output value)
         : detail::CurrentValueBase<Output>(ownEngine, std::move(value))
-    {
-    }
+    {}
 
     /// Ends the stream and gives its value up.
     void dispose() noexcept

@@ -9,9 +9,6 @@ DisposedError::~DisposedError() = default;
 
 std::string DisposedError::description() const { return "The subject was disposed"; }
 
-Dictionary DisposedError::errorUserInfo() const
-{
-    return {{NSLocalizedDescriptionKey, description()}};
-}
+Dictionary DisposedError::errorUserInfo() const { return {{NSLocalizedDescriptionKey, description()}}; }
 
 } // namespace orrenby::StreamsRx
