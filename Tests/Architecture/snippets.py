@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Every example that a header's comment points to exists: `@snippet FILE TITLE` means a block of FILE between two lines
-`//! [TITLE]`. The files are tests and examples, so each of these examples is compiled and run.
+`//! [TITLE]`. The files are tests and examples, so each of these examples is compiled and run. A C++ block of README.md stands
+word for word in one of the examples.
 
     snippets.py [ROOT]       prints one line per finding, fails if there is one
     snippets.py --self-test  shows on made-up trees that the check can fail
@@ -12,9 +13,23 @@ import checker
 
 SNIPPET = re.compile(r"@snippet[ \t]+(\S+)[ \t]+(.+?)[ \t]*$", re.M)
 PLACES = ("Tests/", "Examples/")
+BLOCK = re.compile(r"^```cpp\n(.*?)^```$", re.M | re.S)
 
 
 def check(root):
+    yield from check_headers(root)
+    yield from check_readme(root)
+
+
+def check_readme(root):
+    readme = root / "README.md"
+    examples = [example.read_text(encoding="utf-8") for example in (root / "Examples").rglob("*.cpp")]
+    for block in BLOCK.findall(readme.read_text(encoding="utf-8") if readme.exists() else ""):
+        if not any(block in example for example in examples):
+            yield f"README.md: a block that begins with {block.splitlines()[0]} stands in no example"
+
+
+def check_headers(root):
     for header in sorted((root / "Orrenby").rglob("*.hpp")):
         name = header.relative_to(root).as_posix()
         for file, title in SNIPPET.findall(header.read_text(encoding="utf-8")):
@@ -45,6 +60,12 @@ class SelfTest(checker.TreeTest):
     def test_a_missing_or_open_block_is_found(self):
         for test in ("", "//! [Words]\nrun();\n", "//! [Words and more]\nrun();\n//! [Words and more]\n"):
             self.assertEqual(1, len(self.findings("/// @snippet Tests/ATests.cpp Words\n", test)), test)
+
+    def test_code_of_the_readme_that_no_example_has_is_found(self):
+        self.put("README.md", "```cpp\nrun();\n```\n")
+        self.assertEqual(1, len(self.findings("", "")))
+        self.put("Examples/a.cpp", "int main() {\nrun();\n}\n")
+        self.assertEqual([], self.findings("", ""))
 
 
 if __name__ == "__main__":
