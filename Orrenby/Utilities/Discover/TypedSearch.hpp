@@ -12,17 +12,15 @@
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
+template <class T> using ConstRef = const Ref<T>&;
+
 /// A callable on an object: it takes the object or, to keep it, the reference to it.
 template <class Callable, class T>
-concept CallableOn = std::invocable<Callable&, T&> || std::invocable < Callable&,
-        const Ref<T>
-& > ;
+concept CallableOn = std::invocable<Callable&, T&> || std::invocable<Callable&, ConstRef<T>>;
 
 /// A callable on an object that answers yes or no.
 template <class Callable, class T>
-concept PredicateOn = std::predicate<Callable&, T&> || std::predicate < Callable&,
-        const Ref<T>
-& > ;
+concept PredicateOn = std::predicate<Callable&, T&> || std::predicate<Callable&, ConstRef<T>>;
 
 /// `object` is not empty.
 template <class T, CallableOn<T> Callable> decltype(auto) callOn(const Ref<T>& object, Callable& callable)

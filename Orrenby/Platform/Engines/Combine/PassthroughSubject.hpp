@@ -3,7 +3,7 @@
 /// @file
 /// The passthrough subject of the Combine engine.
 
-#include "Orrenby/Platform/Engines/Ground/Subject.hpp"
+#include "Orrenby/Platform/Engines/Ground/SubjectBase.hpp"
 
 namespace orrenby::inline ORRENBY_ABI::StreamsCombine {
 

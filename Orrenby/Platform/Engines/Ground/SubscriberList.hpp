@@ -69,7 +69,7 @@ struct ORRENBY_EXPORT Queued {
 /// deliverer, who comes waits in a list of newcomers, what is sent is numbered and queued. The deliverer
 /// settles all of that before it leaves. A newcomer gets what was sent after it came, nothing earlier.
 ///
-/// The source above supplies the values: see Subject.hpp. Safe to use from several threads.
+/// The source above supplies the values: see SubjectBase.hpp. Safe to use from several threads.
 class ORRENBY_EXPORT SubscriberList {
 public:
     /// What a thread that wants to deliver has got. The list is locked, except when it is closed.

@@ -3,7 +3,7 @@
 /// @file
 /// The current-value subject of the Rx engine.
 
-#include "Orrenby/Platform/Engines/Ground/Subject.hpp"
+#include "Orrenby/Platform/Engines/Ground/CurrentValueBase.hpp"
 #include "Orrenby/Platform/Engines/Rx/DisposedError.hpp"
 
 namespace orrenby::inline ORRENBY_ABI::StreamsRx {

@@ -1,46 +1,14 @@
 #pragma once
 
 /// @file
-/// Sources that are pushed from outside: what the subjects of both engines are made of.
+/// A source that is pushed from outside: what the subjects of both engines are made of.
 
 #include "Orrenby/Platform/Engines/Ground/Publication.hpp"
-#include "Orrenby/Platform/Engines/Ground/SubscriberList.hpp"
+#include "Orrenby/Platform/Engines/Ground/TypedSlot.hpp"
 #include <memory>
 #include <optional>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
-
-/// Takes values and does nothing: what a cancelled slot delivers to until it is buried.
-template <class T> class DeafNode final : public Receiver<T> {
-public:
-    void receive(Pass<T>) noexcept override {}
-    void finish() noexcept override {}
-
-    static DeafNode& shared() noexcept
-    {
-        static auto& node = *new DeafNode; // never destroyed: subjects may outlive the end of main
-        return node;
-    }
-};
-
-/// The slot of a subscription to a subject, with the hop that takes its values.
-///
-/// A cancelled slot changes its receiver instead of carrying a flag: that spares the deliverer a test for
-/// each subscriber.
-template <class T> class TypedSlot final : public Slot {
-public:
-    TypedSlot(SubscriberList& list, Subscription& subscription, Receiver<T>& receiver) noexcept
-        : Slot(list, subscription)
-        , m_receiver(&receiver)
-    {}
-
-    Receiver<T>& receiver() const noexcept { return *m_receiver.load(std::memory_order_relaxed); }
-
-private:
-    void deafen() noexcept override { m_receiver.store(&DeafNode<T>::shared(), std::memory_order_relaxed); }
-
-    std::atomic<Receiver<T>*> m_receiver;
-};
 
 /// A source that forwards what is sent to those who are subscribed at that moment, in the order of their
 /// coming.
@@ -179,96 +147,6 @@ template <class T>
     m_list.unlock();
     deliverQueued(m_list, queued.release());
     m_list.leave(*this, deliverQueued);
-}
-
-/// A subject that keeps the value sent last and hands it to each new subscriber first, before the subscribing
-/// call returns.
-///
-/// The current value changes before anybody is told, also when the send is queued. After the end it stays
-/// readable.
-template <class T> class CurrentValueBase : public SubjectBase<T> {
-public:
-    CurrentValueBase(Engine engine, T value)
-        : SubjectBase<T>(engine)
-        , m_value(std::move(value))
-    {}
-
-    void send(Pass<T> value) noexcept
-    {
-        if constexpr (std::is_trivially_copyable_v<T>) {
-            if (m_list.tryEnterLocked()) [[likely]] {
-                m_value = value;
-                deliverEntered(value);
-                return;
-            }
-        } else {
-            auto stored = T(
-                value); // copied, and the old value destroyed, outside of the lock: both may run foreign code
-            if (m_list.tryEnterLocked()) [[likely]] {
-                willSend(stored);
-                deliverEntered(value);
-                return;
-            }
-        }
-        this->sendWhileBusy(value);
-    }
-
-    /// A copy of the current value.
-    T value() const
-    {
-        m_list.lock();
-        const auto unlocking = Unlocking{m_list};
-        return m_value;
-    }
-
-    void connect(Subscription::Builder& builder, Receiver<T>& downstream) const override;
-
-private:
-    using SubjectBase<T>::m_list;
-
-    struct Unlocking {
-        SubscriberList& list;
-        ~Unlocking() { list.unlock(); }
-    };
-
-    void willSend(T& value) noexcept override
-    {
-        using std::swap;
-        swap(m_value, value);
-    }
-
-    void deliverEntered(Pass<T> value) noexcept
-    {
-        m_list.unlock();
-        this->deliver(m_list, value);
-        m_list.leave(*this, this->deliverQueued);
-    }
-
-    T m_value;
-};
-
-template <class T>
-void CurrentValueBase<T>::connect(Subscription::Builder& builder, Receiver<T>& downstream) const
-{
-    using Joining = SubscriberList::Joining;
-    auto& slot = this->addSlot(builder, downstream);
-
-    m_list.lock();
-    const auto joining = m_list.join(slot, true);
-    if (joining == Joining::Closed) {
-        m_list.unlock();
-        downstream.finish();
-        return;
-    }
-    const auto first = [&]() noexcept {
-        const auto unlocking = Unlocking{m_list};
-        return T(m_value);
-    }();
-    downstream.receive(first);
-    if (joining == Joining::Delivering)
-        m_list.leave(*this, this->deliverQueued);
-    else
-        m_list.finishReplay(*this, this->deliverQueued);
 }
 
 } // namespace orrenby::detail
