@@ -6,6 +6,7 @@
 #include "Orrenby/Platform/Engines/Ground/Publication.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/Trace.hpp"
+#include "Orrenby/Platform/Objects/TypeName.hpp"
 #include "Orrenby/Utilities/Streams/AnyCancellable.hpp"
 #include "Orrenby/Utilities/Streams/Payload.hpp"
 #include <concepts>

@@ -4,6 +4,7 @@
 #include "Tests/Support/StreamEngines.hpp"
 #include <memory>
 #include <optional>
+#include <utility>
 
 using namespace orrenby;
 using orrenby::testing::Trouble;
@@ -143,6 +144,30 @@ TEST_P(AnyPublisher, ACallbackThatOnlyMovesMaySubscribe)
     subject.send(4);
 
     EXPECT_EQ(watched, 4);
+}
+
+std::vector<std::pair<std::string, std::string>> traced;
+
+TEST_P(AnyPublisher, ReportsWhoSubscribesInTheDiagnosticBuildOnly)
+{
+    const auto subject = Streams::PassthroughSubject<int, Never>();
+    Trace::onEvent([](const Trace::Event& event) {
+        if (event.kind == Trace::Kind::Subscribe)
+            traced.emplace_back(event.subject, event.site.function());
+    });
+    traced.clear();
+
+    const auto first = subject.asPublisher().bind([](int) {});
+    const auto second = subject.asPublisher().sink([](const auto&) {});
+    Trace::onEvent(nullptr);
+
+#ifdef ORRENBY_DIAGNOSTICS
+    EXPECT_THAT(traced,
+        ElementsAre(std::pair("AnyPublisher<Int32, Never>", "TestBody"),
+            std::pair("AnyPublisher<Int32, Never>", "TestBody")));
+#else
+    EXPECT_THAT(traced, ::testing::IsEmpty());
+#endif
 }
 
 using AnyPublisherDeathTest = AnyPublisher;
