@@ -191,7 +191,7 @@ void SubscriberList::settle(const Counted& owner, Deliver deliver) noexcept
         Queued* queued = nullptr;
         if (m_replaying != 0) {
             // Somebody is still inside a first value. Who ends the last such replay takes the queue over.
-            word |= deliveringBit | workBit | orphanedBit;
+            word |= deliveringBit | orphanedBit;
             m_deliverer.store(0, std::memory_order_relaxed);
             isSettled = true;
         } else if ((queued = m_firstQueued)) {
@@ -199,7 +199,7 @@ void SubscriberList::settle(const Counted& owner, Deliver deliver) noexcept
             if (!m_firstQueued)
                 m_lastQueued = nullptr;
             admitNewcomers(queued->number);
-            word |= deliveringBit | (m_firstQueued || m_newcomers.first ? workBit : 0);
+            word |= deliveringBit; // no work bit: this loop comes back in any case
             m_deliverer.store(threadToken(), std::memory_order_relaxed);
         } else {
             admitNewcomers(std::numeric_limits<std::uint64_t>::max());
