@@ -40,6 +40,7 @@
 #include "Orrenby/Utilities/Log/Queue.hpp"
 #include "Orrenby/Utilities/Log/Settings.hpp"
 #include "Orrenby/Utilities/Log/TeeHandler.hpp"
+#include "Orrenby/Utilities/ObjectIdentifier.hpp"
 #include "Orrenby/Utilities/Streams/AnyCancellable.hpp"
 #include "Orrenby/Utilities/Streams/AnyPublisher.hpp"
 #include "Orrenby/Utilities/Streams/Completion.hpp"
@@ -51,3 +52,4 @@
 #include "Orrenby/Utilities/Streams/Payload.hpp"
 #include "Orrenby/Utilities/Streams/StreamsPublisher.hpp"
 #include "Orrenby/Utilities/Streams/SubjectOperations.hpp"
+#include "Orrenby/Utilities/WeakBox.hpp"
