@@ -81,6 +81,22 @@ template <class Kind> void Send(benchmark::State& state)
         / static_cast<double>(state.iterations());
 }
 
+/// One value through three hops, with the type erased at each.
+template <class Kind> void SendThroughThreeMaps(benchmark::State& state)
+{
+    const auto kind = Kind();
+    const auto source = kind.makeSource();
+    const auto more = [](int value) { return value + 1; };
+    auto sum = std::int64_t(0);
+    const auto handle = source.asPublisher().map(more).map(more).map(more).bind(
+        [&sum](int value) { sum += value; });
+
+    for (auto _ : state)
+        kind.send(source, 1);
+
+    benchmark::DoNotOptimize(sum);
+}
+
 /// A current value from its making to its end: create, subscribe, push one value, dispose.
 template <class Kind> void CreateSubscribePushDispose(benchmark::State& state)
 {
@@ -156,6 +172,8 @@ ON_ALL(Send, ->Arg(1)->Arg(10)->Arg(2'000));
 ON_ALL(CreateSubscribePushDispose);
 ON_ALL(SubscribeDispose, ->Arg(0)->Arg(100)->Arg(10'000));
 ON_ALL(LiveMemory, ->Arg(100'000)->Iterations(1)->Unit(benchmark::kMillisecond));
+BENCHMARK_TEMPLATE(SendThroughThreeMaps, Combine);
+BENCHMARK_TEMPLATE(SendThroughThreeMaps, Rx);
 BENCHMARK_TEMPLATE(ReadCurrent, Combine);
 BENCHMARK_TEMPLATE(ReadCurrent, Rx);
 

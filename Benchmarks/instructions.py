@@ -13,6 +13,7 @@ import sys
 BARS = {
     "send-to-1": 65,
     "send-current-to-1": 65,
+    "send-through-3-maps": 95,
     "send-to-10": 220,
     "create-subscribe-push-dispose": 1000,
     "subscribe-dispose-beside-0": 600,

@@ -47,6 +47,7 @@
 #include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
 #include "Orrenby/Utilities/Streams/EngineChoice.hpp"
 #include "Orrenby/Utilities/Streams/Failure.hpp"
+#include "Orrenby/Utilities/Streams/Just.hpp"
 #include "Orrenby/Utilities/Streams/LiveSubscriptionCount.hpp"
 #include "Orrenby/Utilities/Streams/PassthroughSubject.hpp"
 #include "Orrenby/Utilities/Streams/Payload.hpp"

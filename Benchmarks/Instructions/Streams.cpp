@@ -54,6 +54,16 @@ void lifeOfCurrent(int count)
     }
 }
 
+void sendThroughThreeMaps(int count)
+{
+    const auto subject = Subject();
+    const auto more = [](int value) { return value + 1; };
+    const auto handle = subject.asPublisher().map(more).map(more).map(more).bind(
+        [](int value) { sum += value; });
+    for (auto i = 0; i < count; ++i)
+        subject.send(i);
+}
+
 template <int others> void subscribeBeside(int count)
 {
     const auto subject = Subject();
@@ -65,6 +75,7 @@ template <int others> void subscribeBeside(int count)
 
 const std::map<std::string, void (*)(int)> operations = {
     {"send-to-1", send<1>},
+    {"send-through-3-maps", sendThroughThreeMaps},
     {"send-to-10", send<10>},
     {"send-to-2000", send<2'000>},
     {"send-current-to-1", sendCurrent},

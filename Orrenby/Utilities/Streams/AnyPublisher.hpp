@@ -3,16 +3,31 @@
 /// @file
 /// A stream that can be subscribed to.
 
+#include "Orrenby/Platform/Engines/Ground/MapPublication.hpp"
 #include "Orrenby/Platform/Engines/Ground/Publication.hpp"
+#include "Orrenby/Platform/Errors/AnyError.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/Trace.hpp"
 #include "Orrenby/Platform/Objects/TypeName.hpp"
 #include "Orrenby/Utilities/Streams/AnyCancellable.hpp"
 #include "Orrenby/Utilities/Streams/Payload.hpp"
 #include <concepts>
+#include <exception>
 #include <memory>
 #include <type_traits>
 #include <utility>
+
+namespace orrenby::inline ORRENBY_ABI::detail {
+
+/// A callable that takes an argument without changing itself: subscriptions share it.
+template <typename Callable, typename Argument>
+concept CallableWith = std::invocable<const Callable&, const Argument&>;
+
+/// What a callable that does not change makes of an argument, as a plain value.
+template <typename Callable, typename Argument>
+using ResultOf = std::remove_cvref_t<std::invoke_result_t<const Callable&, const Argument&>>;
+
+} // namespace orrenby::detail
 
 namespace orrenby::inline ORRENBY_ABI::Streams {
 
@@ -81,10 +96,95 @@ public:
             site);
     }
 
+    // Operators: each gives a new stream and leaves this one alone. Their callables are called on the thread
+    // that delivers, for several subscribers perhaps at the same time, and must not throw unless the
+    // operator's name begins with "try". One that throws all the same ends the process.
+
+    /// Passes every value through `transform`; failures pass unchanged.
+    ///
+    /// @snippet Tests/Contracts/Streams/OperatorTests.cpp Transforming a stream
+    template <detail::CallableWith<Output> Transform>
+    AnyPublisher<detail::ResultOf<Transform, Output>, Failure> map(Transform transform) const
+    {
+        using Result = Streams::Payload<detail::ResultOf<Transform, Output>, Failure>;
+        return mapped<Result>([transform = std::move(transform)](const Payload& payload) {
+            // Where no failure can exist, none is looked for: hops are many and short.
+            if (std::same_as<Failure, Never> || payload.isValue())
+                return Result::value(transform(payload.uncheckedValue()));
+            return Result::error(*payload.asError());
+        });
+    }
+
+    /// Passes every value through `transform`; what that throws becomes a failure, and later values flow on.
+    template <detail::CallableWith<Output> Transform>
+    AnyPublisher<detail::ResultOf<Transform, Output>, AnyError> tryMap(Transform transform) const
+    {
+        using Result = Streams::Payload<detail::ResultOf<Transform, Output>, AnyError>;
+        return mapped<Result>([transform = std::move(transform)](const Payload& payload) {
+            if (payload.isError())
+                return Result::error(AnyError(*payload.asError()));
+            try {
+                return Result::value(transform(*payload.asValue()));
+            } catch (...) {
+                return Result::error(AnyError(std::current_exception()));
+            }
+        });
+    }
+
+    /// Puts the value that `handler` gives in the place of each failure. The stream goes on after it.
+    template <detail::CallableWith<Failure> Handler>
+        requires std::convertible_to<std::invoke_result_t<const Handler&, const Failure&>, Output>
+            AnyPublisher catch_(Handler handler)
+    const
+    {
+        return mapped<Payload>([handler = std::move(handler)](const Payload& payload) {
+            return payload.isValue() ? payload : Payload::value(handler(*payload.asError()));
+        });
+    }
+
+    /// As `catch_`; what `handler` throws becomes a failure.
+    template <detail::CallableWith<Failure> Handler>
+        requires std::convertible_to<std::invoke_result_t<const Handler&, const Failure&>, Output>
+            AnyPublisher<Output, AnyError> tryCatch(Handler handler)
+    const
+    {
+        using Result = Streams::Payload<Output, AnyError>;
+        return mapped<Result>([handler = std::move(handler)](const Payload& payload) {
+            if (payload.isValue())
+                return Result::value(*payload.asValue());
+            try {
+                return Result::value(handler(*payload.asError()));
+            } catch (...) {
+                return Result::error(AnyError(std::current_exception()));
+            }
+        });
+    }
+
+    /// Passes every failure through `transform`; values pass unchanged.
+    template <detail::CallableWith<Failure> Transform>
+    AnyPublisher<Output, detail::ResultOf<Transform, Failure>> mapError(Transform transform) const
+    {
+        using Result = Streams::Payload<Output, detail::ResultOf<Transform, Failure>>;
+        return mapped<Result>([transform = std::move(transform)](const Payload& payload) {
+            return payload.isValue() ? Result::value(*payload.asValue())
+                                     : Result::error(transform(*payload.asError()));
+        });
+    }
+
     /// This publisher.
     AnyPublisher eraseToAnyPublisher() const { return *this; }
 
 private:
+    /// The one construction that all operators on elements are.
+    template <typename Result, typename Function>
+    AnyPublisher<typename Result::Output, typename Result::Failure> mapped(Function function) const
+    {
+        using Publication = detail::MapPublication<Payload, Result, Function>;
+        detail::useEngine(m_publisher->engine());
+        return AnyPublisher<typename Result::Output, typename Result::Failure>(
+            detail::Retained<const Publication>::adopting(new Publication(m_publisher, std::move(function))));
+    }
+
     detail::Retained<const detail::Publication<Payload>> m_publisher;
 };
 

@@ -15,6 +15,8 @@
 
 namespace orrenby::inline ORRENBY_ABI::Streams {
 
+template <typename OutputType, typename FailureType> class AnyPublisher;
+
 /// One element of a stream: either a value or a failure. A failure is an element like any other and does not
 /// end the stream.
 ///
@@ -124,6 +126,11 @@ public:
     }
 
 private:
+    template <typename, typename> friend class AnyPublisher;
+
+    /// For the hops of a stream that cannot fail.
+    constexpr const Output& uncheckedValue() const noexcept { return m_value; }
+
     struct ValueTag {};
     struct ErrorTag {};
 

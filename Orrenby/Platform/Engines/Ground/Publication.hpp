@@ -3,7 +3,7 @@
 /// @file
 /// The description of a stream: immutable, shared, and idle until somebody subscribes.
 
-#include "Orrenby/Platform/Engines/Ground/Subscription.hpp"
+#include "Orrenby/Platform/Engines/Ground/SinkNode.hpp"
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
@@ -24,21 +24,45 @@ public:
     template <class Callback> Subscription* subscribe(Callback callback) const
     {
         using Sink = SinkNode<T, Callback>;
-        auto builder = Subscription::Builder(
-            Subscription::bytesFor<Sink>() + m_bytes, Retained<const Publication>::sharing(this), m_engine);
-        connect(builder, builder.add<Sink>(std::move(callback)));
+        auto builder = builderFor(Subscription::bytesFor<Sink>());
+        start(builder, builder.template add<Sink>(std::move(callback)));
         return &builder.subscription();
     }
 
 protected:
+    /// A source.
     Publication(Engine engine, std::size_t bytes) noexcept
         : m_bytes(bytes)
         , m_engine(engine)
+        , m_hasHops(false)
+    {}
+
+    /// An operator: a hop that takes `bytes`, over another publication.
+    template <class Upstream>
+    Publication(const Publication<Upstream>& upstream, std::size_t bytes) noexcept
+        : m_bytes(bytes + upstream.bytes())
+        , m_engine(upstream.engine())
+        , m_hasHops(true)
     {}
 
 private:
+    Subscription::Builder builderFor(std::size_t sinkBytes) const
+    {
+        const auto guardBytes = m_hasHops ? Subscription::bytesFor<GuardNode<T>>() : 0;
+        return {sinkBytes + guardBytes + m_bytes, Retained<const Publication>::sharing(this), m_engine};
+    }
+
+    void start(Subscription::Builder& builder, Receiver<T>& sink) const
+    {
+        if (m_hasHops)
+            connect(builder, builder.template add<GuardNode<T>>(builder.subscription(), sink));
+        else
+            connect(builder, sink);
+    }
+
     const std::size_t m_bytes;
     const Engine m_engine;
+    const bool m_hasHops;
 };
 
 } // namespace orrenby::detail

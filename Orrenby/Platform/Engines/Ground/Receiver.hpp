@@ -43,18 +43,4 @@ public:
     virtual void finish() noexcept = 0;
 };
 
-/// The last hop: the subscriber's own callback, which is never told of the end.
-template <class T, class Callback> class SinkNode final : public Receiver<T> {
-public:
-    explicit SinkNode(Callback callback)
-        : m_callback(static_cast<Callback&&>(callback))
-    {}
-
-    void receive(Pass<T> value) noexcept override { m_callback(value); }
-    void finish() noexcept override {}
-
-private:
-    Callback m_callback;
-};
-
 } // namespace orrenby::detail

@@ -49,6 +49,7 @@ void Subscription::keepSource(SourceLink& source) noexcept
 
 void Subscription::cancel() noexcept
 {
+    m_isCancelled.store(true, std::memory_order_relaxed);
     for (auto* source = m_firstSource; source; source = source->m_nextSource)
         source->detach();
 }

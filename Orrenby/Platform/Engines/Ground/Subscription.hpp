@@ -87,6 +87,7 @@ public:
     /// As `cancel()`, and returns only when no other thread is inside the callback any more.
     void cancelAndWait() noexcept;
 
+    bool isCancelled() const noexcept { return m_isCancelled.load(std::memory_order_relaxed); }
     Engine engine() const noexcept { return m_engine; }
 
     /// Counted per process from 1, so that a run repeats.
@@ -108,6 +109,7 @@ private:
 
     std::atomic<std::uint32_t> m_references = 1;
     std::atomic<std::uint32_t> m_handles = 1;
+    std::atomic<bool> m_isCancelled = false;
     const Engine m_engine;
     const std::uint64_t m_serial;
     Node* m_lastNode = nullptr;

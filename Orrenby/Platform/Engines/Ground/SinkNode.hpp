@@ -1,0 +1,46 @@
+#pragma once
+
+/// @file
+/// The end of a chain.
+
+#include "Orrenby/Platform/Engines/Ground/Subscription.hpp"
+
+namespace orrenby::inline ORRENBY_ABI::detail {
+
+/// The last hop: the subscriber's own callback, which is never told of the end.
+template <class T, class Callback> class SinkNode final : public Receiver<T> {
+public:
+    explicit SinkNode(Callback callback)
+        : m_callback(static_cast<Callback&&>(callback))
+    {}
+
+    void receive(Pass<T> value) noexcept override { m_callback(value); }
+    void finish() noexcept override {}
+
+private:
+    Callback m_callback;
+};
+
+/// Stands before the end of a chain with hops, and looks once more whether the subscription still runs: one
+/// of them may have cancelled it with a value on its way. A source looks itself.
+template <class T> class GuardNode final : public Receiver<T> {
+public:
+    GuardNode(const Subscription& subscription, Receiver<T>& downstream) noexcept
+        : m_subscription(subscription)
+        , m_downstream(downstream)
+    {}
+
+    void receive(Pass<T> value) noexcept override
+    {
+        if (!m_subscription.isCancelled()) [[likely]]
+            m_downstream.receive(value);
+    }
+
+    void finish() noexcept override { m_downstream.finish(); }
+
+private:
+    const Subscription& m_subscription;
+    Receiver<T>& m_downstream;
+};
+
+} // namespace orrenby::detail
