@@ -12,6 +12,14 @@
 
 namespace orrenby::inline ORRENBY_ABI {
 
+namespace detail {
+
+/// An object of class `U` can be seen as a `T`; everything can be seen as `void`.
+template <class U, class T>
+concept SeenAs = std::is_convertible_v<U*, T*>;
+
+} // namespace detail
+
 /// Refers to an object without keeping it alive, and still knows which one it was when the object is gone.
 ///
 /// Equality and hash look at the object's identity alone, recorded when the box is made: boxes of one object
@@ -28,12 +36,10 @@ namespace orrenby::inline ORRENBY_ABI {
 /// live in several threads, and so may the object.
 template <class T> class WeakBox {
 public:
-    template <class U>
-        requires std::is_convertible_v < const Ref<U>
-    &,
-        WeakRef < T >> explicit WeakBox(const Ref<U>& object) noexcept
+    template <detail::SeenAs<T> U>
+    explicit WeakBox(const Ref<U>& object) noexcept
         : m_object(object)
-    , m_objectIdentifier(object)
+        , m_objectIdentifier(object)
     {}
 
     /// The object, or an empty reference once it is gone. It is gone, too, while its `release` runs.
