@@ -3,6 +3,7 @@
 /// @file
 /// The test kit's way to private state that is worth testing.
 
+#include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/TestAccess.hpp"
 #include "Orrenby/Utilities/Discover/FlowController.hpp"
 #include "Orrenby/Utilities/Discover/FlowCore.hpp"
@@ -32,6 +33,12 @@ struct TestAccess {
     static bool isFlowLeakDetectionEnabled(const detail::FlowCore& flow) noexcept
     {
         return isFlowLeakDetectionEnabled(*flow.m_flowController);
+    }
+
+    /// The component that `builder` made last. Empty if nothing else keeps it, or if it is no reference.
+    template <class AnyBuilder> static Ref<const void> lastComponent(const AnyBuilder& builder) noexcept
+    {
+        return builder.m_lastComponent.lock();
     }
 };
 
