@@ -8,6 +8,7 @@
 #include "Orrenby/Utilities/Discover/FlowController.hpp"
 #include "Orrenby/Utilities/Discover/FlowCore.hpp"
 #include "Orrenby/Utilities/Streams/EngineChoice.hpp"
+#include <string_view>
 
 namespace orrenby::inline ORRENBY_ABI::testing {
 
@@ -22,6 +23,13 @@ struct TestAccess {
 
     /// The engine's own object behind a subject.
     template <class Subject> static auto& core(const Subject& subject) noexcept { return subject.core(); }
+
+    /// Replaces what a box of references does where one of them would leave it.
+    template <class Box>
+    static void setUnsupportedUnsafeOperation(Box& box, void (*operation)(std::string_view)) noexcept
+    {
+        box.m_unsupportedUnsafeOperation = operation;
+    }
 
     /// Whether leak detection is on for the flows attached to `controller`.
     static bool isFlowLeakDetectionEnabled(const FlowController& controller) noexcept
@@ -39,6 +47,12 @@ struct TestAccess {
     template <class AnyBuilder> static Ref<const void> lastComponent(const AnyBuilder& builder) noexcept
     {
         return builder.m_lastComponent.lock();
+    }
+
+    /// The entries of `chain`, those of responders that are gone included.
+    template <class AnyChain> static auto responderCount(const AnyChain& chain) noexcept
+    {
+        return chain.m_responders.size();
     }
 };
 

@@ -4,6 +4,7 @@
 /// The handle of a subscription.
 
 #include "Orrenby/Platform/Engines/Ground/SubscriptionHandle.hpp"
+#include "Orrenby/Utilities/ObjectIdentifier.hpp"
 #include "Orrenby/Utilities/Streams/EngineChoice.hpp"
 #include <unordered_set>
 
@@ -79,6 +80,9 @@ public:
         auto* const subscription = engineHandle();
         return subscription ? static_cast<std::size_t>(subscription->serial()) : 0;
     }
+
+    /// The identity of the subscription that copies share; that of nothing for an empty handle.
+    ObjectIdentifier sharedIdentity() const noexcept { return ObjectIdentifier(engineHandle()); }
 
     friend bool operator==(const AnyCancellable& first, const AnyCancellable& second) noexcept
     {

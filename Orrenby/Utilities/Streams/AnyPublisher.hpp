@@ -9,6 +9,7 @@
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/Trace.hpp"
 #include "Orrenby/Platform/Objects/TypeName.hpp"
+#include "Orrenby/Utilities/ObjectIdentifier.hpp"
 #include "Orrenby/Utilities/Streams/AnyCancellable.hpp"
 #include "Orrenby/Utilities/Streams/Payload.hpp"
 #include <concepts>
@@ -54,6 +55,9 @@ public:
     // Copies only: a moved-from publisher would be one that cannot be used.
     AnyPublisher(const AnyPublisher&) = default;
     AnyPublisher& operator=(const AnyPublisher&) = default;
+
+    /// The identity of the stream that copies share.
+    ObjectIdentifier sharedIdentity() const noexcept { return ObjectIdentifier(m_publisher.get()); }
 
     /// Calls `receiveValue` with every payload.
     template <typename Callback>

@@ -4,6 +4,7 @@
 /// What the two kinds of subjects have in common.
 
 #include "Orrenby/Platform/Objects/TestAccess.hpp"
+#include "Orrenby/Utilities/ObjectIdentifier.hpp"
 #include "Orrenby/Utilities/Streams/AnyPublisher.hpp"
 #include "Orrenby/Utilities/Streams/Completion.hpp"
 #include "Orrenby/Utilities/Streams/Failure.hpp"
@@ -61,6 +62,9 @@ public:
 
     /// Another name of `eraseToAnyPublisher()`.
     Streams::AnyPublisher<Output, Failure> asPublisher() const { return eraseToAnyPublisher(); }
+
+    /// The identity of the subject that copies share.
+    ObjectIdentifier sharedIdentity() const noexcept { return ObjectIdentifier(m_subject.get()); }
 
 protected:
     explicit SubjectOperations(Retained<Core> subject) noexcept
