@@ -1,0 +1,200 @@
+#pragma once
+
+/// @file
+/// Messages for whoever claims them.
+
+#include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Ref.hpp"
+#include "Orrenby/Platform/Objects/TestAccess.hpp"
+#include "Orrenby/Platform/Objects/Trace.hpp"
+#include "Orrenby/Platform/Objects/TypeName.hpp"
+#include "Orrenby/Platform/Objects/UniqueFunction.hpp"
+#include "Orrenby/Utilities/WeakBox.hpp"
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace orrenby::inline ORRENBY_ABI {
+
+namespace detail {
+
+/// Ends the process: a chain was given an empty `what`.
+[[noreturn]] ORRENBY_EXPORT void emptyResponderPart(std::string_view what) noexcept;
+
+} // namespace detail
+
+/// Delivers a message to the first responder that claims it. The sender knows no responder, and the chain
+/// keeps none of them alive.
+///
+/// A responder is any object held by a `Ref`, entered with a handler. The handler looks at a message and
+/// gives an action to claim it, or nothing. The action runs when the asking is over, once per message. A
+/// chain can be a responder of another chain. It is made with `std::make_shared`, or stands on its own.
+///
+/// @snippet Tests/Utilities/Discover/ResponderChainTests.cpp Sending along a chain
+///
+/// Responders are asked in the order in which they were added; one that got a new handler keeps its place.
+/// The chain owns its handlers: one that holds its responder by a `Ref` keeps it alive for ever. Entries of
+/// responders that are gone leave at the next `send`, and at no other time.
+///
+/// A handler must not change the chain that asks it. If it does, this walk still asks those who were there
+/// before. An action may change it. An empty reference in place of a responder, or a null handler, is a
+/// programming error. What a handler or an action throws passes through.
+///
+/// All operations are O(n). Not synchronised. Use from the main thread.
+template <class Message> class ResponderChain {
+public:
+    /// What a claimed message sets off. An empty one, as `nullptr` makes it, claims nothing.
+    using Action = UniqueFunction<void(const Message&)>;
+    using Handler = UniqueFunction<Action(const Message&)>;
+
+    ResponderChain() = default;
+    ResponderChain(const ResponderChain&) = delete;
+    ResponderChain& operator=(const ResponderChain&) = delete;
+
+    /// Enters `object` with its handler. A handler that it had before is replaced.
+    ///
+    /// @returns This chain, for the next call.
+    template <class Object>
+    ResponderChain& addResponder(
+        const Ref<Object>& object, Handler handler, TraceSite site = TraceSite::current())
+    {
+        if (!object)
+            detail::emptyResponderPart("reference in place of a responder");
+        if (!handler)
+            detail::emptyResponderPart("callable in place of a handler");
+        report<Object>(site);
+        add(WeakBox<const void>(object), std::make_shared<Handler>(std::move(handler)));
+        return *this;
+    }
+
+    /// Enters another chain: what one of its responders claims is claimed for this chain, at the place of the
+    /// entry. The other chain is not kept alive.
+    ///
+    /// Adding a chain to itself has no effect. A chain that is met again during one walk, because two contain
+    /// each other, is passed over.
+    ///
+    /// @returns This chain, for the next call.
+    ResponderChain& addResponder(const Ref<ResponderChain>& chain, TraceSite site = TraceSite::current())
+    {
+        if (chain.get() == this)
+            return *this;
+        return addResponder(
+            chain,
+            [weak = WeakRef<ResponderChain>(chain)](const Message& message) {
+                const auto nested = weak.lock();
+                return nested ? nested->lookUp(message) : Action();
+            },
+            site);
+    }
+
+    /// Without effect if `object` has no entry.
+    template <class Object> void removeResponder(const Ref<Object>& object)
+    {
+        const auto box = WeakBox<const void>(object);
+        for (auto entry = m_responders.begin(); entry != m_responders.end(); ++entry)
+            if (entry->object == box) {
+                // Let go of after the change, since what a handler holds may run code that uses this chain.
+                const auto removed = std::move(*entry);
+                m_responders.erase(entry);
+                return;
+            }
+    }
+
+    void removeAll() { const auto removed = std::exchange(m_responders, {}); }
+
+    /// Asks for an action and runs it.
+    ///
+    /// @returns Whether some responder claimed the message.
+    bool send(const Message& message)
+    {
+        auto action = lookUp(message);
+        if (!action)
+            return false;
+        action(message);
+        return true;
+    }
+
+private:
+    struct Entry {
+        WeakBox<const void> object;
+        Ref<Handler> handler;
+    };
+
+    /// One walk along this chain that goes on at this moment.
+    class Walk {
+    public:
+        Walk(ResponderChain& chain, const Message& message)
+            : m_chain(&chain)
+            , m_message(std::addressof(message))
+            , m_outer(std::exchange(chain.m_walk, this))
+        {}
+        Walk(const Walk&) = delete;
+        Walk& operator=(const Walk&) = delete;
+        ~Walk() { m_chain->m_walk = m_outer; }
+
+        bool isFor(const Message& message) const
+        {
+            return m_message == std::addressof(message) || (m_outer != nullptr && m_outer->isFor(message));
+        }
+
+    private:
+        ResponderChain* m_chain;
+        const Message* m_message;
+        Walk* m_outer;
+    };
+
+    template <class Object> static void report([[maybe_unused]] TraceSite site)
+    {
+#ifdef ORRENBY_DIAGNOSTICS
+        Trace::report(Trace::Kind::Attach, typeName<Object>(), site);
+#endif
+    }
+
+    void add(WeakBox<const void> object, Ref<Handler> handler)
+    {
+        for (auto& entry : m_responders)
+            if (entry.object == object) {
+                entry.handler.swap(handler);
+                return;
+            }
+        m_responders.push_back({std::move(object), std::move(handler)});
+    }
+
+    /// Drops the entries of responders that are gone.
+    void prune()
+    {
+        std::vector<Entry> alive;
+        for (const auto& entry : m_responders)
+            if (entry.object.containsObject())
+                alive.push_back(entry);
+        if (alive.size() != m_responders.size())
+            m_responders.swap(alive);
+    }
+
+    /// The action of the first responder that claims `message`, or an empty one.
+    Action lookUp(const Message& message)
+    {
+        if (m_walk != nullptr && m_walk->isFor(message))
+            return nullptr;
+        prune();
+        const Walk walk(*this, message);
+        const auto snapshot = m_responders;
+        for (const auto& entry : snapshot) {
+            // Held while its handler runs; it may be gone since the walk began.
+            const auto object = entry.object.object();
+            if (!object)
+                continue;
+            if (auto action = (*entry.handler)(message))
+                return action;
+        }
+        return nullptr;
+    }
+
+    std::vector<Entry> m_responders;
+    Walk* m_walk = nullptr;
+
+    friend struct testing::TestAccess;
+};
+
+} // namespace orrenby
