@@ -205,6 +205,14 @@ TEST(Synchronized, TakesChangesThatReturnNothingOnly)
     EXPECT_FALSE((detail::ChangeOf<decltype(answers), int>));
 }
 
+TEST(Synchronized, HasOneTypeOfKindForAllValues)
+{
+    EXPECT_TRUE((std::is_same_v<Synchronized<int>::Kind, Synchronized<std::string>::Kind>));
+    EXPECT_EQ(Synchronized<int>::Kind::mutex, mutex);
+    EXPECT_LT(mutex, readersWriter);
+    EXPECT_EQ(std::hash<SynchronizedKind>{}(mutex), std::hash<SynchronizedKind>{}(mutex));
+}
+
 TEST(Synchronized, IsNotCopied)
 {
     EXPECT_FALSE(std::is_copy_constructible_v<Synchronized<int>>);

@@ -1,9 +1,12 @@
 #include "Orrenby/Utilities/WeakBox.hpp"
 
+#include "Orrenby/Platform/Objects/Object.hpp"
+#include "Orrenby/Utilities/Discover/AbstractWorker.hpp"
 #include <atomic>
 #include <gmock/gmock.h>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <thread>
 #include <unordered_map>
@@ -27,6 +30,22 @@ struct Right {
     int right = 2;
 };
 struct Both : Left, Right {};
+
+/// Asks the box of itself while it is released.
+class Leaving : public AbstractWorker {
+public:
+    explicit Leaving(std::vector<bool>& answers)
+        : m_answers(&answers)
+    {}
+    void remember(WeakBox<Leaving> box) { m_box = std::move(box); }
+
+protected:
+    void willStop() override { m_answers->push_back(m_box->containsObject()); }
+
+private:
+    std::vector<bool>* m_answers;
+    std::optional<WeakBox<Leaving>> m_box;
+};
 
 std::size_t hashOf(const auto& box) { return std::hash<std::decay_t<decltype(box)>>{}(box); }
 
@@ -105,6 +124,18 @@ TEST(WeakBox, ContainsNothingOnceItIsEmpty)
 
     EXPECT_FALSE(box.contains(successor));
     EXPECT_FALSE(box.contains(Ref<int>()));
+}
+
+TEST(WeakBox, IsEmptyWhileItsObjectIsReleased)
+{
+    std::vector<bool> answers;
+    auto object = make<Leaving>(answers);
+    object->remember(WeakBox<Leaving>(object));
+    object->start();
+
+    object.reset();
+
+    EXPECT_THAT(answers, ::testing::ElementsAre(false));
 }
 
 TEST(WeakBox, KeepsEqualityAndHashAfterItsObject)
