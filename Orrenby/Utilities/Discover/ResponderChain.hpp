@@ -63,7 +63,7 @@ public:
             detail::emptyResponderPart("reference in place of a responder");
         if (!handler)
             detail::emptyResponderPart("callable in place of a handler");
-        report<Object>(site);
+        report<Object>(Trace::Kind::Attach, site);
         add(WeakBox<const void>(object), std::make_shared<Handler>(std::move(handler)));
         return *this;
     }
@@ -89,7 +89,8 @@ public:
     }
 
     /// Without effect if `object` has no entry.
-    template <class Object> void removeResponder(const Ref<Object>& object)
+    template <class Object>
+    void removeResponder(const Ref<Object>& object, TraceSite site = TraceSite::current())
     {
         const auto box = WeakBox<const void>(object);
         for (auto entry = m_responders.begin(); entry != m_responders.end(); ++entry)
@@ -97,6 +98,7 @@ public:
                 // Let go of after the change, since what a handler holds may run code that uses this chain.
                 const auto removed = std::move(*entry);
                 m_responders.erase(entry);
+                report<Object>(Trace::Kind::Detach, site);
                 return;
             }
     }
@@ -144,10 +146,11 @@ private:
         Walk* m_outer;
     };
 
-    template <class Object> static void report([[maybe_unused]] TraceSite site)
+    template <class Object>
+    static void report([[maybe_unused]] Trace::Kind kind, [[maybe_unused]] TraceSite site)
     {
 #ifdef ORRENBY_DIAGNOSTICS
-        Trace::report(Trace::Kind::Attach, typeName<Object>(), site);
+        Trace::report(kind, typeName<Object>(), site);
 #endif
     }
 

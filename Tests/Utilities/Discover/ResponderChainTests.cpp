@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 #include <vector>
 
 using namespace orrenby;
@@ -471,6 +472,31 @@ TEST(ResponderChain, CarriesMessagesThatCannotBeCopied)
 
     EXPECT_TRUE(letters.send(std::make_unique<int>(5)));
     EXPECT_EQ(sum, 5);
+}
+
+TEST(ResponderChain, ReportsWhoComesAndGoesInTheDiagnosticBuild)
+{
+    static std::vector<std::tuple<Trace::Kind, std::string, std::string>> traced;
+    traced.clear();
+    auto diary = Diary();
+    const auto a = someone();
+    auto chain = Chain();
+    Trace::onEvent([](const Trace::Event& event) {
+        traced.emplace_back(event.kind, event.subject, event.site.function());
+    });
+
+    chain.addResponder(a, passing(diary, "a"));
+    chain.removeResponder(a);
+    chain.removeResponder(a);
+    Trace::onEvent(nullptr);
+
+#ifdef ORRENBY_DIAGNOSTICS
+    EXPECT_THAT(traced,
+        ElementsAre(std::tuple(Trace::Kind::Attach, typeName<int>(), "TestBody"),
+            std::tuple(Trace::Kind::Detach, typeName<int>(), "TestBody")));
+#else
+    EXPECT_THAT(traced, IsEmpty());
+#endif
 }
 
 TEST(ResponderChainDeathTest, NeedsAResponder)
