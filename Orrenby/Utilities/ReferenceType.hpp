@@ -13,9 +13,6 @@ namespace orrenby::inline ORRENBY_ABI {
 
 namespace detail {
 
-template <class T> constexpr bool isRef = false;
-template <class T> constexpr bool isRef<Ref<T>> = true;
-
 /// A handle: copies share what it tells the identity of.
 template <class T>
 concept SharesByHandle = requires(const T& handle)

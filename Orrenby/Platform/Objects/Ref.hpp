@@ -14,6 +14,13 @@ template <class T> using Ref = std::shared_ptr<T>;
 /// Refers to an object without keeping it alive.
 template <class T> using WeakRef = std::weak_ptr<T>;
 
+namespace detail {
+
+template <class T> inline constexpr bool isRef = false;
+template <class T> inline constexpr bool isRef<Ref<T>> = true;
+
+} // namespace detail
+
 /// Whether both refer to the very same object, through whatever interface each of them sees it. Two empty
 /// ones are the same.
 template <class A, class B> bool isSameObject(const A* first, const B* second) noexcept

@@ -12,13 +12,6 @@
 
 namespace orrenby::inline ORRENBY_ABI {
 
-namespace detail {
-
-template <class T> inline constexpr bool isRef = false;
-template <class T> inline constexpr bool isRef<Ref<T>> = true;
-
-} // namespace detail
-
 /// Makes a component from a factory argument and builds a product from it.
 ///
 /// A subclass supplies `buildWithComponent`; a call without it ends the process. A builder keeps neither
