@@ -4,6 +4,8 @@
 /// Flows, contexts and workers that write down what happens to them.
 
 #include "Orrenby/Utilities/Discover.hpp"
+#include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -95,6 +97,48 @@ private:
 class SpecialFlow : public DiaryFlow {
 public:
     using DiaryFlow::DiaryFlow;
+};
+
+/// A flow that shares no class with the others and does what it is told to.
+class ForeignFlow : public Flow {
+public:
+    explicit ForeignFlow(Ref<Context> context)
+        : m_context(std::move(context))
+    {}
+    Ref<Context> _context() const override { return m_context; }
+    void start() override
+    {
+        m_context->activate();
+        onStart();
+    }
+    void end() override
+    {
+        onEnd();
+        m_context->deactivate();
+    }
+    std::function<void()> onStart = [] {};
+    std::function<void()> onEnd = [] {};
+
+private:
+    Ref<Context> m_context;
+};
+
+inline Ref<ForeignFlow> foreignFlow(Diary& diary)
+{
+    return std::make_shared<ForeignFlow>(make<DiaryContext>(diary));
+}
+
+/// What a flow may also be.
+class Named {
+public:
+    virtual ~Named() = default;
+    virtual std::string title() const = 0;
+};
+
+class NamedFlow : public Named, public DiaryFlow {
+public:
+    using DiaryFlow::DiaryFlow;
+    std::string title() const override { return "named " + name(); }
 };
 
 } // namespace orrenby::testing
