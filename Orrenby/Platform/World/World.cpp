@@ -2,6 +2,7 @@
 
 #include "Orrenby/Platform/Objects/FatalError.hpp"
 #include "Orrenby/Platform/World/Clock.hpp"
+#include "Orrenby/Platform/World/Executor.hpp"
 #include "Orrenby/Platform/World/RandomSource.hpp"
 #include "Orrenby/Platform/World/UUIDSource.hpp"
 #include <atomic>
@@ -32,6 +33,7 @@ template <class Source> void replace(std::shared_ptr<Source>& place, std::shared
 
 World::World()
     : m_clock(Clock::system())
+    , m_executor(Executor::system())
     , m_random(RandomSource::system())
     , m_uuids(UUIDSource::system())
     , m_operatingSystemVersion{13, 0, 0}
@@ -52,6 +54,8 @@ void World::setCurrent(World world)
 }
 
 void World::setClock(std::shared_ptr<Clock> clock) { replace(m_clock, std::move(clock)); }
+
+void World::setExecutor(std::shared_ptr<Executor> executor) { replace(m_executor, std::move(executor)); }
 
 void World::setRandom(std::shared_ptr<RandomSource> random) { replace(m_random, std::move(random)); }
 

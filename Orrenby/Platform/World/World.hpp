@@ -11,6 +11,7 @@
 namespace orrenby::inline ORRENBY_ABI {
 
 class Clock;
+class Executor;
 class RandomSource;
 class UUIDSource;
 
@@ -42,6 +43,9 @@ public:
     Clock& clock() const noexcept { return *m_clock; }
     void setClock(std::shared_ptr<Clock> clock);
 
+    Executor& executor() const noexcept { return *m_executor; }
+    void setExecutor(std::shared_ptr<Executor> executor);
+
     RandomSource& random() const noexcept { return *m_random; }
     void setRandom(std::shared_ptr<RandomSource> random);
 
@@ -61,6 +65,7 @@ public:
 
 private:
     std::shared_ptr<Clock> m_clock;
+    std::shared_ptr<Executor> m_executor;
     std::shared_ptr<RandomSource> m_random;
     std::shared_ptr<UUIDSource> m_uuids;
     OperatingSystemVersion m_operatingSystemVersion;

@@ -1,0 +1,15 @@
+#include "Orrenby/Platform/World/Executor.hpp"
+
+#include "Orrenby/Platform/World/SystemExecutor.hpp"
+
+namespace orrenby::inline ORRENBY_ABI {
+
+Executor::~Executor() = default;
+
+std::shared_ptr<Executor> Executor::system()
+{
+    static const auto& executor = *new std::shared_ptr<Executor>(std::make_shared<detail::SystemExecutor>());
+    return executor;
+}
+
+} // namespace orrenby
