@@ -22,7 +22,7 @@ struct DescriptorEntry;
 /// outlive its loop.
 ///
 /// Movable, not copyable. A watch is not synchronised, but it may be dropped on any thread.
-class [[nodiscard]] ORRENBY_EXPORT DescriptorWatch {
+class ORRENBY_EXPORT DescriptorWatch {
 public:
     /// Watches nothing.
     DescriptorWatch() noexcept;
