@@ -3,6 +3,8 @@
 /// under callgrind.
 
 #include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
+#include "Orrenby/Utilities/Streams/Deferred.hpp"
+#include "Orrenby/Utilities/Streams/Future.hpp"
 #include "Orrenby/Utilities/Streams/PassthroughSubject.hpp"
 #include <cstdio>
 #include <cstdlib>
@@ -64,6 +66,47 @@ void sendThroughThreeMaps(int count)
         subject.send(i);
 }
 
+void combineLatestOf2(int count)
+{
+    const auto first = Subject();
+    const auto second = State(1);
+    const auto handle = first.asPublisher().combineLatest(second.asPublisher()).bind([](const auto& tuple) {
+        sum += std::get<0>(tuple) + std::get<1>(tuple);
+    });
+    for (auto i = 0; i < count; ++i)
+        first.send(i);
+}
+
+void combineLatestOf4(int count)
+{
+    const auto first = Subject();
+    const auto other = State(1).asPublisher();
+    const auto handle = first.asPublisher().combineLatest(other, other, other).bind([](const auto& tuple) {
+        sum += std::get<0>(tuple) + std::get<3>(tuple);
+    });
+    for (auto i = 0; i < count; ++i)
+        first.send(i);
+}
+
+void lifeOfFuture(int count)
+{
+    for (auto i = 0; i < count; ++i) {
+        const auto future = Streams::Future<int, Never>([&](const auto& promise) {
+            promise(Result<int, Never>::success(i));
+            return nullptr;
+        });
+        const auto handle = future.asPublisher().bind([](int value) { sum += value; });
+    }
+}
+
+void subscribeToDeferred(int count)
+{
+    const auto subject = Subject();
+    const auto publisher = Streams::Deferred<Subject>([&] { return subject; }).asPublisher();
+    for (auto i = 0; i < count; ++i)
+        const auto handle = publisher.bind([](int value) { sum += value; });
+}
+
 template <int others> void subscribeBeside(int count)
 {
     const auto subject = Subject();
@@ -80,6 +123,10 @@ const std::map<std::string, void (*)(int)> operations = {
     {"send-to-2000", send<2'000>},
     {"send-current-to-1", sendCurrent},
     {"create-subscribe-push-dispose", lifeOfCurrent},
+    {"combine-latest-of-2-push", combineLatestOf2},
+    {"combine-latest-of-4-push", combineLatestOf4},
+    {"future-create-fulfil-subscribe-dispose", lifeOfFuture},
+    {"deferred-subscribe-dispose", subscribeToDeferred},
     {"subscribe-dispose-beside-0", subscribeBeside<0>},
     {"subscribe-dispose-beside-10000", subscribeBeside<10'000>},
 };

@@ -3,8 +3,10 @@
 /// @file
 /// A stream that can be subscribed to.
 
+#include "Orrenby/Platform/Engines/Ground/CombineLatestPublication.hpp"
 #include "Orrenby/Platform/Engines/Ground/MapPublication.hpp"
 #include "Orrenby/Platform/Engines/Ground/Publication.hpp"
+#include "Orrenby/Platform/Engines/Ground/ReceiveOnPublication.hpp"
 #include "Orrenby/Platform/Errors/AnyError.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/Trace.hpp"
@@ -15,6 +17,7 @@
 #include <concepts>
 #include <exception>
 #include <memory>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 
@@ -27,6 +30,11 @@ concept CallableWith = std::invocable<const Callable&, const Argument&>;
 /// What a callable that does not change makes of an argument, as a plain value.
 template <typename Callable, typename Argument>
 using ResultOf = std::remove_cvref_t<std::invoke_result_t<const Callable&, const Argument&>>;
+
+/// What a publisher stands for in its engine.
+template <typename Output, typename Failure>
+const Retained<const Publication<Streams::Payload<Output, Failure>>>& publicationOf(
+    const Streams::AnyPublisher<Output, Failure>& publisher) noexcept;
 
 } // namespace orrenby::detail
 
@@ -175,6 +183,48 @@ public:
         });
     }
 
+    /// Delivers everything on `queue`, in its order, also where the queue runs several jobs at a time.
+    ///
+    /// The first value posts one job for all that are sent until it begins, so a value costs no job of its
+    /// own, and its place among other work of the queue is that of the first. After `cancel()` nothing of
+    /// what waits in the queue is delivered. What waits has no bound but memory.
+    ///
+    /// @snippet Tests/Contracts/Streams/ReceiveOnTests.cpp Going on in a queue
+    AnyPublisher receive(const DispatchQueue& queue) const { return receivedOn(detail::schedulerOn(queue)); }
+
+    /// As above; each job is an operation of normal priority. Operations of it that are cancelled before they
+    /// run leave their values to the next.
+    AnyPublisher receive(const OperationQueue& queue) const { return receivedOn(detail::schedulerOn(queue)); }
+
+    /// Combines the latest values of this and one to three other streams that cannot fail: one tuple for each
+    /// value of any of them, from when all have sent one. This stream's value comes first.
+    ///
+    /// Sources on several threads do not overlap: their tuples come one after the other, on the thread of one
+    /// of them.
+    ///
+    /// @snippet Tests/Contracts/Streams/CombineLatestTests.cpp Combining streams
+    template <typename... Others>
+        requires(std::same_as<Failure, Never> && sizeof...(Others) >= 1 && sizeof...(Others) <= 3)
+    AnyPublisher<std::tuple<Output, Others...>, Never> combineLatest(
+        const AnyPublisher<Others, Never>&... others)
+    const
+    {
+        using Result = Streams::Payload<std::tuple<Output, Others...>, Never>;
+        const auto tuple = [](const Payload& first, const Streams::Payload<Others, Never>&... rest) {
+            if (first.isError() || (rest.isError() || ...)) [[unlikely]]
+                fatalError("Due to `Never` restriction, `default` can never occur.",
+                    "Utilities/Streams+CombineLatest");
+            return Result::value({first.uncheckedValue(), rest.uncheckedValue()...});
+        };
+        using Publication = detail::CombineLatestPublication<Result, std::remove_const_t<decltype(tuple)>,
+            Payload, Streams::Payload<Others, Never>...>;
+        detail::useEngine(m_publisher->engine());
+        (detail::useEngine(others.m_publisher->engine()), ...);
+        return AnyPublisher<std::tuple<Output, Others...>, Never>(
+            detail::Retained<const Publication>::adopting(
+                new Publication(m_publisher->engine(), tuple, m_publisher, others.m_publisher...)));
+    }
+
     /// This publisher.
     AnyPublisher eraseToAnyPublisher() const { return *this; }
 
@@ -189,7 +239,30 @@ private:
             detail::Retained<const Publication>::adopting(new Publication(m_publisher, std::move(function))));
     }
 
+    AnyPublisher receivedOn(detail::Retained<const detail::QueueScheduler> scheduler) const
+    {
+        using Publication = detail::ReceiveOnPublication<Payload>;
+        detail::useEngine(m_publisher->engine());
+        return AnyPublisher(detail::Retained<const Publication>::adopting(
+            new Publication(m_publisher, std::move(scheduler))));
+    }
+
     detail::Retained<const detail::Publication<Payload>> m_publisher;
+
+    template <typename, typename> friend class AnyPublisher;
+    friend const detail::Retained<const detail::Publication<Payload>>& detail::publicationOf<>(
+        const AnyPublisher& publisher) noexcept;
 };
 
 } // namespace orrenby::Streams
+
+namespace orrenby::inline ORRENBY_ABI::detail {
+
+template <typename Output, typename Failure>
+const Retained<const Publication<Streams::Payload<Output, Failure>>>& publicationOf(
+    const Streams::AnyPublisher<Output, Failure>& publisher) noexcept
+{
+    return publisher.m_publisher;
+}
+
+} // namespace orrenby::detail

@@ -30,11 +30,14 @@ public:
     }
 
 protected:
+    /// Whether something between the source and the end of a chain may run foreign code.
+    enum Hops : bool { WithoutHops, WithHops };
+
     /// A source.
-    Publication(Engine engine, std::size_t bytes) noexcept
+    Publication(Engine engine, std::size_t bytes, Hops hops = WithoutHops) noexcept
         : m_bytes(bytes)
         , m_engine(engine)
-        , m_hasHops(false)
+        , m_hasHops(hops == WithHops)
     {}
 
     /// An operator: a hop that takes `bytes`, over another publication.

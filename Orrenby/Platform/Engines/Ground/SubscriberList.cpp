@@ -10,14 +10,6 @@ void Slot::detach() noexcept { m_list.detach(*this); }
 
 void Slot::wait() noexcept { m_list.wait(*this); }
 
-Queued::~Queued() = default;
-
-SubscriberList::~SubscriberList()
-{
-    while (m_firstQueued)
-        delete std::exchange(m_firstQueued, m_firstQueued->next);
-}
-
 void SubscriberList::Chain::append(Slot& slot) noexcept
 {
     slot.m_previous = last;
@@ -32,58 +24,14 @@ void SubscriberList::Chain::remove(Slot& slot) noexcept
     (slot.m_next ? slot.m_next->m_previous : last) = slot.m_previous;
 }
 
-void SubscriberList::lock() noexcept
-{
-    auto backoff = Backoff();
-    for (auto word = m_word.load(std::memory_order_relaxed);;) {
-        if (word & lockedBit) {
-            backoff.pause();
-            word = m_word.load(std::memory_order_relaxed);
-        } else if (m_word.compare_exchange_weak(
-                       word, word | lockedBit, std::memory_order_acquire, std::memory_order_relaxed))
-            return;
-    }
-}
-
-SubscriberList::Entry SubscriberList::enterOrLock() noexcept
-{
-    auto backoff = Backoff();
-    for (;;) {
-        auto word = m_word.load(std::memory_order_relaxed);
-        if (word & closedBit)
-            return Entry::Closed;
-        if (word == 0) {
-            if (tryEnterLocked())
-                return Entry::Delivering;
-            continue;
-        }
-        const auto waits = (word & lockedBit)
-            || !(isDeliveredByThisThread() || (word & orphanedBit) || backoff.isLong());
-        if (waits)
-            backoff.pause();
-        else if (m_word.compare_exchange_weak(
-                     word, word | lockedBit, std::memory_order_acquire, std::memory_order_relaxed))
-            return Entry::Busy;
-    }
-}
-
-void SubscriberList::queue(Queued* queued) noexcept
-{
-    queued->number = m_queuedCount++;
-    (m_lastQueued ? m_lastQueued->next : m_firstQueued) = queued;
-    m_lastQueued = queued;
-    add(workBit);
-}
-
 SubscriberList::Joining SubscriberList::join(Slot& slot, bool wantsReplay) noexcept
 {
-    const auto word = m_word.load(std::memory_order_relaxed);
-    if (word & closedBit)
+    if (isClosed())
         return Joining::Closed;
 
     slot.m_subscription.retain();
-    if (word & deliveringBit) {
-        slot.m_since = m_queuedCount;
+    if (word() & deliveringBit) {
+        slot.m_since = queuedCount();
         slot.m_state.store(Slot::State::Newcomer, std::memory_order_relaxed);
         m_newcomers.append(slot);
         m_replaying += wantsReplay;
@@ -96,7 +44,7 @@ SubscriberList::Joining SubscriberList::join(Slot& slot, bool wantsReplay) noexc
     if (!wantsReplay)
         return Joining::Linked;
     add(deliveringBit);
-    m_deliverer.store(threadToken(), std::memory_order_relaxed);
+    setDeliverer(threadToken());
     return Joining::Delivering;
 }
 
@@ -104,13 +52,10 @@ void SubscriberList::finishReplay(const Counted& owner, Deliver deliver) noexcep
 {
     lock();
     --m_replaying;
-    const auto word = m_word.load(std::memory_order_relaxed);
-    const auto takesOver = m_replaying == 0 && (word & orphanedBit);
-    if (takesOver) {
-        m_word.store(word & ~orphanedBit, std::memory_order_relaxed);
-        m_deliverer.store(threadToken(), std::memory_order_relaxed);
-    }
-    unlock();
+    const auto takesOver = m_replaying == 0 && (word() & orphanedBit);
+    if (takesOver)
+        setDeliverer(threadToken());
+    unlockAs(word() & ~(lockedBit | (takesOver ? orphanedBit : 0)));
     if (takesOver)
         settle(owner, deliver);
 }
@@ -123,8 +68,7 @@ void SubscriberList::detach(Slot& slot) noexcept
 
     lock();
     const auto state = slot.m_state.load(std::memory_order_relaxed);
-    const auto isDelivering = (m_word.load(std::memory_order_relaxed) & deliveringBit) != 0;
-    const auto mustStay = state == Slot::State::Linked && isDelivering;
+    const auto mustStay = state == Slot::State::Linked && (word() & deliveringBit);
     if (mustStay) {
         slot.deafen();
         slot.m_state.store(Slot::State::Dead, std::memory_order_relaxed);
@@ -147,8 +91,7 @@ void SubscriberList::wait(const Slot& slot) noexcept
     // announcement. The barrier orders both sides, so that the deliverer pays nothing for it.
     const auto isOrdered = processBarrier();
     auto backoff = Backoff();
-    while (isOrdered ? m_current.load(std::memory_order_acquire) == &slot
-                     : (m_word.load(std::memory_order_acquire) & deliveringBit) != 0)
+    while (isOrdered ? m_current.load(std::memory_order_acquire) == &slot : isDelivering())
         backoff.pause();
 }
 
@@ -187,26 +130,21 @@ void SubscriberList::settle(const Counted& owner, Deliver deliver) noexcept
     for (auto isSettled = false; !isSettled;) {
         lock();
         auto* const graves = bury();
-        auto word = m_word.load(std::memory_order_relaxed) & closedBit;
+        auto rest = word() & closedBit;
         Queued* queued = nullptr;
         if (m_replaying != 0) {
             // Somebody is still inside a first value. Who ends the last such replay takes the queue over.
-            word |= deliveringBit | orphanedBit;
-            m_deliverer.store(0, std::memory_order_relaxed);
+            rest |= deliveringBit | orphanedBit;
             isSettled = true;
-        } else if ((queued = m_firstQueued)) {
-            m_firstQueued = queued->next;
-            if (!m_firstQueued)
-                m_lastQueued = nullptr;
+        } else if ((queued = takeQueued())) {
             admitNewcomers(queued->number);
-            word |= deliveringBit; // no work bit: this loop comes back in any case
-            m_deliverer.store(threadToken(), std::memory_order_relaxed);
+            rest |= deliveringBit; // no work bit: this loop comes back in any case
         } else {
             admitNewcomers(std::numeric_limits<std::uint64_t>::max());
-            m_deliverer.store(0, std::memory_order_relaxed);
             isSettled = true;
         }
-        m_word.store(word, std::memory_order_release); // unlocks
+        setDeliverer(queued ? threadToken() : 0);
+        unlockAs(rest);
 
         dropAll(graves);
         if (queued)

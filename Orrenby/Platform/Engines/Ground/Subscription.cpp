@@ -49,22 +49,31 @@ void Subscription::keepSource(SourceLink& source) noexcept
 
 void Subscription::cancel() noexcept
 {
+    retain(); // a clean-up may drop the handle through which it was called
+    detachSources();
+    release();
+}
+
+void Subscription::cancelAndWait() noexcept
+{
+    retain();
+    detachSources();
+    for (auto* source = m_firstSource; source; source = source->m_nextSource)
+        source->wait();
+    release();
+}
+
+void Subscription::detachSources() noexcept
+{
     m_isCancelled.store(true, std::memory_order_relaxed);
     for (auto* source = m_firstSource; source; source = source->m_nextSource)
         source->detach();
 }
 
-void Subscription::cancelAndWait() noexcept
-{
-    cancel();
-    for (auto* source = m_firstSource; source; source = source->m_nextSource)
-        source->wait();
-}
-
 void Subscription::releaseHandle() noexcept
 {
     if (m_handles.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-        cancel();
+        detachSources(); // the handles' common reference keeps the block until it is released below
         release();
     }
 }

@@ -58,6 +58,12 @@ public:
 
         Subscription& subscription() const noexcept { return *m_subscription; }
 
+        /// Goes on with the same subscription in another block, which a node of it owns.
+        Builder continuedIn(void* block) const noexcept
+        {
+            return Builder(*m_subscription, static_cast<std::byte*>(block));
+        }
+
         template <class N, class... A> N& add(A&&... arguments)
         {
             auto* const node = new (m_next) N(std::forward<A>(arguments)...);
@@ -74,6 +80,11 @@ public:
         }
 
     private:
+        Builder(Subscription& subscription, std::byte* next) noexcept
+            : m_subscription(&subscription)
+            , m_next(next)
+        {}
+
         Subscription* m_subscription;
         std::byte* m_next;
     };
@@ -104,6 +115,7 @@ public:
 private:
     Subscription(Retained<const Counted> description, Engine engine) noexcept;
     ~Subscription();
+    void detachSources() noexcept;
     void keep(Node& node) noexcept;
     void keepSource(SourceLink& source) noexcept;
 

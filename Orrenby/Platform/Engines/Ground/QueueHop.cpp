@@ -1,0 +1,80 @@
+#include "Orrenby/Platform/Engines/Ground/QueueHop.hpp"
+
+#include "Orrenby/Platform/Engines/Ground/Backoff.hpp"
+#include "Orrenby/Platform/Engines/Ground/ProcessBarrier.hpp"
+#include "Orrenby/Platform/Engines/Ground/ThreadToken.hpp"
+
+namespace orrenby::inline ORRENBY_ABI::detail {
+
+/// The job of a hop in a queue. It keeps the subscription while it is there.
+class QueueHop::Posted {
+public:
+    explicit Posted(QueueHop& hop) noexcept
+        : m_hop(&hop)
+    {
+        hop.m_subscription.retain();
+    }
+
+    Posted(Posted&& other) noexcept
+        : m_hop(std::exchange(other.m_hop, nullptr))
+    {}
+    Posted& operator=(Posted&&) = delete;
+
+    ~Posted()
+    {
+        if (m_hop)
+            std::exchange(m_hop, nullptr)->drop();
+    }
+
+    void operator()() noexcept { std::exchange(m_hop, nullptr)->run(); }
+
+private:
+    QueueHop* m_hop;
+};
+
+void QueueHop::post() noexcept { m_scheduler.post(Posted(*this)); }
+
+void QueueHop::drop() noexcept
+{
+    lock();
+    m_isPosted = false;
+    m_mutex.unlock();
+    m_subscription.release();
+}
+
+void QueueHop::run() noexcept
+{
+    lock();
+    m_isPosted = false;
+    m_isBehind = m_deliverer.load(std::memory_order_relaxed) != 0;
+    if (!m_isBehind && takeBatch()) {
+        m_deliverer.store(threadToken(), std::memory_order_relaxed);
+        do {
+            m_isBehind = false;
+            m_mutex.unlock();
+            std::atomic_signal_fence(std::memory_order_seq_cst); // announce, then look: see wait()
+            deliverBatch();
+            lock();
+        } while (m_isBehind && takeBatch());
+        m_deliverer.store(0, std::memory_order_release);
+    }
+    m_mutex.unlock();
+    m_subscription.release();
+}
+
+void QueueHop::wait() noexcept
+{
+    // The deliverer announces itself and then looks whether the subscription is cancelled; here it is the
+    // other way round. The barrier orders both sides. Without it, the lock that each batch takes must do.
+    if (m_deliverer.load(std::memory_order_relaxed) == threadToken())
+        return;
+    if (!processBarrier()) {
+        lock();
+        m_mutex.unlock();
+    }
+    auto backoff = Backoff();
+    while (m_deliverer.load(std::memory_order_acquire) != 0)
+        backoff.pause();
+}
+
+} // namespace orrenby::detail

@@ -1,0 +1,102 @@
+#pragma once
+
+/// @file
+/// A stream of the one result of something that is done with callbacks.
+
+#include "Orrenby/Platform/Engines/Combine/Future.hpp"
+#include "Orrenby/Platform/Engines/Rx/Future.hpp"
+#include "Orrenby/Platform/Objects/Result.hpp"
+#include "Orrenby/Utilities/Streams/AnyPublisher.hpp"
+
+namespace orrenby::inline ORRENBY_ABI::Streams {
+
+/// Bridges an operation with a callback into a stream of one element.
+///
+/// The attempt is a callable that begins the operation. It gets a promise, to be called with the result, and
+/// returns a clean-up: what has to be done when the result is there or nobody wants it any more. A clean-up
+/// that does nothing may be a `nullptr`. Of several results the first holds.
+///
+/// @snippet Tests/Contracts/Streams/FutureTests.cpp Bridging a callback
+///
+/// When the attempt is made, the engines differ:
+/// - Combine makes one attempt at once, when the future is made; every subscriber gets its one result, also
+///   those who come later.
+/// - Rx makes an attempt for each subscriber, when it subscribes.
+///
+/// All attempts of a future share one list of clean-ups. The end or the cancellation of any subscription runs
+/// all that are in it, in the order of their coming, and empties it: so each runs once at most. With Combine,
+/// a future that nobody subscribes to runs none.
+///
+/// Attempt, promise and clean-ups must not throw; one that does ends the process. The promise may be called
+/// from any thread, also after the future is gone. Copies share the future. Safe to use from several threads.
+template <typename OutputType, typename FailureType> class Future {
+    using Subject = detail::SubjectBase<Streams::Payload<OutputType, FailureType>>;
+
+public:
+    using Output = OutputType;
+    using Failure = FailureType;
+    using Payload = Streams::Payload<Output, Failure>;
+
+    /// Takes the result of an attempt. Copies are the same promise.
+    class Promise {
+    public:
+        explicit Promise(detail::Retained<Subject> subject) noexcept
+            : m_subject(std::move(subject))
+        {}
+
+        // Copies only: a moved-from promise would be one that cannot be kept.
+        Promise(const Promise&) = default;
+        Promise& operator=(const Promise&) = default;
+
+        /// Delivers the result on this thread. Once there is one, it does nothing.
+        void operator()(const Result<Output, Failure>& result) const
+        {
+            m_subject->finish(
+                result.isSuccess() ? Payload::value(*result.value()) : Payload::error(*result.error()));
+        }
+
+    private:
+        detail::Retained<Subject> m_subject;
+    };
+
+    template <typename Attempt>
+        requires std::is_invocable_r_v < UniqueFunction<void()>,
+    const Attempt&,
+        Promise > explicit Future(Attempt attempt)
+        : m_future(makeFuture(
+            [attempt = std::move(attempt)](detail::Retained<Subject> subject) -> UniqueFunction<void()> {
+                return attempt(Promise(std::move(subject)));
+            }))
+    {}
+
+    // Copies only: a moved-from publisher would be one that cannot be used.
+    Future(const Future&) = default;
+    Future& operator=(const Future&) = default;
+
+    /// This stream, whatever it comes from.
+    AnyPublisher<Output, Failure> eraseToAnyPublisher() const
+    {
+        detail::useEngine(m_future->engine());
+        return AnyPublisher<Output, Failure>(m_future);
+    }
+
+    /// Another name of `eraseToAnyPublisher()`.
+    AnyPublisher<Output, Failure> asPublisher() const { return eraseToAnyPublisher(); }
+
+    /// The identity of the future that copies share.
+    ObjectIdentifier sharedIdentity() const noexcept { return ObjectIdentifier(m_future.get()); }
+
+private:
+    template <typename Attempt>
+    static detail::Retained<const detail::Publication<Payload>> makeFuture(Attempt attempt)
+    {
+        if (detail::chosenEngine() == detail::Engine::Rx)
+            return StreamsRx::makeFuture<Payload>(std::move(attempt));
+        using Eager = StreamsCombine::Future<Payload>;
+        return detail::Retained<const Eager>::adopting(new Eager(std::move(attempt)));
+    }
+
+    detail::Retained<const detail::Publication<Payload>> m_future;
+};
+
+} // namespace orrenby::Streams
