@@ -27,6 +27,12 @@ public:
         : Operations(makeSubject())
     {}
 
+    /// A handle of a subject that exists.
+    explicit PassthroughSubject(
+        detail::Retained<detail::SubjectBase<Payload<Output, Failure>>> subject) noexcept
+        : Operations(std::move(subject))
+    {}
+
 private:
     static detail::Retained<detail::SubjectBase<Payload<Output, Failure>>> makeSubject()
     {
