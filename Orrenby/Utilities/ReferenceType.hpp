@@ -13,19 +13,18 @@ namespace orrenby::inline ORRENBY_ABI {
 
 namespace detail {
 
-/// A handle: copies share what it tells the identity of.
+/// A handle: copies share what it tells the identity of. Handles of the ground floor tell an address.
 template <class T>
 concept SharesByHandle = requires(const T& handle)
 {
-    {
-        handle.sharedIdentity()
-        } -> std::same_as<ObjectIdentifier>;
+    ObjectIdentifier(handle.sharedIdentity());
 };
 
 } // namespace detail
 
 /// Copies of a value of this type stand for the same object: references (`Ref<T>`, also to constant objects),
-/// and handles, which are classes with a member `ObjectIdentifier sharedIdentity() const`.
+/// and handles, which are classes with a member `ObjectIdentifier sharedIdentity() const`, or one that gives
+/// the address of what they share.
 ///
 /// Weak references, raw pointers and optional references are values.
 template <class T>
@@ -41,7 +40,7 @@ concept MayBeSameObject = (isRef<T> && isRef<U>) || (SharesByHandle<T> && std::s
 template <ReferenceType T> ObjectIdentifier sharedIdentity(const T& reference) noexcept
 {
     if constexpr (SharesByHandle<T>)
-        return reference.sharedIdentity();
+        return ObjectIdentifier(reference.sharedIdentity());
     else
         return ObjectIdentifier(reference);
 }

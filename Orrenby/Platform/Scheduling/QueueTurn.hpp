@@ -22,17 +22,19 @@ class QueueCore;
 class QueueFrame {
 public:
     enum class Chain { Begins, GoesOn };
+    enum class Answer { Yes, No, NoFrame };
 
-    ORRENBY_EXPORT QueueFrame(const QueueCore& queue, Chain chain) noexcept;
+    /// @param queue  None for work that belongs to something else than a dispatch queue.
+    ORRENBY_EXPORT QueueFrame(const QueueCore* queue, Chain chain) noexcept;
     QueueFrame(const QueueFrame&) = delete;
     QueueFrame& operator=(const QueueFrame&) = delete;
     ORRENBY_EXPORT ~QueueFrame();
 
-    /// Whether the calling thread is on `queue`.
-    static bool has(const QueueCore& queue) noexcept;
+    /// Whether the calling thread is on `queue`. No frame at all: it is on its own.
+    static Answer find(const QueueCore& queue) noexcept;
 
 private:
-    const QueueCore& m_queue;
+    const QueueCore* const m_queue;
     const Chain m_chain;
     const QueueFrame* const m_previous;
 };

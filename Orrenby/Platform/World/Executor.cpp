@@ -4,6 +4,8 @@
 
 namespace orrenby::inline ORRENBY_ABI {
 
+void Job::discard() noexcept {}
+
 Executor::~Executor() = default;
 
 std::shared_ptr<Executor> Executor::system()

@@ -20,6 +20,10 @@ public:
     /// Does the work. A throw ends the process.
     virtual void run() noexcept = 0;
 
+    /// Takes the place of `run()` when the executor goes away with the job still in its hands, as that of a
+    /// test does: the owner lets go of what it keeps for the work, without doing it.
+    virtual void discard() noexcept;
+
     /// For the list of whoever holds the job at the moment.
     Job* next = nullptr;
     /// For whoever holds the job until a moment: monotonic seconds.
@@ -68,7 +72,8 @@ public:
     /// may be infinite. May return early, so callers loop. Other jobs may run on this thread meanwhile.
     virtual void wait(Waiter& waiter, double deadline) = 0;
 
-    /// The platform's executor.
+    /// The platform's executor. It never goes away, and goes by the platform's own clock: a world with
+    /// another clock needs another executor.
     static std::shared_ptr<Executor> system();
 
 protected:

@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// The executor that has threads.
+/// The executor that has threads. Not in the umbrella header: `Executor::system()` hands it out.
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/World/Executor.hpp"
