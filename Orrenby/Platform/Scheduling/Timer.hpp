@@ -9,10 +9,12 @@
 #include "Orrenby/Platform/Objects/Trace.hpp"
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
 #include "Orrenby/Platform/Time/Date.hpp"
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <string_view>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -54,7 +56,9 @@ struct TimerOptions {
 ///
 /// Safe to use from several threads.
 class ORRENBY_EXPORT Timer : public std::enable_shared_from_this<Timer> {
-    struct Key {};
+    struct Key {
+        explicit Key() = default;
+    };
 
 public:
     using Block = UniqueFunction<void(Timer&)>;
@@ -90,9 +94,9 @@ public:
     /// A non-repeating timer is still valid while its block runs.
     bool isValid() const;
 
-    /// When it fires next, in the calendar that held when this moment was set: neither changes when the
-    /// calendar is set forward or back. While a repeating timer's block runs, and once the timer is invalid,
-    /// the moment for which it fired last.
+    /// When it fires next, in the calendar that held when this was determined: setting the calendar
+    /// forward or back changes neither. While its block runs, still the moment for which it fires; once it is
+    /// invalid, what it was last.
     Date fireDate() const;
 
     /// Moves the next moment, which the rhythm then counts from. One that has passed (or is none) is due at
@@ -116,12 +120,14 @@ private:
     friend class RunLoop;
     friend class detail::RunLoopCore;
 
-    bool add(const std::shared_ptr<detail::RunLoopCore>& loop, std::string_view mode);
+    void add(const std::shared_ptr<detail::RunLoopCore>& loop, std::string_view mode);
     void fireIfDue(const detail::RunLoopModeState& mode, double now);
+    void beginFiring();
     void callBlock() noexcept;
     void finishFiring(bool isOnSchedule);
+    /// To the first moment after `now`.
     void moveOn(double now);
-    void reinsert(const std::shared_ptr<detail::RunLoopCore>& loop);
+    template <class F> void change(F&& assign);
 
     const double m_interval;
     const bool m_repeats;
@@ -142,6 +148,9 @@ private:
     Date m_fireDate;
     bool m_isValid = true;
     bool m_isFiring = false;
+    /// While it fires on another thread than the loop's: in how many of its modes the loop knows that it will
+    /// come back.
+    std::size_t m_modesAway = 0;
     bool m_wasMoved = false; ///< By `setFireDate`, while it was firing.
 };
 
