@@ -2,6 +2,7 @@
 
 /// @file
 /// What an observed object knows of its observers.
+/// Not in the umbrella header: an object keeps it to itself.
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Any.hpp"

@@ -2,6 +2,7 @@
 
 /// @file
 /// One observer's registration for one key path.
+/// Not in the umbrella header: objects keep it to themselves.
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Any.hpp"
