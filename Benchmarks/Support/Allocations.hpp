@@ -33,7 +33,8 @@ inline Allocations& allocations()
 } // namespace orrenby::benchmarks
 
 // NOLINTBEGIN(misc-definitions-in-headers)
-void* operator new(std::size_t size)
+// Never inlined: g++ would then see a `free` meet a `new` and warn.
+[[gnu::noinline]] void* operator new(std::size_t size)
 {
     auto* const block = std::malloc(size);
     if (!block)
@@ -44,7 +45,7 @@ void* operator new(std::size_t size)
     return block;
 }
 
-void operator delete(void* block) noexcept
+[[gnu::noinline]] void operator delete(void* block) noexcept
 {
     if (block)
         orrenby::benchmarks::allocations().bytes -= static_cast<std::int64_t>(
@@ -52,5 +53,5 @@ void operator delete(void* block) noexcept
     std::free(block);
 }
 
-void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
 // NOLINTEND(misc-definitions-in-headers)
