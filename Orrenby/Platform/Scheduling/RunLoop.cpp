@@ -105,6 +105,10 @@ std::optional<std::string> RunLoop::currentMode() const { return m_core->current
 
 std::optional<Date> RunLoop::nextFireDate(std::string_view mode) const { return m_core->nextFireDate(mode); }
 
+bool RunLoop::turn(std::string_view mode) { return m_core->turn(mode); }
+double RunLoop::latestMoment(std::string_view mode) const { return m_core->latestMoment(mode); }
+void RunLoop::discardAll() { m_core->discardAll(); }
+
 void RunLoop::requireOwnThread() const
 {
     if (!isCurrent())

@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
+#include "Orrenby/Platform/Objects/TestAccess.hpp"
 #include "Orrenby/Platform/Objects/Trace.hpp"
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
 #include "Orrenby/Platform/Scheduling/DescriptorWatch.hpp"
@@ -118,6 +119,15 @@ public:
 
 private:
     friend class Timer;
+    friend struct testing::TestAccess;
+
+    /// These are for a world that a test drives. One turn without waiting.
+    /// @returns Whether anything was called, timers included.
+    bool turn(std::string_view mode);
+    /// How long the loop would wait for timers, in monotonic seconds; infinite without one.
+    double latestMoment(std::string_view mode) const;
+    /// Drops what was handed over, and invalidates all timers.
+    void discardAll();
 
     explicit RunLoop(bool isMain);
     ~RunLoop();

@@ -4,6 +4,7 @@
 #include "Orrenby/Platform/Scheduling/RunLoopRun.hpp"
 #include "Orrenby/Platform/Scheduling/Thread.hpp"
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
@@ -20,6 +21,8 @@ public:
         const auto self = std::unique_ptr<PerformedBlock>(this);
         m_block();
     }
+
+    void discard() noexcept override { delete this; }
 
 private:
     UniqueFunction<void()> m_block;
@@ -257,6 +260,29 @@ void RunLoopCore::close()
             delete block;
         else
             job->run();
+        lock.lock();
+    }
+    lock.unlock();
+    for (const auto& timer : timers)
+        timer->invalidate();
+}
+
+void RunLoopCore::discardAll()
+{
+    auto lock = std::unique_lock(m_mutex);
+    auto timers = std::vector<Ref<Timer>>();
+    auto blocks = std::vector<Mode::Block>();
+    for (auto& [name, mode] : m_modes) {
+        for (auto& [place, entry] : mode.timers)
+            timers.push_back(entry.timer);
+        std::move(mode.blocks.begin(), mode.blocks.end(), std::back_inserter(blocks));
+        mode.blocks.clear();
+    }
+    while (m_firstJob != nullptr) {
+        auto* job = std::exchange(m_firstJob, m_firstJob->next);
+        ++m_jobsTaken;
+        lock.unlock();
+        job->discard();
         lock.lock();
     }
     lock.unlock();

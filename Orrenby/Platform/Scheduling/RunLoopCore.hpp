@@ -98,6 +98,11 @@ public:
     /// The thread ends.
     void close();
 
+    /// See `RunLoop`.
+    bool turn(std::string_view mode);
+    double latestMoment(std::string_view mode);
+    void discardAll();
+
 private:
     struct Frame;
     class TurnWaiter;
@@ -112,6 +117,8 @@ private:
 
     bool hasSomethingToWaitFor(const Mode& mode) const;
     bool turn(Frame& frame);
+    void leave(const Frame& frame);
+    double latestMomentLocked(const Mode& mode) const;
     bool callHandedOver(Frame& frame);
     std::vector<Ref<Timer>> timersDue(Mode& mode, double now);
     bool callWatches(Frame& frame);

@@ -44,6 +44,8 @@ public:
 
     void block(double seconds) noexcept override { m_alarm.sleep(m_descriptors, seconds); }
 
+    bool isLoop() const noexcept override { return true; }
+
 private:
     LoopAlarm& m_alarm;
     /// The alarm's own is the first. What can be read is noted in them.
@@ -74,13 +76,32 @@ bool RunLoopCore::run(std::string_view mode, double until, Until end)
         wait(frame.mode, until);
     }
 
-    lock.lock();
-    m_frame = frame.outer;
-    lock.unlock();
+    leave(frame);
+    return true;
+}
+
+void RunLoopCore::leave(const Frame& frame)
+{
+    {
+        const auto lock = std::lock_guard(m_mutex);
+        m_frame = frame.outer;
+    }
     // It may have been waiting, and has to look again at what this run changed and was told.
     if (frame.outer != nullptr)
         m_alarm.ring();
-    return true;
+}
+
+bool RunLoopCore::turn(std::string_view mode)
+{
+    auto lock = std::unique_lock(m_mutex);
+    auto frame = Frame{modeNamed(mode), m_frame};
+    m_frame = &frame;
+    lock.unlock();
+    m_alarm.reset();
+    const auto hasDueTimers = !timersDue(frame.mode, monotonicNow()).empty();
+    const auto hasCalled = turn(frame);
+    leave(frame);
+    return hasCalled || hasDueTimers;
 }
 
 bool RunLoopCore::hasSomethingToWaitFor(const Mode& mode) const
@@ -190,17 +211,28 @@ bool RunLoopCore::callWatches(Frame& frame)
     return hasCalled;
 }
 
+double RunLoopCore::latestMoment(std::string_view mode)
+{
+    const auto lock = std::lock_guard(m_mutex);
+    return latestMomentLocked(modeNamed(mode));
+}
+
+double RunLoopCore::latestMomentLocked(const Mode& mode) const
+{
+    auto latest = std::numeric_limits<double>::infinity();
+    for (const auto& [place, entry] : mode.timers) {
+        if (place.deadline >= latest)
+            break;
+        latest = std::min(latest, place.deadline + entry.tolerance);
+    }
+    return latest;
+}
+
 void RunLoopCore::wait(Mode& mode, double until)
 {
     {
         const auto lock = std::lock_guard(m_mutex);
-        auto latest = std::numeric_limits<double>::infinity();
-        for (const auto& [place, entry] : mode.timers) {
-            if (place.deadline >= latest)
-                break;
-            latest = std::min(latest, place.deadline + entry.tolerance);
-        }
-        until = std::min(until, latest);
+        until = std::min(until, latestMomentLocked(mode));
     }
     auto waiter = TurnWaiter(m_alarm, descriptorsOf(watchesIn(mode)));
     // A job that the executor runs meanwhile may run this loop, and wait, again.

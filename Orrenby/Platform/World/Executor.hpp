@@ -43,6 +43,10 @@ public:
     /// Blocks the calling thread until signalled or for `seconds`, which may be infinite. May return early.
     virtual void block(double seconds) noexcept = 0;
 
+    /// Whether the thread is not blocked, but does what comes up meanwhile and waits only for that: a run
+    /// loop.
+    virtual bool isLoop() const noexcept { return false; }
+
 protected:
     Waiter() = default;
     ~Waiter() = default;
