@@ -12,7 +12,7 @@ namespace orrenby::inline ORRENBY_ABI::detail {
 ///
 /// For waits of a few instructions to a few microseconds that must not allocate or need a system call in the
 /// common case.
-class Backoff {
+class ORRENBY_EXPORT Backoff {
 public:
     void pause() noexcept;
 

@@ -38,7 +38,7 @@ void QueueHop::drop() noexcept
 {
     lock();
     m_isPosted = false;
-    m_mutex.unlock();
+    m_lock.unlock();
     m_subscription.release();
 }
 
@@ -51,14 +51,14 @@ void QueueHop::run() noexcept
         m_deliverer.store(threadToken(), std::memory_order_relaxed);
         do {
             m_isBehind = false;
-            m_mutex.unlock();
+            m_lock.unlock();
             std::atomic_signal_fence(std::memory_order_seq_cst); // announce, then look: see wait()
             deliverBatch();
             lock();
         } while (m_isBehind && takeBatch());
         m_deliverer.store(0, std::memory_order_release);
     }
-    m_mutex.unlock();
+    m_lock.unlock();
     m_subscription.release();
 }
 
@@ -70,7 +70,7 @@ void QueueHop::wait() noexcept
         return;
     if (!processBarrier()) {
         lock();
-        m_mutex.unlock();
+        m_lock.unlock();
     }
     auto backoff = Backoff();
     while (m_deliverer.load(std::memory_order_acquire) != 0)

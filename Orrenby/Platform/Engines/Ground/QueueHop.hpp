@@ -5,7 +5,7 @@
 
 #include "Orrenby/Platform/Engines/Ground/QueueScheduler.hpp"
 #include "Orrenby/Platform/Engines/Ground/Subscription.hpp"
-#include <mutex>
+#include "Orrenby/Platform/Scheduling/SpinLock.hpp"
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
@@ -26,13 +26,13 @@ public:
     void wait() noexcept override;
 
 protected:
-    void lock() noexcept { m_mutex.lock(); }
+    void lock() noexcept { m_lock.lock(); }
 
     /// Sees to it that what has gathered is delivered.
     void unlockAndPost() noexcept
     {
         const auto posts = !std::exchange(m_isPosted, true);
-        m_mutex.unlock();
+        m_lock.unlock();
         if (posts)
             post();
     }
@@ -52,7 +52,7 @@ private:
 
     Subscription& m_subscription;
     const QueueScheduler& m_scheduler;
-    std::mutex m_mutex;
+    SpinLock m_lock;
     bool m_isPosted = false;                     // a job waits in the queue
     bool m_isBehind = false;                     // a job came while another one delivered
     std::atomic<std::uintptr_t> m_deliverer = 0; // 0 while nobody delivers
