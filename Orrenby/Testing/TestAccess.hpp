@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/TestAccess.hpp"
+#include "Orrenby/Platform/Scheduling/RunLoop.hpp"
 #include "Orrenby/Utilities/Discover/FlowController.hpp"
 #include "Orrenby/Utilities/Discover/FlowCore.hpp"
 #include "Orrenby/Utilities/Streams/EngineChoice.hpp"
@@ -23,6 +24,16 @@ struct TestAccess {
 
     /// The engine's own object behind a subject.
     template <class Subject> static auto& core(const Subject& subject) noexcept { return subject.core(); }
+
+    /// Makes one turn of the calling thread's `loop` without waiting.
+    /// @returns Whether anything was called, timers included.
+    static bool turn(RunLoop& loop, std::string_view mode) { return loop.turn(mode); }
+
+    /// When `loop` would stop waiting because of its timers, in monotonic seconds; infinite without one.
+    static double latestMoment(const RunLoop& loop, std::string_view mode) { return loop.latestMoment(mode); }
+
+    /// Drops what was handed over to `loop` and invalidates its timers.
+    static void discardAll(RunLoop& loop) { loop.discardAll(); }
 
     /// Replaces what a box of references does where one of them would leave it.
     template <class Box>
