@@ -1,0 +1,45 @@
+#pragma once
+
+/// @file
+/// Operations made of closures.
+
+#include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/UniqueFunction.hpp"
+#include "Orrenby/Platform/Scheduling/Operation.hpp"
+#include <vector>
+
+namespace orrenby::inline ORRENBY_ABI {
+
+/// Runs one block, or several at the same time, and has finished when all of them have returned.
+///
+/// @snippet Tests/Platform/Scheduling/BlockOperationTests.cpp Waiting for several blocks
+///
+/// The first block runs on the thread that starts the operation; further ones begin in order there and on
+/// other threads of the executor, whatever limit the operation's queue has. Blocks are destroyed once they
+/// have run, or when the operation finishes without running them. A block that throws ends the process.
+///
+/// Safe to use from several threads.
+class ORRENBY_EXPORT BlockOperation : public Operation {
+public:
+    /// Without a block there is nothing to do.
+    BlockOperation();
+    explicit BlockOperation(UniqueFunction<void()> block);
+    ~BlockOperation() override;
+
+    /// One more block. To add one after the operation has begun is a programming error.
+    void addExecutionBlock(UniqueFunction<void()> block);
+
+    void main() override;
+
+private:
+    class Blocks;
+
+    void letGoOfWork() noexcept final;
+
+    std::mutex m_blocksMutex;
+    UniqueFunction<void()> m_first;
+    std::vector<UniqueFunction<void()>> m_others;
+    bool m_hasBegun = false;
+};
+
+} // namespace orrenby
