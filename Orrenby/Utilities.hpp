@@ -3,6 +3,7 @@
 /// @file
 /// Everything of the second floor: the library's own types.
 
+#include "Orrenby/Utilities/AsyncBaseOperation.hpp"
 #include "Orrenby/Utilities/Discover.hpp"
 #include "Orrenby/Utilities/Discover/AbstractContext.hpp"
 #include "Orrenby/Utilities/Discover/AbstractFlow.hpp"
