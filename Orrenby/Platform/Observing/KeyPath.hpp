@@ -22,6 +22,10 @@ namespace detail {
 
 template <typename Member>
 concept DataMember = std::is_member_object_pointer_v<Member>;
+template <typename Getter, typename Root>
+concept GetterOf = std::invocable<const Getter&, const Root&>;
+template <typename Getter, typename Root>
+using GottenFrom = std::remove_cvref_t<std::invoke_result_t<const Getter&, const Root&>>;
 
 } // namespace detail
 
@@ -110,18 +114,18 @@ template <detail::DataMember First, detail::DataMember... Rest> auto keyPath(Fir
 
 /// A path that calls `getter` with the object, as `std::invoke` does: a function, a lambda, a member
 /// function. It has no coding string.
-template <typename Root, std::invocable<const Root&> Getter> auto keyPath(Getter getter)
+template <typename Root, detail::GetterOf<Root> Getter> auto keyPath(Getter getter)
 {
-    using Value = std::remove_cvref_t<std::invoke_result_t<Getter, const Root&>>;
+    using Value = detail::GottenFrom<Getter, Root>;
     using Form = detail::GetterForm<Root, Value, Getter>;
     return KeyPath<Root, Value>(std::make_shared<const Form>(std::move(getter)));
 }
 
 /// A path that calls `getter` with the object to read, and `setter` with the object and the value to write.
-template <typename Root, std::invocable<const Root&> Getter, typename Setter>
+template <typename Root, detail::GetterOf<Root> Getter, typename Setter>
 auto keyPath(Getter getter, Setter setter)
 {
-    using Value = std::remove_cvref_t<std::invoke_result_t<Getter, const Root&>>;
+    using Value = detail::GottenFrom<Getter, Root>;
     using Form = detail::AccessorForm<Root, Value, Getter, Setter>;
     static_assert(std::invocable<const Setter&, Root&, Value>, "the setter takes the object and the value");
     return WritableKeyPath<Root, Value>(std::make_shared<const Form>(std::move(getter), std::move(setter)));

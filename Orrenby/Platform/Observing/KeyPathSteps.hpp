@@ -72,7 +72,7 @@ template <typename T> struct PointedTarget {
 template <typename T> struct Target<T*> : PointedTarget<T> {};
 template <typename T, typename Deleter> struct Target<std::unique_ptr<T, Deleter>> : PointedTarget<T> {};
 template <typename T> struct Target<Ref<T>> : PointedTarget<T> {
-    static constexpr bool isObservable = true;
+    static constexpr bool isObservable = !std::is_const_v<T>;
 };
 template <typename T> struct Target<std::optional<T>> : Target<T> {
     template <typename Value, typename Use> static bool enter(Value& value, Use&& use)
