@@ -9,14 +9,13 @@ namespace orrenby::inline ORRENBY_ABI {
 namespace detail {
 
 constinit std::atomic<InstalledHandler<Log::EventHandler>*> logEventHandler = nullptr;
+constinit std::atomic<InstalledHandler<Log::CriticalErrorHandler>*> logCriticalErrorHandler = nullptr;
 
 } // namespace detail
 
 namespace {
 
 using detail::InstalledHandler;
-
-constinit std::atomic<InstalledHandler<Log::CriticalErrorHandler>*> criticalErrorHandler = nullptr;
 
 template <class Handler> void install(std::atomic<InstalledHandler<Handler>*>& place, Handler handler)
 {
@@ -39,7 +38,7 @@ void LogDelivery::deliverCritical(LogState state, const LogOperations& operation
     const char* file, const char* function)
 {
     auto* events = logEventHandler.load(std::memory_order_acquire);
-    auto* criticalErrors = criticalErrorHandler.load(std::memory_order_acquire);
+    auto* criticalErrors = logCriticalErrorHandler.load(std::memory_order_acquire);
     if (events == nullptr && criticalErrors == nullptr)
         return;
 
@@ -58,7 +57,10 @@ namespace Log {
 
 void onEvent(EventHandler handler) { install(detail::logEventHandler, std::move(handler)); }
 
-void onCriticalError(CriticalErrorHandler handler) { install(criticalErrorHandler, std::move(handler)); }
+void onCriticalError(CriticalErrorHandler handler)
+{
+    install(detail::logCriticalErrorHandler, std::move(handler));
+}
 
 } // namespace Log
 

@@ -55,6 +55,9 @@ template <class Handler> struct InstalledHandler {
 /// Null when there is none.
 ORRENBY_EXPORT extern std::atomic<InstalledHandler<Log::EventHandler>*> logEventHandler;
 
+/// Null when there is none. Exported for the test kit, which puts handlers back.
+ORRENBY_EXPORT extern std::atomic<InstalledHandler<Log::CriticalErrorHandler>*> logCriticalErrorHandler;
+
 } // namespace detail
 
 namespace Log {
