@@ -7,7 +7,7 @@
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
-/// The last hop: the subscriber's own callback, which is never told of the end.
+/// The last hop: the subscriber's own callback. It is told of the end only if it has a `finish()` of its own.
 template <class T, class Callback> class SinkNode final : public Receiver<T> {
 public:
     explicit SinkNode(Callback callback)
@@ -15,14 +15,18 @@ public:
     {}
 
     void receive(Pass<T> value) noexcept override { m_callback(value); }
-    void finish() noexcept override {}
+    void finish() noexcept override
+    {
+        if constexpr (requires { m_callback.finish(); })
+            m_callback.finish();
+    }
 
 private:
     Callback m_callback;
 };
 
 /// Stands before the end of a chain with hops, and looks once more whether the subscription still runs: one
-/// of them may have cancelled it with a value on its way. A source looks itself.
+/// of them may have cancelled it with a value or the end on its way. A source looks itself.
 template <class T> class GuardNode final : public Receiver<T> {
 public:
     GuardNode(const Subscription& subscription, Receiver<T>& downstream) noexcept
@@ -36,7 +40,11 @@ public:
             m_downstream.receive(value);
     }
 
-    void finish() noexcept override { m_downstream.finish(); }
+    void finish() noexcept override
+    {
+        if (!m_subscription.isCancelled())
+            m_downstream.finish();
+    }
 
 private:
     const Subscription& m_subscription;
