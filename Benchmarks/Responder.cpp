@@ -1,0 +1,44 @@
+/// @file
+/// What it costs to send along a responder chain: every responder up to the one that claims the message is
+/// asked once.
+
+#include "Benchmarks/Support/Allocations.hpp"
+#include "Benchmarks/Support/ParkedThread.hpp"
+#include "Orrenby/Utilities/Discover/ResponderChain.hpp"
+#include <benchmark/benchmark.h>
+#include <cstdint>
+
+using namespace orrenby;
+using benchmarks::allocations;
+
+namespace {
+
+using Chain = ResponderChain<int>;
+
+/// Sends to `range(0)` responders, of which the last claims.
+void send(benchmark::State& state)
+{
+    auto chain = Chain();
+    auto responders = std::vector<Ref<int>>();
+    std::int64_t claimed = 0;
+    for (int number = 1; number <= state.range(0); ++number) {
+        responders.push_back(std::make_shared<int>(number));
+        chain.addResponder(responders.back(), [&claimed, number](const int& message) -> Chain::Action {
+            if (message != number)
+                return nullptr;
+            return [&claimed](const int&) { ++claimed; };
+        });
+    }
+    const auto last = static_cast<int>(state.range(0));
+
+    const auto before = allocations();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(chain.send(last));
+    state.counters["blocks"] = benchmark::Counter(
+        static_cast<double>((allocations() - before).blocks), benchmark::Counter::kAvgIterations);
+    if (claimed == 0)
+        state.SkipWithError("nobody claimed the message");
+}
+BENCHMARK(send)->ArgName("responders")->Arg(1)->Arg(10)->Arg(100);
+
+} // namespace
