@@ -25,7 +25,7 @@ struct QueueTask {
 };
 
 /// A queue of any kind. Alive as long as a handle or work of it is.
-class QueueCore : public std::enable_shared_from_this<QueueCore> {
+class ORRENBY_EXPORT QueueCore : public std::enable_shared_from_this<QueueCore> {
 public:
     QueueCore(DispatchQueue::Kind kind, std::string label);
     QueueCore(const QueueCore&) = delete;
