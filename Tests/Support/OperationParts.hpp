@@ -3,6 +3,7 @@
 /// @file
 /// Operations to try things with, and an observer that writes down what it is told.
 
+#include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Object.hpp"
 #include "Orrenby/Platform/Observing/KeyValueObserver.hpp"
 #include "Orrenby/Platform/Scheduling/Operation.hpp"
@@ -12,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-namespace orrenby::testing {
+namespace orrenby::inline ORRENBY_ABI::testing {
 
 using Entries = std::vector<std::string>;
 
