@@ -39,7 +39,9 @@ template <typename Output, typename Failure, typename Start> AnyPublisher<Output
     using Core = detail::SubjectBase<Payload<Output, Failure>>;
     using End = std::invoke_result_t<const Start&, Subject>;
     auto begin = [start = std::move(start)](detail::Retained<Core> core) {
-        if constexpr (detail::Cancellable<End>) {
+        if constexpr (std::same_as<End, detail::Ending>)
+            return start(Subject(std::move(core)));
+        else if constexpr (detail::Cancellable<End>) {
             const auto end = start(Subject(std::move(core)));
             return detail::Ending{[end] { end.cancel(); }, [end] { end.cancelAndWait(); }};
         } else

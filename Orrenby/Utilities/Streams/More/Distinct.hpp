@@ -1,0 +1,98 @@
+#pragma once
+
+/// @file
+/// Leaving out repetitions.
+
+#include "Orrenby/Utilities/Streams/More/PublisherOperation.hpp"
+#include "Orrenby/Utilities/Streams/More/Staged.hpp"
+#include <functional>
+#include <optional>
+
+namespace orrenby::inline ORRENBY_ABI::detail {
+
+struct DistinctBy {
+    template <typename Output, typename Failure, CallableWith<Output> MakeKey>
+        requires std::equality_comparable<ResultOf<MakeKey, Output>> Streams::AnyPublisher<Output, Failure>
+    operator()(const Streams::AnyPublisher<Output, Failure>& publisher, MakeKey makeKey) const
+    {
+        using Key = ResultOf<MakeKey, Output>;
+        return Streams::staged<Output, Failure>(publisher, [makeKey = std::move(makeKey)] {
+            return [&makeKey, last = std::optional<Key>()](
+                       const Streams::Payload<Output, Failure>& payload, const auto& next) mutable {
+                if (const auto* const value = payload.asValue()) {
+                    decltype(auto) key = std::invoke(makeKey, *value);
+                    if (last && *last == key)
+                        return;
+                    last = std::forward<decltype(key)>(key);
+                } else
+                    last.reset();
+                next(payload);
+            };
+        });
+    }
+};
+
+struct TryDistinctBy {
+    template <typename Output, typename Failure, CallableWith<Output> MakeKey>
+        requires std::equality_comparable<ResultOf<MakeKey, Output>> Streams::AnyPublisher<Output, AnyError>
+    operator()(const Streams::AnyPublisher<Output, Failure>& publisher, MakeKey makeKey) const
+    {
+        using Key = ResultOf<MakeKey, Output>;
+        using Result = Streams::Payload<Output, AnyError>;
+        return Streams::staged<Output, AnyError>(publisher, [makeKey = std::move(makeKey)] {
+            return [&makeKey, last = std::optional<Key>()](
+                       const Streams::Payload<Output, Failure>& payload, const auto& next) mutable {
+                if (payload.isError()) {
+                    last.reset();
+                    return next(Result::error(AnyError(*payload.asError())));
+                }
+                auto failure = std::optional<AnyError>();
+                try {
+                    auto key = std::optional<Key>(std::invoke(makeKey, *payload.asValue()));
+                    if (last == key)
+                        return;
+                    last = std::move(key);
+                } catch (...) {
+                    last.reset();
+                    failure.emplace(std::current_exception());
+                }
+                next(failure ? Result::error(*std::move(failure)) : Result::value(*payload.asValue()));
+            };
+        });
+    }
+};
+
+struct Distinct {
+    struct Itself {
+        template <typename Value> const Value& operator()(const Value& value) const noexcept { return value; }
+    };
+
+    template <std::equality_comparable Output, typename Failure>
+    Streams::AnyPublisher<Output, Failure> operator()(
+        const Streams::AnyPublisher<Output, Failure>& publisher) const
+    {
+        return DistinctBy()(publisher, Itself());
+    }
+};
+
+} // namespace orrenby::detail
+
+namespace orrenby::inline ORRENBY_ABI::Streams {
+
+/// Leaves out a value that equals the one before it. Failures pass; the value after one passes too, even if
+/// it equals the last before.
+///
+/// Each subscription begins anew, and keeps a copy of the last value.
+///
+/// @snippet Tests/Contracts/Streams/More/DistinctTests.cpp Leaving out repetitions
+inline constexpr auto distinct = detail::PublisherOperation<detail::Distinct>();
+
+/// As `distinct`, for values that are compared by the key that a callable makes of them:
+/// `distinctBy(nameOf)`. It is shared by all subscriptions and must not throw.
+inline constexpr auto distinctBy = detail::PublisherOperation<detail::DistinctBy>();
+
+/// As `distinctBy`; what the callable or the comparison throws becomes a failure in the place of the value,
+/// and later values flow on.
+inline constexpr auto tryDistinctBy = detail::PublisherOperation<detail::TryDistinctBy>();
+
+} // namespace orrenby::Streams
