@@ -1,10 +1,13 @@
 #include "Orrenby/Utilities/Streams/Just.hpp"
 
+#include "Orrenby/Testing/Recorder.hpp"
+#include "Orrenby/Testing/VirtualWorld.hpp"
 #include "Orrenby/Utilities/Streams/StreamsPublisher.hpp"
 #include "Tests/Support/StreamEngines.hpp"
 
 using namespace orrenby;
 using orrenby::testing::Received;
+using orrenby::testing::Recorder;
 using orrenby::testing::Trouble;
 using ::testing::ElementsAre;
 
@@ -31,11 +34,17 @@ TEST_P(JustContract, DeliversItsValueToEachSubscriber)
 
 TEST_P(JustContract, DeliversItsFailure)
 {
-    auto received = Received<int, Trouble>();
+    const auto recorder = Recorder(Streams::Just<int, Trouble>(Trouble{4}));
 
-    const auto handle = Streams::Just<int, Trouble>(Trouble{4}).asPublisher().sink(received.recorder());
+    EXPECT_THAT(recorder.payloads(), ElementsAre(Number::error({4})));
+}
 
-    EXPECT_THAT(received.payloads, ElementsAre(Number::error({4})));
+TEST_P(JustContract, EndsAtOnce)
+{
+    const auto world = orrenby::testing::VirtualWorld();
+
+    EXPECT_EQ((Recorder(Streams::Just<int, Trouble>(3)).marbles()), "(3|)");
+    EXPECT_EQ((Recorder(Streams::Just<int, Trouble>(Trouble{4})).marbles()), "(#|)");
 }
 
 TEST_P(JustContract, TellsValueAndFailureOfOneTypeApartByTheMark)

@@ -1,13 +1,23 @@
 #include "Tests/Support/StreamEngines.hpp"
 
 #include "Orrenby/Platform/Errors/AnyError.hpp"
+#include "Orrenby/Testing/MarbleSource.hpp"
+#include "Orrenby/Testing/Recorder.hpp"
+#include "Orrenby/Testing/VirtualWorld.hpp"
 #include "Orrenby/Utilities/Streams/Just.hpp"
+#include <functional>
 #include <optional>
 #include <stdexcept>
+#include <string>
+#include <type_traits>
 
 using namespace orrenby;
+using orrenby::testing::MarbleLegend;
+using orrenby::testing::MarbleSource;
 using orrenby::testing::Received;
+using orrenby::testing::Recorder;
 using orrenby::testing::Trouble;
+using orrenby::testing::VirtualWorld;
 using ::testing::ElementsAre;
 
 namespace {
@@ -15,7 +25,7 @@ namespace {
 class OperatorContract : public orrenby::testing::BothEngines {
 protected:
     using Subject = Streams::PassthroughSubject<int, Trouble>;
-    using Number = Streams::Payload<int, Trouble>;
+    using Numbers = Streams::AnyPublisher<int, Trouble>;
 
     void SetUp() override
     {
@@ -25,6 +35,21 @@ protected:
 
     const Subject& subject() const { return *m_subject; }
     auto publisher() const { return m_subject->asPublisher(); }
+
+    /// What an operator makes of a line of numbers, in which `x`, `y` and `z` are the troubles 1, 2 and 3.
+    ///
+    /// @param legend  Of the result.
+    template <class Operation, class Result = std::invoke_result_t<Operation, Numbers>>
+    static std::string marblesAfter(Operation apply, std::string_view notation,
+        MarbleLegend<typename Result::Output, typename Result::Failure> legend = {})
+    {
+        auto world = VirtualWorld();
+        const auto source = MarbleSource<int, Trouble>(
+            notation, {.failures = {{'x', Trouble{1}}, {'y', Trouble{2}}, {'z', Trouble{3}}}});
+        const auto recorder = Recorder(apply(source.asPublisher()), std::move(legend));
+        world.runAll();
+        return recorder.marbles();
+    }
 
 private:
     std::optional<Subject> m_subject;
@@ -114,17 +139,22 @@ TEST_P(OperatorContract, TryMapPassesAFailureWithItsTypeAndValue)
     EXPECT_THAT(seen, ElementsAre(Trouble{7}));
 }
 
+TEST_P(OperatorContract, MapKeepsFailuresAndTheEndInTheirPlaces)
+{
+    const auto apply = [](const Numbers& numbers) { return numbers.map(doubled); };
+
+    EXPECT_EQ(marblesAfter(apply, "1-x-(2y)-|", {.failures = {{'X', {1}}, {'Y', {2}}}}), "2-X-(4Y)-|");
+    EXPECT_EQ(marblesAfter(apply, "--|"), "--|");
+    EXPECT_EQ(marblesAfter(apply, "1--"), "2");
+}
+
 TEST_P(OperatorContract, CatchPutsAValueInThePlaceOfAFailureAndTheStreamGoesOn)
 {
-    auto received = Received<int, Trouble>();
-    const auto handle
-        = publisher().catch_([](Trouble trouble) { return -trouble.number; }).sink(received.recorder());
+    const auto apply = [](const Numbers& numbers) {
+        return numbers.catch_([](Trouble trouble) { return trouble.number + 4; });
+    };
 
-    subject().send(1);
-    subject().send(Trouble{5});
-    subject().send(2);
-
-    EXPECT_THAT(received.payloads, ElementsAre(Number::value(1), Number::value(-5), Number::value(2)));
+    EXPECT_EQ(marblesAfter(apply, "1-x-2-(yz)|"), "1-5-2-(67)|");
 }
 
 TEST_P(OperatorContract, CatchDoesNotCallItsCallableForAValue)
@@ -164,38 +194,35 @@ TEST_P(OperatorContract, TryCatchTurnsWhatIsThrownIntoAFailure)
 
 TEST_P(OperatorContract, MapErrorTransformsFailuresOnly)
 {
-    using Text = Streams::Payload<int, std::string>;
-    auto received = Received<int, std::string>();
     auto calls = 0;
-    const auto handle = publisher()
-                            .mapError([&](Trouble trouble) {
-                                ++calls;
-                                return std::to_string(trouble.number);
-                            })
-                            .sink(received.recorder());
+    const auto apply = [&](const Numbers& numbers) {
+        return numbers.mapError([&](Trouble trouble) {
+            ++calls;
+            return std::to_string(trouble.number);
+        });
+    };
 
-    subject().send(1);
-    subject().send(Trouble{2});
-    subject().send(Trouble{3});
-
-    EXPECT_THAT(received.payloads, ElementsAre(Text::value(1), Text::error("2"), Text::error("3")));
+    EXPECT_EQ(marblesAfter(apply, "1-x-y-|", {.failures = {{'X', "1"}, {'Y', "2"}}}), "1-X-Y-|");
     EXPECT_EQ(calls, 2);
 }
 
-TEST_P(OperatorContract, HopsFollowEachOtherInOneBlock)
+TEST_P(OperatorContract, HopsFollowEachOther)
 {
-    auto seen = std::vector<int>();
-    const auto handle = publisher()
-                            .map(doubled)
-                            .mapError([](Trouble trouble) { return trouble.number; })
-                            .catch_([](int number) { return number; })
-                            .map([](int value) { return value + 1; })
-                            .sink([&](const auto& payload) { seen.push_back(payload.get()); });
+    const auto apply = [](const Numbers& numbers) {
+        return numbers.map(doubled)
+            .mapError([](Trouble trouble) { return trouble.number; })
+            .catch_([](int number) { return number; })
+            .map([](int value) { return value + 1; });
+    };
 
-    subject().send(1);
-    subject().send(Trouble{10});
+    EXPECT_EQ(marblesAfter(apply, "1-z-(2x)|"), "3-4-(52)|");
+}
 
-    EXPECT_THAT(seen, ElementsAre(3, 11));
+TEST_P(OperatorContract, HopsAreOneSubscription)
+{
+    const auto handle
+        = publisher().map(doubled).catch_([](Trouble) { return 0; }).map(doubled).sink([](const auto&) {});
+
     EXPECT_EQ(detail::Subscription::liveCount(), 1);
 }
 
@@ -218,21 +245,19 @@ TEST_P(OperatorContract, TheCallableLivesAsLongAsASubscriptionNeedsIt)
 
 TEST_P(OperatorContract, ASubscriptionCancelledInsideAHopReceivesNothingMore)
 {
-    auto seen = std::vector<int>();
-    auto handle = Streams::AnyCancellable();
-    handle = publisher()
-                 .map([&](int value) {
-                     if (value == 2)
-                         handle.cancel();
-                     return value;
-                 })
-                 .sink([&](const auto& payload) { seen.push_back(payload.get()); });
+    auto world = VirtualWorld();
+    auto cancel = std::function<void()>();
+    const auto cancelling = [&](int value) {
+        if (value == 2)
+            cancel();
+        return value;
+    };
+    auto recorder = Recorder(MarbleSource<int>("1-2-3|").asPublisher().map(cancelling));
+    cancel = [&] { recorder.cancel(); };
 
-    subject().send(1);
-    subject().send(2); // on its way when it is cancelled
-    subject().send(3);
+    world.runAll();
 
-    EXPECT_THAT(seen, ElementsAre(1));
+    EXPECT_EQ(recorder.marbles(), "1"); // the 2 was on its way
 }
 
 TEST_P(OperatorContract, EachSubscriberRunsTheHopsForItself)
