@@ -117,7 +117,8 @@ public:
     void setCompletionBlock(UniqueFunction<void()> block);
 
     /// Blocks until the operation has finished. Who runs as this very operation would wait for itself: a
-    /// programming error. An operation that nobody starts is waited for for ever.
+    /// programming error. Waited for for ever is an operation that nobody starts, also because the one that
+    /// waits takes its place, as in a serial queue: let operations depend on each other instead.
     void waitUntilFinished();
 
     /// For reports only. Empty at first.
