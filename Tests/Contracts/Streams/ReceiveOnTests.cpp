@@ -197,13 +197,17 @@ TEST_P(ReceiveOnContract, CancellingInItsOwnCallbackDropsTheRestOfTheBatch)
 
 TEST_P(ReceiveOnContract, CancelAndWaitWaitsForTheCallbackInTheQueue)
 {
+    auto calls = std::atomic(0);
     auto entered = std::promise<void>();
     auto goOn = std::promise<void>();
-    auto isDone = std::atomic(false);
+    auto isInside = std::atomic(false);
     const auto handle = publisher().sink([&](const Number&) {
-        entered.set_value();
-        goOn.get_future().wait();
-        isDone = true;
+        isInside = true;
+        if (++calls == 1) {
+            entered.set_value();
+            goOn.get_future().wait();
+        }
+        isInside = false;
     });
     subject().send(1);
     entered.get_future().wait();
@@ -211,11 +215,13 @@ TEST_P(ReceiveOnContract, CancelAndWaitWaitsForTheCallbackInTheQueue)
 
     auto canceller = std::thread([&] {
         handle.cancelAndWait();
-        EXPECT_TRUE(isDone);
+        EXPECT_FALSE(isInside);
+        const auto callsBefore = calls.load();
+        queue().drain();
+        EXPECT_EQ(calls, callsBefore);
     });
     goOn.set_value();
     canceller.join();
-    queue().drain();
 }
 
 TEST_P(ReceiveOnContract, CancelAndWaitInItsOwnCallbackReturnsAtOnce)
