@@ -26,14 +26,14 @@ Ref<NotificationToken> NotificationObserver::observe(
     return m_observers.back();
 }
 
-void NotificationObserver::unobserve(const Ref<NotificationToken>& token)
+void NotificationObserver::unobserve(const Ref<NotificationToken>& token, TraceSite site)
 {
     const auto position = std::find(m_observers.begin(), m_observers.end(), token);
     if (position == m_observers.end())
         return;
     const auto removed = std::move(*position);
     m_observers.erase(position);
-    m_notificationCenter->removeObserver(removed);
+    m_notificationCenter->removeObserver(removed, site);
 }
 
 void NotificationObserver::unobserveAll()

@@ -42,7 +42,7 @@ public:
 
     /// Removes one registration. The token of another observer, one that was removed before, and an empty one
     /// are ignored. O(registrations).
-    void unobserve(const Ref<NotificationToken>& token);
+    void unobserve(const Ref<NotificationToken>& token, TraceSite site = TraceSite::current());
 
     /// Removes all registrations in the order of their making. Afterwards new ones can be made.
     void unobserveAll();

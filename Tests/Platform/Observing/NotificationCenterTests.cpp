@@ -1,6 +1,9 @@
 #include "Orrenby/Platform/Observing/NotificationCenter.hpp"
 
 #include "Orrenby/Platform/Objects/Trace.hpp"
+#include "Orrenby/Platform/Scheduling/RunLoop.hpp"
+#include "Orrenby/Platform/Scheduling/Thread.hpp"
+#include "Orrenby/Testing/VirtualWorld.hpp"
 #include <atomic>
 #include <functional>
 #include <gmock/gmock.h>
@@ -457,6 +460,38 @@ TEST(NotificationCenter, RunsTheCallbackDirectlyForTheMainQueueOnTheMainThread)
     center.post("a");
 
     EXPECT_THAT(diary, ElementsAre("main a"));
+}
+
+TEST(NotificationCenter, RunsTheCallbackOnTheMainThreadForAPostFromAnotherOne)
+{
+    auto diary = Diary();
+    auto center = NotificationCenter();
+    center.addObserver({.name = "a", .queue = OperationQueue::main()},
+        [&](const Notification&) { diary.push_back(Thread::isMainThread() ? "main" : "other"); });
+
+    auto posting = std::thread([&] {
+        center.post("a");
+        diary.push_back("posted");
+        RunLoop::main().perform([] { RunLoop::main().stop(); });
+    });
+    RunLoop::main().run();
+    posting.join();
+
+    EXPECT_THAT(diary, ElementsAre("main", "posted"));
+}
+
+TEST(NotificationCenter, WaitsForAQueueOfAVirtualWorld)
+{
+    auto diary = Diary();
+    const auto world = orrenby::testing::VirtualWorld();
+    auto center = NotificationCenter();
+    const auto queue = OperationQueue();
+    center.addObserver({.name = "a", .queue = queue}, writing(diary, "queue"));
+    center.addObserver({.name = "a"}, writing(diary, "thread"));
+
+    center.post("a");
+
+    EXPECT_THAT(diary, ElementsAre("queue a", "thread a"));
 }
 
 TEST(NotificationCenter, DoesNotCallWhatIsRemovedWhileItWaitsInItsQueue)
