@@ -35,22 +35,14 @@ bool turnMainLoop()
     return TestAccess::turn(RunLoop::main(), modeOf(RunLoop::main()));
 }
 
-/// Fails once the real time is over in which real threads could have brought what is waited for.
-class Patience {
-public:
-    explicit Patience(double seconds)
-        : m_end(Clock::system()->monotonicSeconds() + seconds)
-    {}
+/// The real time, after which nothing that is pending can have brought what is waited for.
+double endOfPatience(double seconds) { return Clock::system()->monotonicSeconds() + seconds; }
 
-    void test() const
-    {
-        if (Clock::system()->monotonicSeconds() > m_end)
-            fatalError("Waiting for what nothing that is pending can bring", "Testing/VirtualWorld", 52);
-    }
-
-private:
-    double m_end;
-};
+void testPatience(double end)
+{
+    if (Clock::system()->monotonicSeconds() > end)
+        fatalError("Waiting for what nothing that is pending can bring", "Testing/VirtualWorld", 52);
+}
 
 } // namespace
 
@@ -84,11 +76,11 @@ void VirtualExecutor::wait(Waiter& waiter, double deadline)
     const auto blocksMain = isMain && !waiter.isLoop();
     // Work that waits in the name of others lets the main loop go on, unless that is what waits further out.
     const auto turnsMainLoop = !isMain && Thread::isMainThread() && m_mainBlocks == 0;
-    auto patience = std::optional<Patience>();
+    auto patience = infinity; // runs once nothing is pending
     m_mainBlocks += blocksMain;
     while (!waiter.isSignalled()) {
         if (runOne() || (turnsMainLoop && turnMainLoop())) {
-            patience.reset();
+            patience = infinity;
             continue;
         }
         if (!(m_clock->monotonicSeconds() < deadline))
@@ -101,9 +93,9 @@ void VirtualExecutor::wait(Waiter& waiter, double deadline)
             m_clock->moveTo(moment);
             continue;
         }
-        if (!patience)
-            patience.emplace(m_patience);
-        patience->test();
+        if (patience == infinity)
+            patience = endOfPatience(m_patience);
+        testPatience(patience);
         waiter.block(shortWait);
     }
     m_mainBlocks -= blocksMain;

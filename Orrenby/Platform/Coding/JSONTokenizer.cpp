@@ -71,7 +71,8 @@ public:
     {
         if (isInPlace(text)) {
             m_position = text.data() + text.size() + 1;
-            return push(JSONKind::Text, text.data() - 1, text.size(), 0);
+            // Counted from the source: g++ 12 warns of what lies before the parser's own buffer otherwise.
+            return push(JSONKind::Text, table.source.data() + offsetOf(text.data()) - 1, text.size(), 0);
         }
         const char* start = tokenStart();
         m_position = endOfText(start);
