@@ -793,3 +793,26 @@ TEST_F(OperationQueueTest, RunsManyInTheOrderOfTheirPriorities)
     EXPECT_EQ(order.size(), count);
     EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
+
+TEST_F(OperationQueueTest, ReportsInTheDiagnosticBuildWhoAddsOperations)
+{
+    static std::vector<std::pair<std::string, std::string>> scheduled;
+    scheduled.clear();
+    const auto operation = make<Operation>();
+    Trace::onEvent([](const Trace::Event& event) {
+        if (event.kind == Trace::Kind::Schedule)
+            scheduled.emplace_back(event.subject, event.site.function());
+    });
+
+    m_queue.addOperation(operation);
+    m_queue.addOperation([] {});
+    m_queue.addOperations({make<Operation>()});
+    m_queue.addBarrierBlock([] {});
+    Trace::onEvent(nullptr);
+
+#ifdef ORRENBY_DIAGNOSTICS
+    EXPECT_EQ(scheduled, std::vector(4, std::pair<std::string, std::string>("OperationQueue", "TestBody")));
+#else
+    EXPECT_THAT(scheduled, IsEmpty());
+#endif
+}
