@@ -265,13 +265,11 @@ TEST_P(CreateContract, WaitsForADeliveryElsewhere)
 
 TEST_P(CreateContract, WaitsForWhatFeedsItThroughAHandle)
 {
-    orrenby::testing::expectToWaitForWhatFeedsIt(
-        [](const auto& source) {
-            return Streams::create<int, Trouble>([source](const NumberSubject& subject) {
-                return source.sink([subject](const auto& payload) { subject.send(*payload.asValue()); });
-            });
-        },
-        orrenby::testing::sendOne);
+    orrenby::testing::expectToWaitForWhatFeedsIt([](const auto& source) {
+        return Streams::create<int, Trouble>([source](const NumberSubject& subject) {
+            return source.sink([subject](const auto& payload) { subject.send(*payload.asValue()); });
+        });
+    });
 }
 
 TEST_P(CreateContract, AStartThatThrowsEndsTheProcess)
