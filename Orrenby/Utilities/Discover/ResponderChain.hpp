@@ -167,12 +167,18 @@ private:
     /// Drops the entries of responders that are gone.
     void prune()
     {
+        std::size_t aliveCount = 0;
+        for (const auto& entry : m_responders)
+            aliveCount += entry.object.containsObject();
+        if (aliveCount == m_responders.size())
+            return;
+
         std::vector<Entry> alive;
+        alive.reserve(aliveCount);
         for (const auto& entry : m_responders)
             if (entry.object.containsObject())
                 alive.push_back(entry);
-        if (alive.size() != m_responders.size())
-            m_responders.swap(alive);
+        m_responders.swap(alive); // what goes away does so here, with the chain whole
     }
 
     /// The action of the first responder that claims `message`, or an empty one.
