@@ -1,5 +1,6 @@
 #include "Orrenby/Platform/Coding/JSONDistinctKeys.hpp"
 
+#include "Orrenby/Platform/Coding/JSONKeyEquality.hpp"
 #include "Orrenby/Platform/Coding/JSONKeyHash.hpp"
 #include <algorithm>
 #include <bit>
@@ -10,7 +11,7 @@ namespace {
 
 bool haveOneKey(const JSONTable& table, const JSONNode& first, const JSONNode& second)
 {
-    return table.key(first) == table.key(second);
+    return isSameKey(table.key(first), table.key(second));
 }
 
 } // namespace
@@ -21,15 +22,19 @@ void JSONDistinctKeys::check(JSONTable& table, std::uint32_t object, std::size_t
         return;
     if (m_known.size() <= depth)
         m_known.resize(depth + 1);
-    // No object that has a neighbour is the root, so 0 can stand for none; the root itself comes last.
-    if (m_known[depth] == 0 || !hasKeysOf(table, m_known[depth] - 1, object)) {
-        if (!isDistinct(table, object, count)) {
-            rewrite(table, object, count);
-            // What was known inside it may be gone.
-            std::fill(m_known.begin() + static_cast<std::ptrdiff_t>(depth), m_known.end(), 0);
-        }
-        m_known[depth] = object + 1;
+    auto& known = m_known[depth];
+    for (const Known& candidate : known.objects)
+        if (candidate.count == count && hasKeysOf(table, candidate.object, object))
+            return;
+
+    if (!isDistinct(table, object, count)) {
+        rewrite(table, object, count);
+        // What was known inside it may be gone.
+        std::fill(m_known.begin() + static_cast<std::ptrdiff_t>(depth) + 1, m_known.end(), KnownObjects{});
+        return;
     }
+    known.objects[known.next] = {object, static_cast<std::uint32_t>(count)};
+    known.next = (known.next + 1) % known.objects.size();
 }
 
 bool JSONDistinctKeys::hasKeysOf(const JSONTable& table, std::uint32_t known, std::uint32_t object) const

@@ -1,5 +1,6 @@
 #include "Orrenby/Platform/Coding/JSONDocument.hpp"
 
+#include "Orrenby/Platform/Coding/JSONKeyEquality.hpp"
 #include "Orrenby/Platform/Coding/JSONKeyHash.hpp"
 #include "Orrenby/Platform/Coding/JSONTextForm.hpp"
 #include "Orrenby/Platform/Coding/JSONTokenizer.hpp"
@@ -43,7 +44,7 @@ JSONDocument::Node JSONDocument::find(Node object, std::string_view key, Node& c
     const auto end = endOf(object);
     std::size_t looked = 0;
     for (auto node = cursor; node < end; node = next(node)) {
-        if (this->key(node) == key) {
+        if (detail::isSameKey(this->key(node), key)) {
             cursor = next(node);
             return node;
         }
@@ -51,7 +52,7 @@ JSONDocument::Node JSONDocument::find(Node object, std::string_view key, Node& c
             return findIndexed(object, key, cursor);
     }
     for (auto node = firstIn(object); node < cursor; node = next(node)) {
-        if (this->key(node) == key) {
+        if (detail::isSameKey(this->key(node), key)) {
             cursor = next(node);
             return node;
         }

@@ -94,6 +94,36 @@ std::optional<std::uint64_t> fewDigits(std::string_view text)
     return value;
 }
 
+/// The value of a number of few digits without an exponent. Both the digits, taken as an integer, and the
+/// power of ten are exact doubles, so that their quotient, which is rounded once, is the nearest one.
+std::optional<double> exactQuotient(std::string_view text)
+{
+    constexpr double powers[] = {
+        1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    constexpr std::size_t mostCharacters = 17; // 15 digits, a sign and a point
+    if (text.size() > mostCharacters)
+        return std::nullopt;
+    const bool isNegative = text.front() == '-';
+    std::int64_t digits = 0;
+    std::size_t decimals = 0;
+    std::size_t count = 0;
+    bool isBehindPoint = false;
+    for (const char byte : text.substr(isNegative ? 1 : 0)) {
+        if (isDigit(byte)) {
+            digits = digits * 10 + (byte - '0');
+            ++count;
+            decimals += isBehindPoint ? 1 : 0;
+        } else if (byte == '.')
+            isBehindPoint = true;
+        else
+            return std::nullopt;
+    }
+    if (count > 15)
+        return std::nullopt;
+    const double value = static_cast<double>(digits) / powers[decimals];
+    return isNegative ? -value : value;
+}
+
 template <typename T> std::optional<T> floating(std::string_view text)
 {
     T value = 0;
@@ -130,7 +160,12 @@ std::optional<std::uint64_t> jsonUnsigned(std::string_view text)
     return decimal.isNegative && value != std::uint64_t{0} ? std::nullopt : value;
 }
 
-std::optional<double> jsonDouble(std::string_view text) { return floating<double>(text); }
+std::optional<double> jsonDouble(std::string_view text)
+{
+    if (const auto value = exactQuotient(text))
+        return value;
+    return floating<double>(text);
+}
 
 std::optional<float> jsonFloat(std::string_view text) { return floating<float>(text); }
 

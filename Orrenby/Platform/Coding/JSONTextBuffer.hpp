@@ -37,6 +37,9 @@ public:
         m_end += text.size();
     }
 
+    /// `size` is at most the present one.
+    void truncate(std::size_t size) noexcept { m_end = m_start + size; }
+
     void appendInteger(std::int64_t value);
     void appendUnsigned(std::uint64_t value);
     /// `value` is finite.

@@ -72,12 +72,12 @@ public:
         if (isInPlace(text)) {
             m_position = text.data() + text.size() + 1;
             // Counted from the source: g++ 12 warns of what lies before the parser's own buffer otherwise.
-            return push(JSONKind::Text, table.source.data() + offsetOf(text.data()) - 1, text.size(), 0);
+            return push(JSONKind::Text, offsetOf(text.data()) - 1, text.size(), 0);
         }
         const char* start = tokenStart();
         m_position = endOfText(start);
         copy(text);
-        return push(JSONKind::Text, start, endCopy(), JSONNode::textIsCopied);
+        return push(JSONKind::Text, offsetOf(start), endCopy(), JSONNode::textIsCopied);
     }
 
     bool on_number_part(string_view, error_code&) { return true; }
@@ -144,9 +144,9 @@ private:
         return place;
     }
 
-    bool push(JSONKind kind, const char* start, std::size_t extent, std::uint32_t flags)
+    bool push(JSONKind kind, std::uint32_t offset, std::size_t extent, std::uint32_t flags)
     {
-        table.nodes.push({m_keyOffset, m_keyBits | flags | static_cast<std::uint32_t>(kind), offsetOf(start),
+        table.nodes.push({m_keyOffset, m_keyBits | flags | static_cast<std::uint32_t>(kind), offset,
             static_cast<std::uint32_t>(extent)});
         m_keyOffset = 0;
         m_keyBits = 0;
@@ -158,7 +158,7 @@ private:
         const char* start = tokenStart();
         m_position = start + 1;
         m_open.push_back(table.nodes.size());
-        return push(kind, start, 0, 0);
+        return push(kind, offsetOf(start), 0, 0);
     }
 
     std::uint32_t close()
@@ -174,14 +174,14 @@ private:
     {
         const char* start = tokenStart();
         m_position = text.data() + text.size();
-        return push(JSONKind::Number, start, static_cast<std::size_t>(m_position - start), flags);
+        return push(JSONKind::Number, offsetOf(start), static_cast<std::size_t>(m_position - start), flags);
     }
 
     bool literal(JSONKind kind, std::size_t length, std::uint32_t flags)
     {
         const char* start = tokenStart();
         m_position = start + length;
-        return push(kind, start, 0, flags);
+        return push(kind, offsetOf(start), 0, flags);
     }
 
     const char* m_position;

@@ -1,0 +1,41 @@
+#pragma once
+
+/// @file
+/// How many fields an aggregate has. Not in the umbrella header: part of AggregateFields.hpp.
+
+#include "Orrenby/Platform/Export.hpp"
+#include <cstddef>
+#include <type_traits>
+#include <utility>
+
+namespace orrenby::inline ORRENBY_ABI::detail {
+
+/// Stands for a field of any type where only the number of fields is asked for.
+struct AnyField {
+    template <class T> operator T() const;
+};
+
+template <std::size_t> using AnyFieldAt = AnyField;
+
+template <class T, class Indexes> struct TakesFields;
+template <class T, std::size_t... Index> struct TakesFields<T, std::index_sequence<Index...>> {
+    static constexpr bool value = requires { T{AnyFieldAt<Index>{}...}; };
+};
+
+/// Goes up to the first number of initialisers that is refused after one that was taken. Fields without
+/// default make small numbers be refused too; an aggregate that takes none up to the limit has more.
+template <class T, std::size_t Count, bool WasTaken> constexpr std::size_t countFields()
+{
+    constexpr std::size_t limit = 33;
+    constexpr bool isTaken = TakesFields<T, std::make_index_sequence<Count>>::value;
+    if constexpr (WasTaken && !isTaken)
+        return Count - 1;
+    else if constexpr (Count == limit)
+        return limit;
+    else
+        return countFields<T, Count + 1, isTaken>();
+}
+
+template <class T> inline constexpr std::size_t fieldCount = countFields<T, 0, false>();
+
+} // namespace orrenby::inline ORRENBY_ABI::detail

@@ -1,0 +1,82 @@
+#include "Orrenby/Platform/Coding/UnkeyedDecodingContainer.hpp"
+
+#include "Orrenby/Platform/Coding/JSONDecoder.hpp"
+#include <gmock/gmock.h>
+
+using namespace orrenby;
+
+namespace {
+
+//! [Decoding a list by hand]
+/// A name, then any number of scores.
+struct Row {
+    static Row init(const Decoder& decoder)
+    {
+        auto list = decoder.unkeyedContainer();
+        Row row{list.decode<std::string>(), {}};
+        while (!list.isAtEnd())
+            row.scores.push_back(list.decode<int>());
+        return row;
+    }
+
+    std::string name;
+    std::vector<int> scores;
+};
+//! [Decoding a list by hand]
+
+struct Walk {
+    static Walk init(const Decoder& decoder)
+    {
+        auto list = decoder.unkeyedContainer();
+        EXPECT_EQ(list.count(), 6U);
+        EXPECT_FALSE(list.decodeNil());
+        EXPECT_THROW(list.decode<int>(), DecodingError);
+        EXPECT_EQ(list.currentIndex(), 0U) << "an element that failed is not passed";
+        EXPECT_EQ(list.decode<std::string>(), "a");
+        EXPECT_TRUE(list.decodeNil());
+        EXPECT_EQ(list.decodeIfPresent<int>(), std::nullopt);
+        EXPECT_EQ(list.nestedContainer().decode<int>("k"), 1);
+        auto inner = list.nestedUnkeyedContainer();
+        EXPECT_EQ(inner.decode<int>(), 2);
+        EXPECT_EQ(list.decodeIfPresent<int>(), 3);
+        EXPECT_TRUE(list.isAtEnd());
+        EXPECT_EQ(list.decodeIfPresent<int>(), std::nullopt);
+        return {};
+    }
+};
+
+struct PastTheEnd {
+    static PastTheEnd init(const Decoder& decoder)
+    {
+        auto list = decoder.unkeyedContainer();
+        list.decode<int>();
+        list.decode<int>();
+        return {};
+    }
+};
+
+} // namespace
+
+TEST(UnkeyedDecodingContainer, GivesOneElementAfterTheOther)
+{
+    const auto row = JSONDecoder().decode<Row>(R"(["Ada", 3, 4])");
+
+    EXPECT_EQ(row.name, "Ada");
+    EXPECT_THAT(row.scores, ::testing::ElementsAre(3, 4));
+}
+
+TEST(UnkeyedDecodingContainer, PassesOnlyWhatItGave)
+{
+    JSONDecoder().decode<Walk>(R"(["a",null,null,{"k":1},[2],3])");
+}
+
+TEST(UnkeyedDecodingContainer, ThrowsPastTheEnd)
+{
+    try {
+        JSONDecoder().decode<PastTheEnd>("[1]");
+        FAIL();
+    } catch (const DecodingError& error) {
+        EXPECT_EQ(
+            error.description(), "valueNotFound(Int32, at Index 1: Expected Int32 but the list has ended)");
+    }
+}
