@@ -49,21 +49,21 @@ void OperationQueueCore::add(const Ref<Operation>& operation, OperationPlace::Ki
         fatalError("An operation cannot be added to a queue twice", source, 50);
 
     {
-        const auto lock = Lock(m_mutex);
-        link(operation, kind);
-    }
-    auto hasFinished = false;
-    {
         const auto lock = std::lock_guard(operation->m_mutex);
-        hasFinished = operation->m_isFinishNoticed;
-        if (!hasFinished)
-            operation->m_place.queue = shared_from_this();
+        operation->m_place.queue = shared_from_this();
     }
-    if (hasFinished)
+    const auto isReady = operation->isReady();
+    {
+        auto lock = Lock(m_mutex);
+        link(operation, kind);
+        if (isReady)
+            lineUp(*operation);
+        callServer(lock);
+    }
+    // What it told before it was in the list found nothing.
+    if (operation->m_isFinishNoticed)
         remove(*operation);
-    else if (operation->isFinished()) // and told before anybody listened
-        operation->noticeFinished();
-    else
+    else if (!isReady)
         noticeReady(*operation);
 }
 

@@ -10,6 +10,7 @@
 #include "Orrenby/Platform/Scheduling/Operation.hpp"
 #include "Orrenby/Platform/Scheduling/OperationLine.hpp"
 #include "Orrenby/Platform/Scheduling/OperationPlace.hpp"
+#include "Orrenby/Platform/Scheduling/SpinLock.hpp"
 #include "Orrenby/Platform/World/Executor.hpp"
 #include "Orrenby/Platform/World/Signal.hpp"
 #include <cstddef>
@@ -64,7 +65,7 @@ public:
     void setName(std::string name);
 
 private:
-    using Lock = std::unique_lock<std::mutex>;
+    using Lock = std::unique_lock<SpinLock>;
     class Server;
     class Errand;
 
@@ -90,7 +91,8 @@ private:
     void abandon() noexcept;
 
     const Kind m_kind;
-    mutable std::mutex m_mutex;
+    /// Servers and those who add meet here for moments: to sleep would cost them much more.
+    mutable SpinLock m_mutex;
     OperationLine m_line;
     Operation* m_first = nullptr;
     Operation* m_last = nullptr;

@@ -198,8 +198,11 @@ TEST_P(OperationQueueContract, GoesOnWithoutHandles)
     auto notes = Notes();
     for (int number = 0; number < 10; ++number)
         queue->addOperation(notes.adding(number));
-    queue->addBarrierBlock([&] { notes.add(10); });
-    const auto watched = queue->operations().back();
+    const auto last = make<BlockOperation>();
+    queue->addBarrierBlock([&, last] {
+        notes.add(10);
+        last->start();
+    });
 
     if (!GetParam().isMain)
         queue.reset();
@@ -208,7 +211,7 @@ TEST_P(OperationQueueContract, GoesOnWithoutHandles)
     else if (GetParam().isMain)
         settle();
     else
-        watched->waitUntilFinished();
+        last->waitUntilFinished();
 
     EXPECT_THAT(notes.numbers(), UnorderedElementsAreArray(numbersBelow(11)));
 }
