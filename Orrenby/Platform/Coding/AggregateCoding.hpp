@@ -25,8 +25,8 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// @snippet Tests/Platform/Coding/JSONDecoderTests.cpp Decoding a response
 ///
-/// Up to 32 fields; no base classes, C arrays, bit-fields or references. Each field of a struct costs the
-/// compiler some milliseconds.
+/// Up to 32 fields and one base without fields; no C arrays, bit-fields or references. Each field of a struct
+/// costs the compiler some milliseconds.
 template <detail::PlainAggregate T>
     requires(!detail::DecodesItself<T>)
 struct Decodable<T> {
@@ -36,7 +36,11 @@ struct Decodable<T> {
         // Braces keep the order: fields are looked up as they are declared.
         return [&]<std::size_t... Index>(std::index_sequence<Index...>)
         {
-            return T{fields.field<detail::FieldType<T, Index>>(detail::fieldKey<T>(Index))...};
+            static_assert(detail::baseCount<T> <= 1, "a decoded aggregate has one base at most");
+            if constexpr (detail::baseCount<T> == 1)
+                return T{{}, fields.field<detail::FieldType<T, Index>>(detail::fieldKey<T>(Index))...};
+            else
+                return T{fields.field<detail::FieldType<T, Index>>(detail::fieldKey<T>(Index))...};
         }
         (std::make_index_sequence<detail::fieldCount<T>>());
     }

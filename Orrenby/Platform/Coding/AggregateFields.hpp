@@ -18,8 +18,8 @@
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
-/// Calls with all fields of the aggregate, in the order of their declaration. Up to 32; neither bases, C
-/// arrays, bit-fields nor references.
+/// Calls with all fields of the aggregate, in the order of their declaration. Up to 32. Bases have no fields;
+/// C arrays, bit-fields and references do not work.
 template <class T, class F> constexpr decltype(auto) withFields(T&& value, F&& function)
 {
     constexpr auto count = fieldCount<std::remove_cvref_t<T>>;

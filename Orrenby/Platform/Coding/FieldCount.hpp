@@ -36,6 +36,26 @@ template <class T, std::size_t Count, bool WasTaken> constexpr std::size_t count
         return countFields<T, Count + 1, isTaken>();
 }
 
-template <class T> inline constexpr std::size_t fieldCount = countFields<T, 0, false>();
+/// Stands for a base class of `T` where only the number of bases is asked for.
+template <class T> struct AnyBase {
+    template <class Base>
+        requires(std::is_base_of_v<Base, T> && !std::is_same_v<Base, T>)
+    operator Base() const;
+};
+
+/// The bases of an aggregate come first among its initialisers.
+template <class T> constexpr std::size_t countBases()
+{
+    if constexpr (!requires { T{AnyBase<T>{}}; })
+        return 0;
+    else if constexpr (!requires { T{AnyBase<T>{}, AnyBase<T>{}}; })
+        return 1;
+    else
+        return 2;
+}
+
+template <class T> inline constexpr std::size_t baseCount = countBases<T>();
+
+template <class T> inline constexpr std::size_t fieldCount = countFields<T, 0, false>() - baseCount<T>;
 
 } // namespace orrenby::inline ORRENBY_ABI::detail
