@@ -14,6 +14,8 @@ BARS = {
     "send-to-1": 65,
     "send-current-to-1": 65,
     "send-through-3-maps": 95,
+    "send-through-3-filters": 95,
+    "send-through-3-distincts": 101,
     "send-to-10": 220,
     "create-subscribe-push-dispose": 1000,
     "combine-latest-of-2-push": 160,

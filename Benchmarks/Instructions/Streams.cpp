@@ -5,6 +5,8 @@
 #include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
 #include "Orrenby/Utilities/Streams/Deferred.hpp"
 #include "Orrenby/Utilities/Streams/Future.hpp"
+#include "Orrenby/Utilities/Streams/More/Distinct.hpp"
+#include "Orrenby/Utilities/Streams/More/Filter.hpp"
 #include "Orrenby/Utilities/Streams/PassthroughSubject.hpp"
 #include <cstdio>
 #include <cstdlib>
@@ -66,6 +68,24 @@ void sendThroughThreeMaps(int count)
         subject.send(i);
 }
 
+void sendThroughThreeFilters(int count)
+{
+    const auto subject = Subject();
+    const auto passing = Streams::filter([](int value) { return value >= 0; });
+    const auto handle = (subject | passing | passing | passing).bind([](int value) { sum += value; });
+    for (auto i = 0; i < count; ++i)
+        subject.send(i);
+}
+
+void sendThroughThreeDistincts(int count)
+{
+    const auto subject = Subject();
+    const auto handle = (subject | Streams::distinct | Streams::distinct | Streams::distinct)
+                            .bind([](int value) { sum += value; });
+    for (auto i = 0; i < count; ++i)
+        subject.send(i);
+}
+
 void combineLatestOf2(int count)
 {
     const auto first = Subject();
@@ -119,6 +139,8 @@ template <int others> void subscribeBeside(int count)
 const std::map<std::string, void (*)(int)> operations = {
     {"send-to-1", send<1>},
     {"send-through-3-maps", sendThroughThreeMaps},
+    {"send-through-3-filters", sendThroughThreeFilters},
+    {"send-through-3-distincts", sendThroughThreeDistincts},
     {"send-to-10", send<10>},
     {"send-to-2000", send<2'000>},
     {"send-current-to-1", sendCurrent},

@@ -19,11 +19,14 @@ struct DistinctBy {
         return Streams::staged<Output, Failure>(publisher, [makeKey = std::move(makeKey)] {
             return [&makeKey, last = std::optional<Key>()](
                        const Streams::Payload<Output, Failure>& payload, const auto& next) mutable {
-                if (const auto* const value = payload.asValue()) {
+                if (const auto* const value = valueIn(payload)) {
                     decltype(auto) key = std::invoke(makeKey, *value);
-                    if (last && *last == key)
+                    if (!last)
+                        last.emplace(std::forward<decltype(key)>(key));
+                    else if (*last == key)
                         return;
-                    last = std::forward<decltype(key)>(key);
+                    else
+                        *last = std::forward<decltype(key)>(key);
                 } else
                     last.reset();
                 next(payload);

@@ -16,7 +16,7 @@ struct Filter {
     {
         return Streams::staged<Output, Failure>(publisher, [isWanted = std::move(isWanted)] {
             return [&isWanted](const Streams::Payload<Output, Failure>& payload, const auto& next) {
-                const auto* const value = payload.asValue();
+                const auto* const value = valueIn(payload);
                 if (!value || std::invoke(isWanted, *value))
                     next(payload);
             };

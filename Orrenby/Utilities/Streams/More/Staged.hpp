@@ -7,6 +7,16 @@
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
+/// The value of an element, or nothing. Where no failure can exist, none is looked for: hops are many and
+/// short.
+template <typename Output, typename Failure>
+const Output* valueIn(const Streams::Payload<Output, Failure>& payload) noexcept
+{
+    if (std::same_as<Failure, Never> && payload.isError())
+        __builtin_unreachable();
+    return payload.asValue();
+}
+
 /// The hop of a stage, which lives in the subscription's block.
 template <typename Input, typename Output, typename Stage>
 class StageNode final : public HopNode<Input, Output> {
