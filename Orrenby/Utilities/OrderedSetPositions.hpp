@@ -1,0 +1,177 @@
+#pragma once
+
+/// @file
+/// The hash table under ordered sets.
+
+#include "Orrenby/Platform/Export.hpp"
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace orrenby::inline ORRENBY_ABI::detail {
+
+/// Finds positions in a vector by hash. It holds no elements: the set that owns both keeps them in step.
+///
+/// Open addressing over pairs of a position and half a hash, at most half full; an erased place is closed by
+/// moving back what follows it, so that lookups never get slower with age. Not synchronised.
+class ORRENBY_EXPORT OrderedSetPositions {
+public:
+    static constexpr std::size_t notFound = static_cast<std::size_t>(-1);
+
+    OrderedSetPositions() = default;
+    OrderedSetPositions(const OrderedSetPositions&) = default;
+    OrderedSetPositions(OrderedSetPositions&& other) noexcept
+        : m_slots(std::move(other.m_slots))
+        , m_count(std::exchange(other.m_count, 0))
+    {
+        other.m_slots.clear();
+    }
+    OrderedSetPositions& operator=(OrderedSetPositions other) noexcept
+    {
+        m_slots.swap(other.m_slots);
+        std::swap(m_count, other.m_count);
+        return *this;
+    }
+    ~OrderedSetPositions() = default;
+
+    /// Half a hash, spread: std::hash of an integer is the integer itself, and the low bits choose the place.
+    static std::uint32_t mix(std::size_t hash) noexcept
+    {
+        __extension__ using Wide = unsigned __int128;
+        const auto product = static_cast<Wide>(hash) * 0x9E3779B97F4A7C15U;
+        return static_cast<std::uint32_t>(product >> 64U) ^ static_cast<std::uint32_t>(product >> 32U);
+    }
+
+    /// How many positions are held.
+    std::size_t count() const noexcept { return m_count; }
+
+    /// The position that was inserted with this hash and for which `isMatch(position)` holds. O(1) on
+    /// average.
+    template <class IsMatch> std::size_t find(std::uint32_t mixed, IsMatch isMatch) const
+    {
+        const auto place = placeOf(mixed, isMatch);
+        return place == notFound ? notFound : m_slots[place].next - 1;
+    }
+
+    /// The same; where nothing is found, `position` is inserted. Room for it must have been made.
+    template <class IsMatch>
+    std::size_t findOrInsert(std::uint32_t mixed, std::size_t position, IsMatch isMatch)
+    {
+        Slot* const slots = m_slots.data();
+        const auto last = mask();
+        for (auto place = mixed & last;; place = (place + 1) & last) {
+            Slot& slot = slots[place];
+            if (slot.next == 0) {
+                slot = {static_cast<std::uint32_t>(position + 1), mixed};
+                ++m_count;
+                return notFound;
+            }
+            if (slot.hash == mixed && isMatch(slot.next - 1))
+                return slot.next - 1;
+        }
+    }
+
+    /// Maps what matches to `position`, or inserts it. Room for it must have been made.
+    template <class IsMatch> void assign(std::uint32_t mixed, std::size_t position, IsMatch isMatch)
+    {
+        const auto place = placeOf(mixed, isMatch);
+        if (place == notFound)
+            findOrInsert(mixed, position, [](std::size_t) { return false; });
+        else
+            m_slots[place].next = static_cast<std::uint32_t>(position + 1);
+    }
+
+    /// Erases what matches, if there is such a position.
+    template <class IsMatch> void erase(std::uint32_t mixed, IsMatch isMatch)
+    {
+        if (const auto place = placeOf(mixed, isMatch); place != notFound)
+            close(place);
+    }
+
+    /// Makes room for this many positions. More than 2^31 − 1 are a programming error and end the process.
+    void reserve(std::size_t count)
+    {
+        if (count * 2 > m_slots.size())
+            grow(count);
+    }
+
+    /// Adds `step` to all positions from `first` on. Linear.
+    void shift(std::size_t first, std::int32_t step) noexcept;
+
+    void clear() noexcept;
+
+private:
+    struct Slot {
+        std::uint32_t next = 0; ///< The position plus one; 0 marks a free slot.
+        std::uint32_t hash = 0;
+    };
+
+    std::size_t mask() const noexcept { return m_slots.size() - 1; }
+
+    template <class IsMatch> std::size_t placeOf(std::uint32_t mixed, IsMatch isMatch) const
+    {
+        if (m_count == 0)
+            return notFound;
+        const Slot* const slots = m_slots.data();
+        const auto last = mask();
+        for (auto place = mixed & last;; place = (place + 1) & last) {
+            const Slot slot = slots[place];
+            if (slot.next == 0)
+                return notFound;
+            if (slot.hash == mixed && isMatch(slot.next - 1))
+                return place;
+        }
+    }
+
+    void grow(std::size_t count);
+    void close(std::size_t place) noexcept;
+
+    std::vector<Slot> m_slots;
+    std::size_t m_count = 0;
+};
+
+/// Hashes text: sixteen bytes for each multiplication, where `std::hash` takes eight. Not the same from one
+/// version of the library to the next.
+inline std::size_t hashText(std::string_view text) noexcept
+{
+    constexpr std::uint64_t first = 0xA24BAED4963EE407U;
+    constexpr std::uint64_t second = 0x9FB21C651E98DF25U;
+    const auto load = [](const char* bytes, std::size_t count) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes, count);
+        return word;
+    };
+    const auto fold = [](std::uint64_t left, std::uint64_t right) {
+        __extension__ using Wide = unsigned __int128;
+        const auto product = static_cast<Wide>(left) * right;
+        return static_cast<std::uint64_t>(product >> 64U) ^ static_cast<std::uint64_t>(product);
+    };
+
+    const char* bytes = text.data();
+    auto left = text.size();
+    std::uint64_t state = left * first;
+    for (; left > 16; bytes += 16, left -= 16)
+        state = fold(load(bytes, 8) ^ first ^ state, load(bytes + 8, 8) ^ second);
+    if (left >= 8) // the two words overlap
+        return fold(load(bytes, 8) ^ first ^ state, load(bytes + left - 8, 8) ^ second);
+    if (left >= 4)
+        return fold(load(bytes, 4) ^ first ^ state, load(bytes + left - 4, 4) ^ second);
+    std::uint64_t word = 0;
+    for (std::size_t place = 0; place < left; ++place)
+        word = (word << 8U) | static_cast<unsigned char>(bytes[place]);
+    return fold(word ^ first ^ state, second);
+}
+
+/// Sorts positions by a comparison of what stands there; equal ones keep their order. What the comparison
+/// throws passes through.
+using ComparesPositions = bool (*)(const void* context, std::uint32_t first, std::uint32_t second);
+ORRENBY_EXPORT void sortPositions(
+    std::vector<std::uint32_t>& positions, ComparesPositions compare, const void* context);
+
+/// Marks the members of a longest strictly ascending selection of the values, which are distinct. n log n.
+ORRENBY_EXPORT std::vector<bool> longestAscent(const std::vector<std::int64_t>& values);
+
+} // namespace orrenby::inline ORRENBY_ABI::detail
