@@ -10,9 +10,9 @@
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
-/// Stands for a field of any type where only the number of fields is asked for.
+/// Stands for a field of any type where only the number of fields is asked for. Never made.
 struct AnyField {
-    template <class T> operator T() const;
+    template <class T> operator T() const { __builtin_unreachable(); }
 };
 
 template <std::size_t> using AnyFieldAt = AnyField;
@@ -40,7 +40,7 @@ template <class T, std::size_t Count, bool WasTaken> constexpr std::size_t count
 template <class T> struct AnyBase {
     template <class Base>
         requires(std::is_base_of_v<Base, T> && !std::is_same_v<Base, T>)
-    operator Base() const;
+    operator Base() const { __builtin_unreachable(); }
 };
 
 /// The bases of an aggregate come first among its initialisers.

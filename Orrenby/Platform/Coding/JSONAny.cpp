@@ -12,21 +12,29 @@ namespace orrenby::inline ORRENBY_ABI::detail {
 
 namespace {
 
+/// The nearest double. One that is an `Int` is held as that, as it would be were it written that way.
+Any roundedNumber(double number)
+{
+    constexpr double endOfIntegers = 0x1p63;
+    const bool isNegativeZero = number == 0 && std::signbit(number);
+    const bool isInteger = std::trunc(number) == number && number >= -endOfIntegers && number < endOfIntegers;
+    return isInteger && !isNegativeZero ? Any::parsedNumber(static_cast<std::int64_t>(number))
+                                        : Any::parsedNumber(number);
+}
+
 Any numberFromJSON(const JSONDocument& document, JSONDocument::Node node, const CodingStep* path)
 {
     const auto text = document.text(node);
-    const auto integer = jsonInteger(text);
-    const bool isNegativeZero = integer == std::int64_t{0} && text.front() == '-'
-        && !document.isPlainNumber(node);
-    if (integer && !isNegativeZero)
+    const bool isPlain = document.isPlainNumber(node);
+    // `-0` is an integer; `-0.0` keeps its sign.
+    if (const auto integer = jsonInteger(text); integer && (isPlain || *integer != 0))
         return Any::parsedNumber(*integer);
-    if (const auto large = jsonUnsigned(text); large && !isNegativeZero)
+    if (const auto large = jsonUnsigned(text); large && isPlain)
         return *large;
-    const auto number = jsonDouble(text);
-    if (!number)
-        throw DecodingError::dataCorrupted(
-            {codingPath(path), numberDoesNotFit(text, "Double"), {}, document.position(node)});
-    return Any::parsedNumber(*number);
+    if (const auto number = jsonDouble(text))
+        return roundedNumber(*number);
+    throw DecodingError::dataCorrupted(
+        {codingPath(path), numberDoesNotFit(text, "Double"), {}, document.position(node)});
 }
 
 /// Recursive, which a document's limit of nesting allows.

@@ -87,6 +87,11 @@ char* writeJSONDouble(char* place, double value)
         return end;
     if (char* end = writeFewDecimals(place, value))
         return end;
+    // Digits alone would be read as an unsigned integer, which is another kind.
+    constexpr double firstUnsigned = 0x1p63;
+    constexpr double endOfUnsigned = 0x1p64;
+    if (value >= firstUnsigned && value < endOfUnsigned)
+        return std::to_chars(place, place + longestJSONNumber, value, std::chars_format::scientific).ptr;
     return std::to_chars(place, place + longestJSONNumber, value).ptr;
 }
 

@@ -40,7 +40,8 @@ public:
     ///
     /// Objects become a `Dictionary` in their order, lists an `Array`, null the null value. Numbers are
     /// marked as read from a text (`Any::parsedNumber`): an `Int` when they are exactly one, `1.0` included,
-    /// else a `double`. Integers above 2^63 − 1 that fit are an `std::uint64_t`. `-0.0` stays a `double`.
+    /// or are rounded to one, else the nearest `double`. Integers above 2^63 − 1 that fit are an
+    /// `std::uint64_t`. `-0.0` stays a `double`.
     ///
     /// Throws `JSONReadError`, and `DecodingError` with the path of a number that is too large for a
     /// `double`.

@@ -88,7 +88,7 @@ TEST(NSJSONSerialization, GivesIntegersOfAnySizeExactlyWhereTheyFit)
     EXPECT_EQ(read("-9223372036854775808"), Any(std::numeric_limits<std::int64_t>::min()));
     EXPECT_EQ(read("18446744073709551615"), Any(std::numeric_limits<std::uint64_t>::max()));
     EXPECT_EQ(read("18446744073709551616"), Any(18446744073709551616.0));
-    EXPECT_EQ(read("-9223372036854775809"), Any(-9223372036854775808.0));
+    EXPECT_EQ(read("-9223372036854775809").cast<double>(), -9223372036854775808.0);
     EXPECT_EQ(read("123456789012345678901234567890"), Any(123456789012345678901234567890.0));
 }
 
@@ -96,6 +96,16 @@ TEST(NSJSONSerialization, GivesNegativeZeroAsZeroOrAsDouble)
 {
     EXPECT_EQ(read("-0"), Any(0));
     EXPECT_EQ(written(read("-0.0")), "-0.0");
+}
+
+TEST(NSJSONSerialization, HoldsWhatIsRoundedToAnIntegerAsOne)
+{
+    EXPECT_EQ(read("1e-400"), Any(0));
+    EXPECT_EQ(read("1.00000000000000000000001"), Any(1));
+    EXPECT_EQ(read("-1234567890123456789.5"), Any(std::int64_t{-1234567890123456768}));
+    EXPECT_EQ(read("9223372036854775809.5"), Any(9223372036854775808.0));
+    EXPECT_EQ(read(written(9223372036854775808.0)), Any(9223372036854775808.0));
+    EXPECT_EQ(written(read("-1e-400")), "-0.0");
 }
 
 TEST(NSJSONSerialization, NamesThePathOfANumberThatIsTooLarge)
