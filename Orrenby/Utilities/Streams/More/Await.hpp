@@ -201,9 +201,8 @@ template <StreamsPublisher P> [[nodiscard]] auto operator co_await(const P& publ
 ///
 /// @snippet Tests/Contracts/Streams/More/AwaitTests.cpp Reading a stream
 ///
-/// The subscription begins when it is made and ends with it. One coroutine at a time waits for the next
-/// value; a second one is a programming error. It must not go away while one waits, unless with it. Not
-/// copyable.
+/// The subscription begins when it is made and ends with it; who waits then waits for ever. One coroutine at
+/// a time waits for the next value; a second one is a programming error. Not copyable.
 template <typename Output, typename Failure> class Values {
 public:
     explicit Values(const AnyPublisher<Output, Failure>& publisher)

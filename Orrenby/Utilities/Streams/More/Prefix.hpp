@@ -7,16 +7,18 @@
 #include "Orrenby/Utilities/Streams/More/Forward.hpp"
 #include "Orrenby/Utilities/Streams/More/PublisherOperation.hpp"
 #include "Orrenby/Utilities/Streams/More/SinkUntilEnd.hpp"
-#include <cstddef>
+#include <concepts>
+#include <cstdint>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
 struct Prefix {
-    template <typename Output, typename Failure>
+    template <typename Output, typename Failure, std::integral Count>
     Streams::AnyPublisher<Output, Failure> operator()(
-        const Streams::AnyPublisher<Output, Failure>& publisher, std::size_t count) const
+        const Streams::AnyPublisher<Output, Failure>& publisher, Count wanted) const
     {
         using Subject = Streams::PassthroughSubject<Output, Failure>;
+        const auto count = wanted > 0 ? static_cast<std::uint64_t>(wanted) : 0;
         return Streams::create<Output, Failure>([publisher, count](const Subject& subject) {
             if (count == 0) {
                 finish(subject);

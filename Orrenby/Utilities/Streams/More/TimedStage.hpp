@@ -9,9 +9,9 @@
 #include "Orrenby/Utilities/Streams/More/Handles.hpp"
 #include "Orrenby/Utilities/Streams/More/SinkUntilEnd.hpp"
 #include "Orrenby/Utilities/Streams/More/WakeUps.hpp"
-#include <atomic>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <variant>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
@@ -47,14 +47,17 @@ public:
         m_events.send(Begin());
     }
 
-    /// What happens at the end of the subscription.
+    /// What happens at the end of the subscription, and how to wait for the machine and its source.
     Ending ending()
     {
         return {[stage = this->shared_from_this()] {
-                    stage->m_isOver.store(true, std::memory_order_relaxed);
+                    stage->m_own.cancel();
                     stage->m_handles.cancel();
                 },
-            [handles = m_handles] { handles.cancelAndWait(); }};
+            [own = m_own, handles = m_handles] {
+                own.cancelAndWait();
+                handles.cancelAndWait();
+            }};
     }
 
     // For the machine, inside of its calls.
@@ -117,18 +120,10 @@ private:
             });
     }
 
-    void send(Event event)
-    {
-        if (!isOver())
-            m_events.send(std::move(event));
-    }
-
-    bool isOver() const noexcept { return m_isOver.load(std::memory_order_relaxed); }
+    void send(Event event) { m_events.send(std::move(event)); }
 
     void receive(const Event& event)
     {
-        if (isOver())
-            return;
         if (const auto* const element = std::get_if<Element>(&event)) {
             if (element->subscription == m_subscription)
                 m_machine.receive(*this, element->payload);
@@ -151,7 +146,6 @@ private:
     const Handles m_handles;
     const Streams::PassthroughSubject<Event, Never> m_events;
     Streams::AnyCancellable m_own;
-    std::atomic<bool> m_isOver = false;
 
     // Of whoever delivers.
     WakeUps m_wakeUps;

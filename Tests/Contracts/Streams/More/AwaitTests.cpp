@@ -249,6 +249,41 @@ TEST_P(AwaitContract, ACoroutineGoesOnOnTheThreadThatSends)
     EXPECT_EQ(thread, expected);
 }
 
+/// A coroutine of another kind: its owner destroys it, and knows that nobody runs it meanwhile.
+struct Foreign {
+    struct promise_type {
+        Foreign get_return_object() { return {std::coroutine_handle<promise_type>::from_promise(*this)}; }
+        std::suspend_never initial_suspend() const noexcept { return {}; }
+        std::suspend_always final_suspend() const noexcept { return {}; }
+        void return_void() const noexcept {}
+        void unhandled_exception() const noexcept { std::terminate(); }
+    };
+    std::coroutine_handle<promise_type> frame;
+};
+
+Foreign reads(Streams::Values<int, Trouble>& values, Texts& notes)
+{
+    while (const auto value = co_await values.next())
+        notes.push_back(std::to_string(*value));
+}
+
+TEST_P(AwaitContract, CoroutinesOfOtherKindsAreResumedAndMayBeDestroyedWhileTheyWait)
+{
+    const auto subject = NumberSubject();
+    auto values = Streams::values(subject);
+    auto notes = Texts();
+    const auto first = reads(values, notes);
+
+    subject.send(1);
+    first.frame.destroy();
+    subject.send(2);
+    const auto second = reads(values, notes);
+    subject.send(3);
+    second.frame.destroy();
+
+    EXPECT_THAT(notes, ElementsAre("1", "2", "3"));
+}
+
 INSTANTIATE_ON_BOTH_ENGINES(AwaitContract);
 
 } // namespace

@@ -30,7 +30,7 @@ TEST_P(PrefixContract, PassesOnTheFirstElementsAndEnds)
     auto events = Texts();
 
     //! [The first elements]
-    const auto firstThree = subject | Streams::prefix(3U);
+    const auto firstThree = subject | Streams::prefix(3);
     //! [The first elements]
     const auto handle = recorded(firstThree, events);
     subject.send(1);
@@ -49,7 +49,7 @@ TEST_P(PrefixContract, LetsItsSourceGoWithTheLastElement)
         ++calls;
         return value;
     });
-    const auto handle = (publisher | Streams::prefix(1U)).sink([](const auto&) {});
+    const auto handle = (publisher | Streams::prefix(1)).sink([](const auto&) {});
 
     subject.send(1);
     subject.send(2);
@@ -66,9 +66,10 @@ TEST_P(PrefixContract, OfNoElementEndsAtOnceWithoutASubscription)
     });
     auto events = Texts();
 
-    const auto handle = recorded(source | Streams::prefix(0U), events);
+    const auto none = recorded(source | Streams::prefix(0), events);
+    const auto lessThanNone = recorded(source | Streams::prefix(-1), events);
 
-    EXPECT_THAT(events, ElementsAre("end"));
+    EXPECT_THAT(events, ElementsAre("end", "end"));
     EXPECT_EQ(subscriptions, 0);
 }
 
@@ -76,7 +77,7 @@ TEST_P(PrefixContract, ASourceThatEndsSoonerEndsIt)
 {
     auto events = Texts();
 
-    const auto handle = recorded(Streams::prefix(Streams::Just<int, Trouble>(1), 2U), events);
+    const auto handle = recorded(Streams::prefix(Streams::Just<int, Trouble>(1), 2), events);
 
     EXPECT_THAT(events, ElementsAre("1", "end"));
 }
@@ -91,7 +92,7 @@ TEST_P(PrefixContract, ElementsSentWhileSubscribingCount)
     });
     auto events = Texts();
 
-    const auto handle = recorded(source | Streams::prefix(2U), events);
+    const auto handle = recorded(source | Streams::prefix(2), events);
 
     EXPECT_THAT(events, ElementsAre("0", "1", "end"));
     EXPECT_EQ(cleanUps, 1);
@@ -101,7 +102,7 @@ TEST_P(PrefixContract, ASendInsideTheLastElementIsNotPassed)
 {
     const auto subject = NumberSubject();
     auto calls = 0;
-    const auto handle = (subject | Streams::prefix(2U)).sink([&](const auto&) {
+    const auto handle = (subject | Streams::prefix(2)).sink([&](const auto&) {
         ++calls;
         subject.send(calls);
     });
@@ -111,7 +112,7 @@ TEST_P(PrefixContract, ASendInsideTheLastElementIsNotPassed)
     EXPECT_EQ(calls, 2);
 }
 
-const auto firstThree = [](const auto& publisher) { return Streams::prefix(publisher, 3U); };
+const auto firstThree = [](const auto& publisher) { return Streams::prefix(publisher, 3); };
 
 TEST_WHAT_HOLDS_FOR_OPERATORS(PrefixContract, firstThree, orrenby::testing::sendOne);
 INSTANTIATE_ON_BOTH_ENGINES(PrefixContract);

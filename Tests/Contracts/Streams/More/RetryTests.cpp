@@ -166,6 +166,39 @@ TEST_P(RetryContract, AFailureOfAnAttemptReleasesIt)
     EXPECT_GT(whileRunning, before);
 }
 
+TEST_P(RetryContract, WaitsForAnAttemptThatIsBeingMadeElsewhere)
+{
+    auto entered = std::promise<void>();
+    const auto hasEntered = entered.get_future().share();
+    auto goOn = std::promise<void>();
+    auto attempts = 0;
+    auto isDone = std::atomic(false);
+    const auto handle = (Streams::create<int, Trouble>([&](const NumberSubject& subject) {
+        if (++attempts == 1)
+            subject.send(Trouble{1});
+        else {
+            entered.set_value();
+            goOn.get_future().wait();
+            isDone = true;
+        }
+        return nullptr;
+    }) | Streams::retry({.interval = 1}))
+                            .sink([](const auto&) {});
+
+    auto canceller = std::thread([&] {
+        hasEntered.wait();
+        handle.cancelAndWait();
+        EXPECT_TRUE(isDone);
+    });
+    auto helper = std::thread([&] {
+        hasEntered.wait();
+        goOn.set_value();
+    });
+    world().runAll();
+    canceller.join();
+    helper.join();
+}
+
 const auto retried = [](const auto& publisher) { return Streams::retry(publisher, {.interval = 1}); };
 
 TEST_P(RetryContract, KeepsNothingWhileADelayIsPending)

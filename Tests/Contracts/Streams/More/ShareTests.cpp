@@ -129,7 +129,7 @@ TEST_P(ShareContract, TheOnlySubscriberMayLeaveWhileTheStreamIsSubscribedTo)
     }));
     auto received = Received<int, Trouble>();
 
-    const auto handle = (shared | Streams::prefix(1U)).sink(received.recorder());
+    const auto handle = (shared | Streams::prefix(1)).sink(received.recorder());
 
     EXPECT_THAT(received.payloads, ElementsAre(Number::value(1)));
     EXPECT_EQ(cleanUps, 1);
