@@ -80,6 +80,13 @@ protected:
         queue.emplace(GetParam().make());
     }
 
+    /// The global queue goes on to the next test: its work has not only run then, but is over.
+    void TearDown() override
+    {
+        if (!isVirtual() && GetParam().kind == DispatchQueue::Kind::Concurrent && queue)
+            queue->barrierSync([] {});
+    }
+
     bool isVirtual() const { return GetParam().isVirtual; }
 
     /// One at a time, so what work notes is in the order in which it began.

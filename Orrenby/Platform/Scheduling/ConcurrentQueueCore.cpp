@@ -14,6 +14,8 @@ public:
     void run() noexcept override { m_queue.drain(*this, true); }
     void discard() noexcept override { m_queue.drain(*this, false); }
 
+    const Executor* executor = nullptr; ///< Which has it.
+
 private:
     ConcurrentQueueCore& m_queue;
 };
@@ -96,26 +98,36 @@ void ConcurrentQueueCore::end(QueueTurn::Kind) noexcept
 
 void ConcurrentQueueCore::callLane(Guard& lock)
 {
-    if (m_isLaneWaiting || !mayBegin()) {
+    if (!mayBegin()) {
+        lock.unlock();
+        return;
+    }
+    auto& executor = World::current().executor();
+    if (m_isLaneWaiting && m_executor == &executor) {
         lock.unlock();
         return;
     }
     m_isLaneWaiting = true;
+    m_executor = &executor;
     if (m_lanes++ == 0)
         m_self = shared_from_this();
-    Job* lane = m_freeLanes;
+    auto* lane = static_cast<Lane*>(m_freeLanes);
     if (lane)
         m_freeLanes = lane->next;
     lock.unlock();
-    World::current().executor().execute(lane ? *lane : *new Lane(*this));
+    if (!lane)
+        lane = new Lane(*this);
+    lane->executor = &executor;
+    executor.execute(*lane);
 }
 
 void ConcurrentQueueCore::drain(Lane& lane, bool runs) noexcept
 {
     const auto frame = QueueFrame(this, QueueFrame::Chain::Begins);
     auto lock = Guard(m_lock);
-    m_isLaneWaiting = false;
-    for (std::size_t count = 0; count < workPerRun && mayBegin(); ++count) {
+    if (lane.executor == m_executor)
+        m_isLaneWaiting = false;
+    for (std::size_t count = 0; count < workPerRun && mayBegin() && lane.executor == m_executor; ++count) {
         auto task = takeFirst();
         begin(task.kind);
         if (task.turn) {
@@ -131,19 +143,13 @@ void ConcurrentQueueCore::drain(Lane& lane, bool runs) noexcept
         lock.lock();
         end(task.kind);
     }
-    if (mayBegin() && !m_isLaneWaiting) {
-        m_isLaneWaiting = true;
-        lock.unlock();
-        World::current().executor().execute(lane);
-        return;
-    }
+    auto self = std::shared_ptr<QueueCore>();
     lane.next = m_freeLanes;
     m_freeLanes = &lane;
     // The last reference perhaps: nothing is touched after it is gone.
-    auto self = std::shared_ptr<QueueCore>();
     if (--m_lanes == 0)
         self = std::move(m_self);
-    lock.unlock();
+    callLane(lock);
 }
 
 } // namespace orrenby::detail

@@ -48,6 +48,9 @@ private:
     std::size_t m_running = 0; ///< Tasks and turns that have begun.
     bool m_isAlone = false;    ///< The one that runs must run alone.
     bool m_isLaneWaiting = false;
+    /// That of the world in which a lane was called last. A lane that another one still has when the world is
+    /// replaced does nothing any more. Only compared.
+    const Executor* m_executor = nullptr;
     std::size_t m_lanes = 0; ///< In line or running.
     Job* m_freeLanes = nullptr;
     std::shared_ptr<QueueCore> m_self; ///< While there are lanes.
