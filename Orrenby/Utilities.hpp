@@ -63,6 +63,7 @@
 #include "Orrenby/Utilities/ReadersWriterLock.hpp"
 #include "Orrenby/Utilities/ReferenceType.hpp"
 #include "Orrenby/Utilities/Retry.hpp"
+#include "Orrenby/Utilities/SeededRandomNumberGenerator.hpp"
 #include "Orrenby/Utilities/Streams/AnyCancellable.hpp"
 #include "Orrenby/Utilities/Streams/AnyPublisher.hpp"
 #include "Orrenby/Utilities/Streams/Completion.hpp"
