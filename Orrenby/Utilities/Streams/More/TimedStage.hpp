@@ -167,7 +167,8 @@ Streams::AnyPublisher<Output, Failure> timed(
         });
 }
 
-/// For machines that have nothing to do at the beginning or let the end just pass.
+/// What a machine does that has nothing to begin with and lets the end pass. Machines derive from it and
+/// replace what they do otherwise.
 class TimedMachine {
 public:
     template <typename Stage> void begin(Stage&) noexcept {}
