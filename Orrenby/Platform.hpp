@@ -30,6 +30,7 @@
 #include "Orrenby/Platform/Coding/UnkeyedDecodingContainer.hpp"
 #include "Orrenby/Platform/Coding/UnkeyedEncodingContainer.hpp"
 #include "Orrenby/Platform/Digest/ARC4RandomSource.hpp"
+#include "Orrenby/Platform/Drawing/Size.hpp"
 #include "Orrenby/Platform/Engines/Combine/CurrentValueSubject.hpp"
 #include "Orrenby/Platform/Engines/Combine/Future.hpp"
 #include "Orrenby/Platform/Engines/Combine/PassthroughSubject.hpp"

@@ -3,4 +3,11 @@
 /// @file
 /// Everything of the first floor: what the standard library's own value types lack.
 
+#include "Orrenby/Standard/AllCasesDictionary.hpp"
+#include "Orrenby/Standard/Collect.hpp"
+#include "Orrenby/Standard/Comparables.hpp"
 #include "Orrenby/Standard/NestedError.hpp"
+#include "Orrenby/Standard/Optionals.hpp"
+#include "Orrenby/Standard/Ranges.hpp"
+#include "Orrenby/Standard/SequenceOperation.hpp"
+#include "Orrenby/Standard/Sequences.hpp"

@@ -1,0 +1,60 @@
+#pragma once
+
+/// @file
+/// Ranges between two bounds.
+
+#include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/FatalError.hpp"
+#include <utility>
+
+namespace orrenby::inline ORRENBY_ABI {
+
+/// From a lower bound up to, but not including, an upper one. A lower bound above the upper is a programming
+/// error and ends the process.
+///
+/// A plain value. Not synchronised.
+template <class Bound> class Range {
+public:
+    constexpr Range(Bound lower, Bound upper)
+        : m_lower(std::move(lower))
+        , m_upper(std::move(upper))
+    {
+        if (!(m_lower <= m_upper))
+            fatalError("The lower bound of a range is above its upper bound", "Standard/Ranges", 20);
+    }
+
+    constexpr const Bound& lowerBound() const noexcept { return m_lower; }
+    constexpr const Bound& upperBound() const noexcept { return m_upper; }
+    constexpr bool isEmpty() const { return m_lower == m_upper; }
+    constexpr bool contains(const Bound& value) const { return m_lower <= value && value < m_upper; }
+
+    friend constexpr bool operator==(const Range&, const Range&) = default;
+
+private:
+    Bound m_lower;
+    Bound m_upper;
+};
+
+/// As `Range`, but the upper bound belongs to it, so that it is never empty.
+template <class Bound> class ClosedRange {
+public:
+    constexpr ClosedRange(Bound lower, Bound upper)
+        : m_lower(std::move(lower))
+        , m_upper(std::move(upper))
+    {
+        if (!(m_lower <= m_upper))
+            fatalError("The lower bound of a range is above its upper bound", "Standard/Ranges", 45);
+    }
+
+    constexpr const Bound& lowerBound() const noexcept { return m_lower; }
+    constexpr const Bound& upperBound() const noexcept { return m_upper; }
+    constexpr bool contains(const Bound& value) const { return m_lower <= value && value <= m_upper; }
+
+    friend constexpr bool operator==(const ClosedRange&, const ClosedRange&) = default;
+
+private:
+    Bound m_lower;
+    Bound m_upper;
+};
+
+} // namespace orrenby
