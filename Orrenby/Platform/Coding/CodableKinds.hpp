@@ -3,8 +3,8 @@
 /// @file
 /// Which types are coded by which means. Not in the umbrella header: part of the coders' own workings.
 
-#include "Orrenby/Platform/Coding/Decodable.hpp"
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/RawRepresentable.hpp"
 #include <type_traits>
 
 namespace orrenby::inline ORRENBY_ABI::detail {

@@ -1,7 +1,8 @@
 #pragma once
 
 /// @file
-/// Coding paths that cost nothing until somebody asks.
+/// Coding paths that cost nothing until somebody asks. Not in the umbrella header: part of the coders' own
+/// workings.
 
 #include "Orrenby/Platform/Coding/CodingKey.hpp"
 #include "Orrenby/Platform/Export.hpp"

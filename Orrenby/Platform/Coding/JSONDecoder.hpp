@@ -9,7 +9,6 @@
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include "Orrenby/Platform/Objects/Dictionary.hpp"
-#include "Orrenby/Platform/Objects/Result.hpp"
 #include <cstddef>
 #include <exception>
 #include <span>
@@ -17,6 +16,8 @@
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
+
+template <class Success, class Failure> class Result;
 
 /// Decodes JSON text into values of the program's own types.
 ///
@@ -51,7 +52,7 @@ public:
         return decode<T>(std::as_bytes(std::span(utf8)));
     }
 
-    /// The outcome of `decode`; throws nothing.
+    /// The outcome of `decode`; throws nothing. Include Result.hpp to call it.
     template <class T> Result<T, AnyError> tryDecode(std::span<const std::byte> data) const
     {
         try {

@@ -10,12 +10,13 @@
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include "Orrenby/Platform/Objects/Dictionary.hpp"
-#include "Orrenby/Platform/Objects/Result.hpp"
 #include <exception>
 #include <string>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
+
+template <class Success, class Failure> class Result;
 
 /// Encodes values of the program's own types as JSON text in UTF-8.
 ///
@@ -34,6 +35,9 @@ public:
     using KeyEncodingStrategy = JSONKeyEncodingStrategy;
     using NonConformingFloatEncodingStrategy = JSONNonConformingFloatStrategy;
     using OutputFormatting = JSONOutput;
+
+    /// `Result<Data, AnyError>`, which has to be complete only where `tryEncode` is called.
+    template <class T> using Outcome = Result<typename detail::Dependent<Data, T>::type, AnyError>;
 
     JSONEncoder() = default;
     JSONEncoder(const JSONEncoder&) = delete;
@@ -56,13 +60,13 @@ public:
         return std::string(session.finished().view());
     }
 
-    /// The outcome of `encode`; throws nothing.
-    template <class T> Result<Data, AnyError> tryEncode(const T& value) const
+    /// The outcome of `encode`; throws nothing. Include Result.hpp to call it.
+    template <class T> Outcome<T> tryEncode(const T& value) const
     {
         try {
-            return Result<Data, AnyError>::success(encode(value));
+            return Outcome<T>::success(encode(value));
         } catch (...) {
-            return Result<Data, AnyError>::failure(AnyError(std::current_exception()));
+            return Outcome<T>::failure(AnyError(std::current_exception()));
         }
     }
 

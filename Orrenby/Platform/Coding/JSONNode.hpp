@@ -1,7 +1,8 @@
 #pragma once
 
 /// @file
-/// The row of the table that a JSON text is read into.
+/// The row of the table that a JSON text is read into. Not in the umbrella header: part of the coders' own
+/// workings.
 
 #include "Orrenby/Platform/Export.hpp"
 #include <cstdint>

@@ -1,7 +1,8 @@
 #pragma once
 
 /// @file
-/// The storage of a JSON document: its nodes in one block, the texts with escapes in another.
+/// The storage of a JSON document: its nodes in one block, the texts with escapes in another. Not in the
+/// umbrella header: part of the coders' own workings.
 
 #include "Orrenby/Platform/Coding/JSONNode.hpp"
 #include "Orrenby/Platform/Export.hpp"

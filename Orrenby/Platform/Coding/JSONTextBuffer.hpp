@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// Where JSON text is written.
+/// Where JSON text is written. Not in the umbrella header: part of the coders' own workings.
 
 #include "Orrenby/Platform/Export.hpp"
 #include <cstddef>

@@ -2,6 +2,7 @@
 
 #include "Orrenby/Platform/Coding/AggregateCoding.hpp"
 #include "Orrenby/Platform/Coding/JSONReadError.hpp"
+#include "Orrenby/Platform/Objects/Result.hpp"
 #include <cmath>
 #include <gmock/gmock.h>
 #include <limits>

@@ -2,6 +2,7 @@
 
 #include "Orrenby/Platform/Coding/AggregateCoding.hpp"
 #include "Orrenby/Platform/Coding/JSONDecoder.hpp"
+#include "Orrenby/Platform/Objects/Result.hpp"
 #include <gmock/gmock.h>
 #include <limits>
 #include <map>
