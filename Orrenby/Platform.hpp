@@ -4,7 +4,6 @@
 /// Everything of the ground floor: counterparts of the platform's services.
 
 #include "Orrenby/Platform/Coding/CodingKey.hpp"
-#include "Orrenby/Platform/Coding/CodingStep.hpp"
 #include "Orrenby/Platform/Coding/Decodable.hpp"
 #include "Orrenby/Platform/Coding/Decoder.hpp"
 #include "Orrenby/Platform/Coding/DecodingError.hpp"
@@ -16,11 +15,9 @@
 #include "Orrenby/Platform/Coding/JSONDocument.hpp"
 #include "Orrenby/Platform/Coding/JSONEncoder.hpp"
 #include "Orrenby/Platform/Coding/JSONEncodingStrategies.hpp"
-#include "Orrenby/Platform/Coding/JSONNode.hpp"
 #include "Orrenby/Platform/Coding/JSONOutput.hpp"
 #include "Orrenby/Platform/Coding/JSONReadError.hpp"
 #include "Orrenby/Platform/Coding/JSONTable.hpp"
-#include "Orrenby/Platform/Coding/JSONTextBuffer.hpp"
 #include "Orrenby/Platform/Coding/KeyedDecodingContainer.hpp"
 #include "Orrenby/Platform/Coding/KeyedEncodingContainer.hpp"
 #include "Orrenby/Platform/Coding/NSJSONSerialization.hpp"
