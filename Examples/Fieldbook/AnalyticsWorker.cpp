@@ -51,13 +51,16 @@ void AnalyticsWorker::put(const std::string& file, const Report& report)
     take(file);
     m_tally.put(report);
     m_reports.insert_or_assign(file, report);
+    m_session.catalogue.put(file, report);
 }
 
 void AnalyticsWorker::take(const std::string& file)
 {
     m_tally.unreadableFiles.erase(file);
-    if (const auto before = m_reports.extract(file))
+    if (const auto before = m_reports.extract(file)) {
         m_tally.take(before.mapped());
+        m_session.catalogue.take(file);
+    }
 }
 
 } // namespace fieldbook

@@ -3,7 +3,6 @@
 /// @file
 /// The main loop of the application.
 
-#include "Descriptor.hpp"
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
 #include <chrono>
 #include <memory>
@@ -11,9 +10,11 @@
 
 namespace fieldbook {
 
-/// Waits until one of its descriptors can be read, and calls whoever asked for it.
+/// Lends the thread to its run loop as long as there is something to wait for, and hands out registrations
+/// that end with their owner.
 ///
-/// The library starts no thread and waits for nothing: here is the one place where the application does.
+/// The library waits for nothing by itself: here is the one place where the application does. Timers, queues
+/// and operations of the library run here too.
 ///
 /// @snippet Examples/Fieldbook/Tests/EventLoopTests.cpp Waiting for a moment
 ///
@@ -28,6 +29,8 @@ public:
     class Watch {
     public:
         Watch() = default;
+        Watch(Watch&&) = default;
+        Watch& operator=(Watch&&) = default;
 
     private:
         friend class EventLoop;
@@ -43,20 +46,20 @@ public:
     /// Calls `onReadable` in every turn in which the descriptor can be read. It stays the caller's and open.
     [[nodiscard]] Watch watch(int descriptor, Callback onReadable);
 
-    /// Calls `callback` once, not before the next turn and not before `delay` has passed.
+    /// Calls `callback` once, not before the next turn and not before `delay` has passed. What can be read by
+    /// then is called for first.
     [[nodiscard]] Watch after(std::chrono::milliseconds delay, Callback callback);
 
-    /// Turns until `stop()` is called, or until nothing is left to wait for. Within a turn, callbacks run in
-    /// the order of their registration.
+    /// Turns until `stop()` is called, or until no watch is left to wait for. Within a turn, descriptors are
+    /// called for in the order of their registration.
     void run();
 
     /// Lets `run()` return before it calls anything else. It can be run again.
-    void stop() { m_isRunning = false; }
+    void stop();
 
 private:
-    static bool isOver(const std::weak_ptr<Entry>& entry);
-    Watch add(Entry entry);
-    void turn();
+    Watch add(std::shared_ptr<Entry> entry);
+    bool hasEntries();
 
     std::vector<std::weak_ptr<Entry>> m_entries;
     bool m_isRunning = false;

@@ -1,12 +1,14 @@
 #include "FeedContext.hpp"
 
+#include "SettingsWorker.hpp"
 #include <utility>
 
 namespace fieldbook {
 
 FeedContext::FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Ref<FolderWorker> folder)
-    : AbstractPresentableContext(
-        std::move(screen), orrenby::Workers{folder}, orrenby::make<AnalyticsWorker>(session, folder->news()))
+    : AbstractPresentableContext(std::move(screen),
+        orrenby::Workers{folder, orrenby::make<SettingsWorker>(session)},
+        orrenby::make<AnalyticsWorker>(session, folder->news()))
     , m_session(session)
     , m_news(folder->news())
 {}

@@ -1,5 +1,6 @@
 #include "FeedFlow.hpp"
 
+#include "ReportFlow.hpp"
 #include <memory>
 #include <utility>
 
@@ -14,12 +15,27 @@ FeedFlow::~FeedFlow() { m_session.trace.step("FeedFlow goes"); }
 
 orrenby::Ref<FeedFlow> FeedFlow::build(Session& session)
 {
-    const auto printer = std::make_shared<FeedPrinter>(session.terminal);
+    const auto printer = std::make_shared<FeedPrinter>(session.terminal, session.catalogue);
     const auto folder = orrenby::make<FolderWorker>(session);
     const auto context = orrenby::make<FeedContext>(session, printer, folder);
     return orrenby::make<FeedFlow>(session, context, printer);
 }
 
 void FeedFlow::didStart() { m_session.trace.step("FeedFlow has started"); }
+
+DeepLinks::Action FeedFlow::claim(const DeepLink& link)
+{
+    const auto number = link.report();
+    if (!context()->isActive() || !number || !m_session.catalogue.find(*number))
+        return nullptr;
+    return [this, number = *number](const DeepLink&) { open(number); };
+}
+
+void FeedFlow::open(int number)
+{
+    detach<ReportFlow>([](const ReportFlow&) { return true; }); // one report at a time
+    if (const auto* report = m_session.catalogue.find(number))
+        attach(orrenby::make<ReportFlow>(m_session, NumberedReport{number, *report}));
+}
 
 } // namespace fieldbook

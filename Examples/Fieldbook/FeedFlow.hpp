@@ -4,6 +4,7 @@
 /// The flow of the feed.
 
 #include "Counted.hpp"
+#include "DeepLink.hpp"
 #include "FeedContext.hpp"
 #include "FeedPrinter.hpp"
 #include "Orrenby/Utilities/Discover/AbstractFlow.hpp"
@@ -22,10 +23,16 @@ public:
     /// A flow with everything that it needs, not started yet.
     static orrenby::Ref<FeedFlow> build(Session& session);
 
+    /// Opens the report that a link names, if it is in the feed; the feed itself stays. Nothing once the
+    /// flow has ended.
+    DeepLinks::Action claim(const DeepLink& link);
+
 protected:
     void didStart() override;
 
 private:
+    void open(int number);
+
     Session& m_session;
 };
 

@@ -14,14 +14,6 @@ template <class... Callables> struct Cases : Callables... {
 };
 template <class... Callables> Cases(Callables...) -> Cases<Callables...>;
 
-std::string padded(std::string_view text)
-{
-    constexpr std::size_t widthOfColumn = 8;
-    auto result = std::string(text);
-    result.resize(widthOfColumn, ' ');
-    return result;
-}
-
 std::string countedReports(std::size_t count)
 {
     return std::to_string(count) + (count == 1 ? " report file" : " report files");
@@ -42,6 +34,14 @@ Style styleOf(Severity severity)
     return Style::plain;
 }
 
+std::string padded(std::string_view text)
+{
+    constexpr std::size_t widthOfColumn = 8;
+    auto result = std::string(text);
+    result.resize(widthOfColumn, ' ');
+    return result;
+}
+
 void FeedPrinter::show(const FolderNews& news)
 {
     std::visit(Cases{
@@ -52,11 +52,11 @@ void FeedPrinter::show(const FolderNews& news)
                        m_terminal.print(
                            m_terminal.styled(Style::faint, "= " + countedReports(it.fileCount) + " so far"));
                    },
-                   [&](const Added& it) { printReport(Style::green, '+', it.report); },
-                   [&](const Changed& it) { printReport(Style::cyan, '~', it.report); },
+                   [&](const Added& it) { printReport(Style::green, '+', it.file, it.report); },
+                   [&](const Changed& it) { printReport(Style::cyan, '~', it.file, it.report); },
                    [&](const Removed& it) {
                        if (it.report)
-                           printReport(Style::faint, '-', *it.report);
+                           printReport(Style::faint, '-', it.file, *it.report);
                        else
                            printFile(Style::faint, '-', "unreadable", it.file);
                    },
@@ -72,12 +72,12 @@ void FeedPrinter::show(const FolderLost& failure)
     m_terminal.print(m_terminal.styled(Style::red, "! the folder is lost: " + printable(failure.reason)));
 }
 
-void FeedPrinter::printReport(Style style, char mark, const Report& report)
+void FeedPrinter::printReport(Style style, char mark, const std::string& file, const Report& report)
 {
     m_terminal.print(m_terminal.styled(style, std::string(1, mark)) + ' '
-        + m_terminal.styled(styleOf(report.severity), padded(nameOf(report.severity)))
-        + m_terminal.styled(Style::bold, report.title) + ", " + report.place
-        + m_terminal.styled(Style::faint, " (" + report.observer + ")"));
+        + m_terminal.styled(styleOf(report.severity), padded(nameOf(report.severity))) + '#'
+        + std::to_string(m_catalogue.numberOf(file)) + ' ' + m_terminal.styled(Style::bold, report.title)
+        + ", " + report.place + m_terminal.styled(Style::faint, " (" + report.observer + ")"));
 }
 
 void FeedPrinter::printFile(Style style, char mark, std::string_view what, std::string_view text)

@@ -3,36 +3,44 @@
 /// @file
 /// The feed as lines on a terminal.
 
+#include "Catalogue.hpp"
 #include "FeedScreen.hpp"
 #include "Terminal.hpp"
+#include <string>
 #include <string_view>
 
 namespace fieldbook {
 
-/// Prints one line for each event: a mark, the severity, title, place and observer.
+/// Prints one line for each event: a mark, the severity, number, title, place and observer.
 ///
-///     + high    Footbridge under water, Lower Marrow (Ines Calder)
+///     + high    #1 Footbridge under water, Lower Marrow (Ines Calder)
 ///     ! unreadable  owl-count.report: line 4: unknown severity "huge": low, medium or high
 ///
 /// The marks: `+` added, `~` changed, `-` removed, `!` unreadable. Not synchronised.
 class FeedPrinter : public FeedScreen {
 public:
     /// @param terminal  Outlives the printer.
-    explicit FeedPrinter(Terminal& terminal)
+    /// @param catalogue  Outlives the printer.
+    FeedPrinter(Terminal& terminal, Catalogue& catalogue)
         : m_terminal(terminal)
+        , m_catalogue(catalogue)
     {}
 
     void show(const FolderNews& news) override;
     void show(const FolderLost& failure) override;
 
 private:
-    void printReport(Style style, char mark, const Report& report);
+    void printReport(Style style, char mark, const std::string& file, const Report& report);
     void printFile(Style style, char mark, std::string_view what, std::string_view text);
 
     Terminal& m_terminal;
+    Catalogue& m_catalogue;
 };
 
 /// The colour in which a severity is shown.
 Style styleOf(Severity severity);
+
+/// The text, as wide as the column of severities.
+std::string padded(std::string_view text);
 
 } // namespace fieldbook

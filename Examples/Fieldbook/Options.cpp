@@ -1,5 +1,6 @@
 #include "Options.hpp"
 
+#include "DeepLink.hpp"
 #include "Text.hpp"
 #include <utility>
 
@@ -34,6 +35,8 @@ orrenby::Result<Options, std::string> parseOptions(std::span<const char* const> 
     for (const std::string_view argument : arguments) {
         if (!areOptionsOver && argument == "--")
             areOptionsOver = true;
+        else if (!areOptionsOver && argument.starts_with(DeepLink::scheme))
+            options.link = argument;
         else if (!areOptionsOver && argument.starts_with('-')) {
             if (!setOption(argument, options))
                 return Outcome::failure("unknown option \"" + printable(argument) + "\"");
@@ -51,13 +54,15 @@ orrenby::Result<Options, std::string> parseOptions(std::span<const char* const> 
 
 std::string_view helpText()
 {
-    return R"(fieldbook [OPTION...] [FOLDER]
+    return R"(fieldbook [OPTION...] [FOLDER] [LINK]
 
 Shows the field reports (*.report files) of FOLDER, and what happens to them, as a live feed.
 Without FOLDER it takes the bundled sample reports.
 
 On a terminal it watches until Ctrl-C. Elsewhere it shows what is in FOLDER and ends; without FOLDER it
 plays a script on a copy of the samples and ends. At the end it prints a summary.
+
+LINK, such as fieldbook://report/4, opens the report of that number at once.
 
   --watch    watch until Ctrl-C or a termination request, also without a terminal
   --script   play the script, also on a terminal

@@ -14,6 +14,7 @@ namespace fieldbook {
 
 struct Options {
     std::optional<std::filesystem::path> folder; ///< Nothing for the bundled samples.
+    std::optional<std::string> link;             ///< To be followed at the start.
     bool isHelp = false;
     bool isScript = false;
     bool isWatch = false;

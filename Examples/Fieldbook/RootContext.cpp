@@ -1,6 +1,9 @@
 #include "RootContext.hpp"
 
+#include "CommandWorker.hpp"
 #include "ScriptWorker.hpp"
+#include "UploadWorker.hpp"
+#include <unistd.h>
 
 namespace fieldbook {
 
@@ -17,9 +20,12 @@ void RootContext::willResignActive() { m_session.trace.step("RootContext resigns
 
 orrenby::Workers RootContext::workersFor(Session& session)
 {
+    auto workers = orrenby::Workers{orrenby::make<UploadWorker>(session)};
     if (session.course == Course::script)
-        return {orrenby::make<ScriptWorker>(session)};
-    return {};
+        workers.push_back(orrenby::make<ScriptWorker>(session));
+    else if (session.course == Course::watch && ::isatty(STDIN_FILENO) == 1)
+        workers.push_back(orrenby::make<CommandWorker>(session, STDIN_FILENO));
+    return workers;
 }
 
 } // namespace fieldbook

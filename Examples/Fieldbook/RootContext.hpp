@@ -10,7 +10,8 @@
 
 namespace fieldbook {
 
-/// Active as long as the session lasts. Plays the script, if that is what the session is for.
+/// Active as long as the session lasts. Its workers upload reports, and play the script or listen to the
+/// keyboard, whatever the session is for.
 class RootContext : public orrenby::AbstractContext<SessionWorker>, Counted<Part::context> {
 public:
     /// @param session  Outlives the context.

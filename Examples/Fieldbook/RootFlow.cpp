@@ -1,10 +1,24 @@
 #include "RootFlow.hpp"
 
+#include "Commands.hpp"
 #include "FeedFlow.hpp"
+#include "Orrenby/Platform/Observing/NotificationCenter.hpp"
 #include "ScriptWorker.hpp"
+#include "SettingsWorker.hpp"
+#include "Text.hpp"
+#include "UploadWorker.hpp"
 #include <variant>
 
 namespace fieldbook {
+
+namespace {
+
+template <class... Callables> struct Cases : Callables... {
+    using Callables::operator()...;
+};
+template <class... Callables> Cases(Callables...) -> Cases<Callables...>;
+
+} // namespace
 
 RootFlow::RootFlow(Session& session)
     : AbstractFlow(orrenby::make<RootContext>(session), orrenby::Void())
@@ -16,8 +30,19 @@ RootFlow::~RootFlow() { m_session.trace.step("RootFlow goes"); }
 void RootFlow::didStart()
 {
     m_session.trace.step("RootFlow has started");
+    followFeed();
+    m_session.commands.asPublisher().bind([this](const std::string& line) { obey(line); }).store(*context());
+}
+
+void RootFlow::followFeed()
+{
     const auto feed = FeedFlow::build(m_session);
     attach(feed);
+    // The chain must not keep the feed: it holds it weakly, and so does the handler.
+    m_links.addResponder(feed, [weak = orrenby::WeakRef<FeedFlow>(feed)](const DeepLink& link) {
+        const auto claimer = weak.lock();
+        return claimer ? claimer->claim(link) : nullptr;
+    });
 
     // Kept by this flow's context: it ends with this flow, not with the feed.
     feed->context()
@@ -33,20 +58,63 @@ void RootFlow::didStart()
 
 void RootFlow::allIsTold()
 {
-    const auto end = [this] { context()->analytics()->end(Ending::byItself); };
+    if (m_session.link)
+        follow({*m_session.link});
     switch (m_session.course) {
     case Course::watch:
-        if (m_session.terminal.isInteractive())
-            m_session.terminal.print(m_session.terminal.styled(
-                Style::faint, "= watching: add, change or remove *.report files there; Ctrl-C ends"));
+        if (m_session.terminal.isInteractive()) {
+            say("watching: add, change or remove *.report files there; Ctrl-C ends");
+            say("or type: " + std::string(commandHelp()));
+        }
         break;
     case Course::look:
-        end();
+        context()->analytics()->end(Ending::byItself);
         break;
     case Course::script:
-        context()->withFirstWorker<ScriptWorker>([&](ScriptWorker& script) { script.play(end); });
+        playScript();
         break;
     }
+}
+
+void RootFlow::playScript()
+{
+    const auto end = [this] { context()->analytics()->end(Ending::byItself); };
+    const auto endWhenUploaded = [this, end] {
+        context()->withFirstWorker<UploadWorker>([&](UploadWorker& uploads) { uploads.waitForUploads(end); });
+    };
+    context()->withFirstWorker<ScriptWorker>([&](ScriptWorker& script) { script.play(endWhenUploaded); });
+}
+
+void RootFlow::obey(const std::string& line)
+{
+    std::visit(Cases{
+                   [&](const Sort& it) {
+                       // Whoever sorts is not known here.
+                       orrenby::NotificationCenter::defaultCenter()->post(
+                           feedShouldSort, {}, {{orderKey, nameOf(it.order)}});
+                   },
+                   [&](const ShowDetails& it) { m_session.settings->isDetailed = it.isOn; },
+                   [&](const Follow& it) { follow({it.link}); },
+                   [&](const Upload&) {
+                       context()->withFirstWorker<UploadWorker>(
+                           [](UploadWorker& uploads) { uploads.uploadAll(); });
+                   },
+                   [&](const End&) { context()->analytics()->end(Ending::byItself); },
+                   [&](const Unknown&) { say("no such command; " + std::string(commandHelp())); },
+               },
+        parseCommand(line));
+}
+
+void RootFlow::follow(const DeepLink& link)
+{
+    if (!m_links.send(link))
+        m_session.terminal.print(
+            m_session.terminal.styled(Style::red, "! nothing opens " + printable(link.text)));
+}
+
+void RootFlow::say(const std::string& text)
+{
+    m_session.terminal.print(m_session.terminal.styled(Style::faint, "= " + text));
 }
 
 } // namespace fieldbook

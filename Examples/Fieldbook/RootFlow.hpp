@@ -4,15 +4,17 @@
 /// The flow of the whole application.
 
 #include "Counted.hpp"
+#include "DeepLink.hpp"
 #include "FolderNews.hpp"
 #include "Orrenby/Platform/Objects/Never.hpp"
 #include "Orrenby/Utilities/Discover/AbstractFlow.hpp"
 #include "RootContext.hpp"
 #include "Session.hpp"
+#include <string>
 
 namespace fieldbook {
 
-/// Attaches the feed when it starts, and decides from its news when the session is over. Shows nothing
+/// Attaches the feed when it starts, obeys the user, and decides when the session is over. Shows no feed
 /// itself, so it has no view controller.
 class RootFlow : public orrenby::AbstractFlow<RootContext, orrenby::Void>, Counted<Part::flow> {
 public:
@@ -24,9 +26,16 @@ protected:
     void didStart() override;
 
 private:
+    void followFeed();
     void allIsTold();
+    void playScript();
+
+    void obey(const std::string& line);
+    void follow(const DeepLink& link);
+    void say(const std::string& text);
 
     Session& m_session;
+    DeepLinks m_links;
 };
 
 } // namespace fieldbook

@@ -58,6 +58,13 @@ constexpr ScriptStep script[] = {
     {Act::move, "wasps.report", "wasps-harrow-gate.report"},
     {Act::remove, "mast-light.report"},
     {Act::remove, "torn-page.report"},
+    {Act::command, "sort severity"},
+    {Act::command, "fieldbook://report/4"},
+    {Act::command, "fieldbook://report/6"},
+    {Act::command, "details off"},
+    {Act::command, "fieldbook://report/1"},
+    {Act::command, "fieldbook://report/99"},
+    {Act::command, "upload"},
 };
 
 void write(const fs::path& path, std::string_view text)
@@ -80,6 +87,8 @@ std::string_view nameOf(Act act)
         return "move ";
     case Act::remove:
         return "remove ";
+    case Act::command:
+        return "";
     }
     return "";
 }
@@ -100,6 +109,8 @@ void performUnchecked(const ScriptStep& step, const fs::path& folder)
         break;
     case Act::remove:
         fs::remove(path);
+        break;
+    case Act::command:
         break;
     }
 }

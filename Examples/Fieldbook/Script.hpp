@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// What happens in the folder during a scripted run.
+/// What happens during a scripted run.
 
 #include <filesystem>
 #include <span>
@@ -10,27 +10,28 @@
 
 namespace fieldbook {
 
-/// One thing that somebody does with a file.
+/// One thing that somebody does with a file, or types.
 struct ScriptStep {
     enum class Act {
         write,   ///< Writes the text into the file, in place.
         replace, ///< Writes the text elsewhere and moves it over the file.
         move,    ///< Gives the file the name that stands in `text`.
-        remove
+        remove,
+        command ///< Types what stands in `file`.
     };
 
     Act act;
     std::string_view file;
     std::string_view text = {};
 
-    /// `write owl-count.report`
+    /// `write owl-count.report`; for a command the command itself.
     std::string description() const;
 };
 
 /// The bundled script. It knows the bundled samples.
 std::span<const ScriptStep> demoScript();
 
-/// Does it. What the system refuses goes to the log.
+/// Does it, unless it is a command, which is not for the folder. What the system refuses goes to the log.
 void perform(const ScriptStep& step, const std::filesystem::path& folder);
 
 } // namespace fieldbook

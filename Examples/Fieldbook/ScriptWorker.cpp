@@ -41,9 +41,12 @@ void ScriptWorker::next()
     const auto& step = m_rest.front();
     m_rest = m_rest.subspan(1);
     m_session.terminal.print(m_session.terminal.styled(Style::faint, "> " + step.description()));
-    perform(step, m_session.folder);
-    // The folder tells of the step in the next turn, and a turn calls watches in the order of registration:
-    // the news come out before the next step, however late this turn is.
+    if (step.act == ScriptStep::Act::command)
+        m_session.commands.send(std::string(step.file));
+    else
+        perform(step, m_session.folder);
+    // The folder tells of the step in the next turn, and what can be read is called for before what waits for
+    // a moment: the news come out before the next step, however late this turn is.
     wait();
 }
 

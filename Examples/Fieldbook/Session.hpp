@@ -3,12 +3,19 @@
 /// @file
 /// What the parts of one run share.
 
+#include "Catalogue.hpp"
 #include "EventLoop.hpp"
 #include "LifeTrace.hpp"
 #include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
+#include "Orrenby/Utilities/Streams/PassthroughSubject.hpp"
+#include "Settings.hpp"
 #include "Tally.hpp"
 #include "Terminal.hpp"
+#include "UploadProgress.hpp"
 #include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
 
 namespace fieldbook {
 
@@ -29,8 +36,17 @@ struct Session {
     LifeTrace& trace;
     std::filesystem::path folder;
     Course course;
+    std::optional<std::string> link{}; ///< To be followed as soon as everything is told.
     orrenby::Streams::CurrentValueSubject<Tally, orrenby::Never> tally{Tally()};
     orrenby::Streams::CurrentValueSubject<Ending, orrenby::Never> ending{Ending::none};
+    /// What the user typed, or the script in his place.
+    orrenby::Streams::PassthroughSubject<std::string, orrenby::Never> commands{};
+    orrenby::Ref<Settings> settings = std::make_shared<Settings>();
+    Catalogue catalogue{};
+    UploadCount uploads{};
+    int openedCount = 0;
+    /// Seconds of real time that a second of a back-off takes: scripts need not wait.
+    double secondLength = 1;
 };
 
 } // namespace fieldbook

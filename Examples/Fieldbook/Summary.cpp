@@ -55,8 +55,9 @@ std::string eventsOf(const Tally& tally)
 
 } // namespace
 
-void printSummary(const Tally& tally, Terminal& terminal)
+void printSummary(const Session& session, Terminal& terminal)
 {
+    const auto tally = session.tally.value();
     terminal.print(terminal.styled(Style::bold, "Summary"));
     printLine(terminal, "events", eventsOf(tally));
     printLine(terminal, "severity", severitiesOf(tally, terminal));
@@ -66,6 +67,10 @@ void printSummary(const Tally& tally, Terminal& terminal)
     for (const auto& file : tally.unreadableFiles)
         append(unreadable, printable(file));
     printLine(terminal, "unreadable", unreadable.empty() ? "none" : unreadable);
+    printLine(terminal, "opened", std::to_string(session.openedCount));
+    printLine(terminal, "uploads",
+        "sent " + std::to_string(session.uploads.sent) + "; given up "
+            + std::to_string(session.uploads.givenUp));
     printLine(terminal, "alive", describeLiveParts());
 }
 

@@ -3,12 +3,12 @@
 /// @file
 /// The last words of a session.
 
-#include "Tally.hpp"
+#include "Session.hpp"
 #include "Terminal.hpp"
 
 namespace fieldbook {
 
-/// Prints the figures of the tally, and what of the tree is still alive, which ought to be nothing.
-void printSummary(const Tally& tally, Terminal& terminal);
+/// Prints the figures of the session, and what of the tree is still alive, which ought to be nothing.
+void printSummary(const Session& session, Terminal& terminal);
 
 } // namespace fieldbook

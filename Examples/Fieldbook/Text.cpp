@@ -1,5 +1,6 @@
 #include "Text.hpp"
 
+#include <charconv>
 #include <cstddef>
 
 namespace fieldbook {
@@ -66,6 +67,16 @@ std::string printable(std::string_view text)
             result += '?';
     }
     return result;
+}
+
+std::optional<int> numberIn(std::string_view text)
+{
+    int number = 0;
+    const auto* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || rest != end || number <= 0)
+        return std::nullopt;
+    return number;
 }
 
 std::string_view trimmed(std::string_view text)

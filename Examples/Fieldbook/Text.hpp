@@ -21,6 +21,9 @@ bool isPrintable(char32_t character);
 /// bytes.
 std::string printable(std::string_view text);
 
+/// The positive number that the text is in decimal digits, and nothing else.
+std::optional<int> numberIn(std::string_view text);
+
 /// Without blanks and tabs at both ends.
 std::string_view trimmed(std::string_view text);
 

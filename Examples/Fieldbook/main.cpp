@@ -61,7 +61,7 @@ void live(Session& session)
     root.reset();
 }
 
-int runIn(const std::filesystem::path& folder, Course course, Terminal& terminal)
+int runIn(const std::filesystem::path& folder, Course course, const Options& options, Terminal& terminal)
 {
     if (const auto problem = problemOfFolder(folder)) {
         complain(*problem);
@@ -69,10 +69,12 @@ int runIn(const std::filesystem::path& folder, Course course, Terminal& terminal
     }
     auto loop = EventLoop();
     auto trace = LifeTrace(terminal);
-    auto session = Session{loop, terminal, trace, folder, course};
+    auto session = Session{loop, terminal, trace, folder, course, options.link};
+    if (course == Course::script)
+        session.secondLength = terminal.isInteractive() ? 0.25 : 0;
     live(session);
 
-    printSummary(session.tally.value(), terminal);
+    printSummary(session, terminal);
     if (!terminal.isIntact())
         complain("the output could not be written");
     const bool isGood = session.ending.value() != Ending::folderLost && isNothingLive()
@@ -87,9 +89,9 @@ int run(const Options& options)
     const auto course = courseOf(options, terminal);
     const auto folder = options.folder ? *options.folder : samplesFolder();
     if (course != Course::script)
-        return runIn(folder, course, terminal);
+        return runIn(folder, course, options, terminal);
     const auto copy = TemporaryCopy(folder);
-    return runIn(copy.path(), course, terminal);
+    return runIn(copy.path(), course, options, terminal);
 }
 
 } // namespace

@@ -21,36 +21,96 @@ PATIENCE = 30  # seconds
 REPORT = "Title: {}\nPlace: Quay\nObserver: Nils\nSeverity: {}\n"
 
 FEED = """\
-+ low     One bar of the cattle grid is bent, Weir Lane (Marit Lindqvist)
-+ medium  Upper spring has run dry, Chapel Bank (Sunniva Øye)
-+ medium  Stove of the shelter smokes, Colder Hill (Jonas Brandt)
-+ high    Boulder loose above the quarry road, Quarry Road, second bend (Sunniva Øye)
-+ medium  Warning light on the mast is out, Colder Hill (Jonas Brandt)
-+ low     Orchids in flower, 214 stems, Harrow Gate (Marit Lindqvist)
-+ low     Five young owls in the north barn, Harrow Gate (Tomé Ferreira)
-+ medium  Signpost leans into the road, Three Stones crossing (Tomé Ferreira)
++ low     #1 One bar of the cattle grid is bent, Weir Lane (Marit Lindqvist)
++ medium  #2 Upper spring has run dry, Chapel Bank (Sunniva Øye)
++ medium  #3 Stove of the shelter smokes, Colder Hill (Jonas Brandt)
++ high    #4 Boulder loose above the quarry road, Quarry Road, second bend (Sunniva Øye)
++ medium  #5 Warning light on the mast is out, Colder Hill (Jonas Brandt)
++ low     #6 Orchids in flower, 214 stems, Harrow Gate (Marit Lindqvist)
++ low     #7 Five young owls in the north barn, Harrow Gate (Tomé Ferreira)
++ medium  #8 Signpost leans into the road, Three Stones crossing (Tomé Ferreira)
 ! unreadable  torn-page.report: line 4: unknown severity "quite bad": low, medium or high
-+ high    Path washed out below the weir, Weir Lane (Ines Calder)
++ high    #9 Path washed out below the weir, Weir Lane (Ines Calder)
 = 10 report files so far
 > write ford.report
-+ medium  Footbridge under water, Lower Marrow, ford (Ines Calder)
++ medium  #10 Footbridge under water, Lower Marrow, ford (Ines Calder)
 > replace ford.report
-~ high    Footbridge carried away, Lower Marrow, ford (Ines Calder)
+~ high    #10 Footbridge carried away, Lower Marrow, ford (Ines Calder)
 > write wasps.report
 ! unreadable  wasps.report: line 3: neither a header nor an empty line
 > write wasps.report
-+ low     Wasps in the information board, Harrow Gate (Jonas Brandt)
++ low     #11 Wasps in the information board, Harrow Gate (Jonas Brandt)
 > write owl-count.report
 ! unreadable  owl-count.report: line 2: unknown severity "enormous": low, medium or high
 > write signpost.report
-~ low     Signpost upright again, Three Stones crossing (Tomé Ferreira)
+~ low     #8 Signpost upright again, Three Stones crossing (Tomé Ferreira)
 > move wasps.report to wasps-harrow-gate.report
-- low     Wasps in the information board, Harrow Gate (Jonas Brandt)
-+ low     Wasps in the information board, Harrow Gate (Jonas Brandt)
+- low     #11 Wasps in the information board, Harrow Gate (Jonas Brandt)
++ low     #12 Wasps in the information board, Harrow Gate (Jonas Brandt)
 > remove mast-light.report
-- medium  Warning light on the mast is out, Colder Hill (Jonas Brandt)
+- medium  #5 Warning light on the mast is out, Colder Hill (Jonas Brandt)
 > remove torn-page.report
 - unreadable  torn-page.report
+> sort severity
+= by severity
+  #4 high    Boulder loose above the quarry road, Quarry Road, second bend
+  #9 high    Path washed out below the weir, Weir Lane
+  #10 high    Footbridge carried away, Lower Marrow, ford
+  #2 medium  Upper spring has run dry, Chapel Bank
+  #3 medium  Stove of the shelter smokes, Colder Hill
+  #1 low     One bar of the cattle grid is bent, Weir Lane
+  #6 low     Orchids in flower, 214 stems, Harrow Gate
+  #8 low     Signpost upright again, Three Stones crossing
+  #12 low     Wasps in the information board, Harrow Gate
+> fieldbook://report/4
+| #4 high    Boulder loose above the quarry road
+| Quarry Road, second bend, by Sunniva Øye
+| keep people away until it is cleared
+| It moved about a hand's breadth since Tuesday (paint marks A and B).
+| No parking below it until the climbers have looked at it.
+> fieldbook://report/6
+| #6 low     Orchids in flower, 214 stems
+| Harrow Gate, by Marit Lindqvist
+| counted: 214
+| More than twice last year's count. Mowing should wait until July.
+> details off
+= cards are short
+> fieldbook://report/1
+| #1 low     One bar of the cattle grid is bent
+| Weir Lane, by Marit Lindqvist
+> fieldbook://report/99
+! nothing opens fieldbook://report/99
+> upload
+= 9 to upload
+^ #4 no answer; attempt 2 in 2 s
+^ #4 attempt 2
+^ #4 sent
+^ #9 sent
+^ #10 no answer; attempt 2 in 2 s
+^ #10 attempt 2
+^ #10 sent
+^ #2 no answer; attempt 2 in 2 s
+^ #2 attempt 2
+^ #2 no answer; attempt 3 in 4 s
+^ #2 attempt 3
+^ #2 sent
+^ #3 no answer; attempt 2 in 2 s
+^ #3 attempt 2
+^ #3 no answer; attempt 3 in 4 s
+^ #3 attempt 3
+^ #3 no answer; attempt 4 in 8 s
+^ #3 attempt 4
+^ #3 given up after 4 attempts
+^ #1 no answer; attempt 2 in 2 s
+^ #1 attempt 2
+^ #1 sent
+^ #6 sent
+^ #8 no answer; attempt 2 in 2 s
+^ #8 attempt 2
+^ #8 no answer; attempt 3 in 4 s
+^ #8 attempt 3
+^ #8 sent
+^ #12 sent
 """
 
 SUMMARY = """\
@@ -61,13 +121,16 @@ Summary
   places      Chapel Bank 1; Colder Hill 1; Harrow Gate 2; Lower Marrow, ford 1; Quarry Road, second bend 1; \
 Three Stones crossing 1; Weir Lane 2
   unreadable  owl-count.report
+  opened      3
+  uploads     sent 8; given up 1
   alive       flows 0  contexts 0  workers 0  subscriptions 0
 """
 
-OPENING = ["RootContext is active", "ScriptWorker starts", "SessionWorker starts", "RootFlow has started",
-           "FeedContext is active", "FolderWorker starts", "AnalyticsWorker starts", "FeedFlow has started"]
-CLOSING = ["FolderWorker stops", "AnalyticsWorker stops", "FeedContext resigns", "FeedContext goes", "FeedFlow goes",
-           "ScriptWorker stops", "SessionWorker stops", "RootContext resigns", "RootContext goes", "RootFlow goes"]
+OPENING = ["RootContext is active", "UploadWorker starts", "ScriptWorker starts", "SessionWorker starts", "RootFlow has started",
+           "FeedContext is active", "FolderWorker starts", "SettingsWorker starts", "AnalyticsWorker starts",
+           "FeedFlow has started"]
+CLOSING = ["FolderWorker stops", "SettingsWorker stops", "AnalyticsWorker stops", "FeedContext resigns", "FeedContext goes",
+           "FeedFlow goes", "UploadWorker stops", "ScriptWorker stops", "SessionWorker stops", "RootContext resigns", "RootContext goes", "RootFlow goes"]
 
 
 def run(*arguments, **options):
@@ -83,8 +146,8 @@ def sections_of(output):
     """What stands under Opening (the feed apart), in the feed, under Closing, and from Summary on."""
     head, summary = output.split("Summary\n")
     head, closing = head.split("Closing\n")
-    opening = [line for line in head.splitlines() if line.startswith("  ")]
-    feed = [line for line in head.splitlines()[1:] if line[:1] in "+~-!=>"]
+    opening = [line for line in head.splitlines() if line.startswith("  ") and not line.startswith("  #")]
+    feed = [line for line in head.splitlines()[1:] if line[:1] in "+~-!=>|^" or line.startswith("  #")]
     return "\n".join(opening), "\n".join(feed) + "\n", closing, "Summary\n" + summary
 
 
@@ -140,7 +203,7 @@ class GivenFolder(Folder):
         self.put("a.report", "Rope frayed")
         result = run(str(self.folder))
         self.assertEqual(0, result.returncode)
-        self.assertIn("+ low     Rope frayed, Quay (Nils)\n+ high    Crane stuck, Quay (Nils)\n= 2 report files so far\n"
+        self.assertIn("+ low     #1 Rope frayed, Quay (Nils)\n+ high    #2 Crane stuck, Quay (Nils)\n= 2 report files so far\n"
                       "Closing\n", result.stdout)
         self.assertIn("alive       flows 0  contexts 0  workers 0  subscriptions 0\n", result.stdout)
         self.assertEqual("", result.stderr)
@@ -185,7 +248,7 @@ class Arguments(unittest.TestCase):
         for option in ("--help", "-h"):
             result = run(option)
             self.assertEqual((0, ""), (result.returncode, result.stderr))
-            self.assertTrue(result.stdout.startswith("fieldbook [OPTION...] [FOLDER]\n"))
+            self.assertTrue(result.stdout.startswith("fieldbook [OPTION...] [FOLDER] [LINK]\n"))
 
     def test_wrong_ones_are_a_message_and_status_2(self):
         for arguments, message in ((["--colour"], 'unknown option "--colour"'), (["a", "b"], "more than one folder"),
@@ -225,12 +288,12 @@ class WatchedFolder(Folder):
     def test_is_followed_until_a_signal_comes(self):
         for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
             with self.subTest(signal=number):
-                self.start("--watch")
+                self.start("--watch", stdin=subprocess.DEVNULL)
                 self.await_output("= 0 report files so far\n")
                 self.put("a.report", "Rope frayed")
-                self.await_output("+ low     Rope frayed, Quay (Nils)\n")
+                self.await_output("+ low     #1 Rope frayed, Quay (Nils)\n")
                 (self.folder / "a.report").unlink()
-                self.await_output("- low     Rope frayed, Quay (Nils)\n")
+                self.await_output("- low     #1 Rope frayed, Quay (Nils)\n")
 
                 self.process.send_signal(number)
 
@@ -250,7 +313,7 @@ class WatchedFolder(Folder):
         self.await_output("alive       flows 0  contexts 0  workers 0  subscriptions 0\n")
         self.assertEqual(1, self.process.wait(PATIENCE))
 
-    def on_terminal(self, environment):
+    def on_terminal(self, environment, typed=()):
         mine, programs = pty.openpty()
         self.addCleanup(os.close, mine)
         self.put("a.report", "Crane stuck", "high")
@@ -261,6 +324,10 @@ class WatchedFolder(Folder):
         os.close(programs)
         self.output = ""
         self.await_output("Ctrl-C ends", mine)
+        self.await_output("upload, end", mine)
+        for command, answer in typed:
+            os.write(mine, command.encode() + b"\n")
+            self.await_output(answer, mine)
         self.process.send_signal(signal.SIGINT)
         self.await_output("subscriptions 0\r\n", mine)
         while "alive" not in self.output:
@@ -269,12 +336,37 @@ class WatchedFolder(Folder):
 
     def test_is_coloured_on_a_terminal(self):
         self.on_terminal({name: value for name, value in os.environ.items() if name != "NO_COLOR"})
-        self.assertIn("\x1b[32m+\x1b[0m \x1b[31mhigh    \x1b[0m\x1b[1mCrane stuck\x1b[0m, Quay", self.output)
+        self.assertIn("\x1b[32m+\x1b[0m \x1b[31mhigh    \x1b[0m#1 \x1b[1mCrane stuck\x1b[0m, Quay", self.output)
 
     def test_is_not_coloured_against_the_will_of_its_reader(self):
         self.on_terminal({**os.environ, "NO_COLOR": "1"})
-        self.assertIn("+ high    Crane stuck, Quay (Nils)\r\n", self.output)
+        self.assertIn("+ high    #1 Crane stuck, Quay (Nils)\r\n", self.output)
         self.assertNotIn("\x1b", self.output)
+
+    def test_obeys_what_is_typed(self):
+        self.put("b.report", "Rope frayed", "low")
+        self.on_terminal({**os.environ, "NO_COLOR": "1"}, [
+            ("sort severity", "= by severity\r\n  #1 high    Crane stuck, Quay\r\n  #2 low     Rope frayed, Quay\r\n"),
+            ("fieldbook://report/1", "| keep people away until it is cleared\r\n"),
+            ("fieldbook://report/3", "! nothing opens fieldbook://report/3\r\n"),
+            ("details off", "= cards are short\r\n"),
+            ("upload", "= 2 to upload\r\n"),
+            ("dance", "= no such command; sort"),
+        ])
+        self.assertIn("uploads     sent 0; given up 0", self.output)
+
+
+class Link(Folder):
+    def test_is_followed_as_soon_as_everything_is_told(self):
+        self.put("a.report", "Crane stuck", "high")
+        result = run(str(self.folder), "fieldbook://report/1")
+        self.assertEqual(0, result.returncode)
+        self.assertIn("= 1 report file so far\n| #1 high    Crane stuck\n| Quay, by Nils\n", result.stdout)
+
+    def test_to_nowhere_is_said_so(self):
+        result = run(str(self.folder), "fieldbook://report/1")
+        self.assertEqual(0, result.returncode)
+        self.assertIn("! nothing opens fieldbook://report/1\n", result.stdout)
 
 
 if __name__ == "__main__":

@@ -1,0 +1,44 @@
+#include "Catalogue.hpp"
+
+#include <algorithm>
+
+namespace fieldbook {
+
+int Catalogue::numberOf(const std::string& file)
+{
+    return m_numbers.try_emplace(file, static_cast<int>(m_numbers.size()) + 1).first->second;
+}
+
+void Catalogue::put(const std::string& file, const Report& report)
+{
+    m_reports.insert_or_assign(numberOf(file), report);
+}
+
+void Catalogue::take(const std::string& file) { m_reports.erase(numberOf(file)); }
+
+const Report* Catalogue::find(int number) const
+{
+    const auto entry = m_reports.find(number);
+    return entry != m_reports.end() ? &entry->second : nullptr;
+}
+
+std::vector<NumberedReport> Catalogue::sorted(SortOrder order) const
+{
+    std::vector<NumberedReport> result;
+    for (const auto& [number, report] : m_reports)
+        result.push_back({number, report});
+    std::stable_sort(result.begin(), result.end(), [order](const auto& first, const auto& second) {
+        switch (order) {
+        case SortOrder::byNumber:
+            return first.number < second.number;
+        case SortOrder::bySeverity:
+            return first.report.severity > second.report.severity; // the gravest first
+        case SortOrder::byPlace:
+            return first.report.place < second.report.place;
+        }
+        return false;
+    });
+    return result;
+}
+
+} // namespace fieldbook

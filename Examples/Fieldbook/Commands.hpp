@@ -1,0 +1,44 @@
+#pragma once
+
+/// @file
+/// What a user may type.
+
+#include "Settings.hpp"
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace fieldbook {
+
+struct Sort {
+    SortOrder order;
+    friend bool operator==(const Sort&, const Sort&) = default;
+};
+struct ShowDetails {
+    bool isOn;
+    friend bool operator==(const ShowDetails&, const ShowDetails&) = default;
+};
+struct Follow {
+    std::string link;
+    friend bool operator==(const Follow&, const Follow&) = default;
+};
+struct Upload {
+    friend bool operator==(const Upload&, const Upload&) = default;
+};
+struct End {
+    friend bool operator==(const End&, const End&) = default;
+};
+struct Unknown {
+    friend bool operator==(const Unknown&, const Unknown&) = default;
+};
+
+using Command = std::variant<Sort, ShowDetails, Follow, Upload, End, Unknown>;
+
+/// Reads a line: `sort severity`, `details off`, `fieldbook://report/4`, `upload`, `end`. The words are taken
+/// as they stand, with one blank between them.
+Command parseCommand(std::string_view line);
+
+/// The commands in one line, for whoever typed something else.
+std::string_view commandHelp();
+
+} // namespace fieldbook

@@ -1,0 +1,35 @@
+#include "Examples/Fieldbook/Commands.hpp"
+
+#include "Examples/Fieldbook/DeepLink.hpp"
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace fieldbook;
+
+TEST(Commands, AreReadAsTheyStand)
+{
+    EXPECT_EQ(parseCommand("sort severity"), Command(Sort{SortOrder::bySeverity}));
+    EXPECT_EQ(parseCommand("sort place"), Command(Sort{SortOrder::byPlace}));
+    EXPECT_EQ(parseCommand("details off"), Command(ShowDetails{false}));
+    EXPECT_EQ(parseCommand("fieldbook://report/4"), Command(Follow{"fieldbook://report/4"}));
+    EXPECT_EQ(parseCommand("upload"), Command(Upload{}));
+    EXPECT_EQ(parseCommand("end"), Command(End{}));
+}
+
+TEST(Commands, AreUnknownOtherwise)
+{
+    for (const auto* line : {"", "sort", "sort age", "Upload", "details maybe", "report/4"})
+        EXPECT_EQ(parseCommand(line), Command(Unknown{})) << line;
+}
+
+TEST(DeepLink, NamesAReportByItsNumber)
+{
+    EXPECT_EQ(DeepLink{"fieldbook://report/42"}.report(), 42);
+    for (const auto* text :
+        {"fieldbook://report/", "fieldbook://report/0", "fieldbook://report/-1", "fieldbook://report/4x",
+            "fieldbook://report/99999999999", "fieldbook://settings", "http://report/4"})
+        EXPECT_EQ(DeepLink{text}.report(), std::nullopt) << text;
+}
+
+} // namespace

@@ -1,0 +1,108 @@
+#include "Examples/Fieldbook/SettingsWorker.hpp"
+
+#include "Examples/Fieldbook/Descriptor.hpp"
+#include <array>
+#include <gtest/gtest.h>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+using namespace fieldbook;
+
+class SettingsWorkerTest : public ::testing::Test {
+protected:
+    SettingsWorkerTest()
+    {
+        session.catalogue.put("a", {"Wasps", "west", "o", Severity::low, ""});
+        session.catalogue.put("b", {"Flood", "east", "o", Severity::high, ""});
+    }
+
+    static std::array<int, 2> makePipe()
+    {
+        std::array<int, 2> ends{};
+        EXPECT_EQ(::pipe(ends.data()), 0);
+        return ends;
+    }
+
+    /// What was printed since the last look, the steps of lives apart.
+    std::string printed()
+    {
+        std::array<char, 4096> bytes{};
+        EXPECT_EQ(::write(ends[1], ".", 1), 1); // so that there is something to read
+        const auto length = ::read(ends[0], bytes.data(), bytes.size());
+        return std::string(bytes.data(), static_cast<std::size_t>(length) - 1);
+    }
+
+    static void post(orrenby::Any order)
+    {
+        orrenby::NotificationCenter::defaultCenter()->post(
+            feedShouldSort, {}, {{orderKey, std::move(order)}});
+    }
+
+    std::array<int, 2> ends = makePipe();
+    Descriptor reader{ends[0]};
+    Descriptor writer{ends[1]};
+    EventLoop loop;
+    Terminal terminal{ends[1], false};
+    Terminal nowhere{-1, false};
+    LifeTrace trace{nowhere};
+    Session session{loop, terminal, trace, "folder", Course::watch};
+    orrenby::Ref<SettingsWorker> worker = orrenby::make<SettingsWorker>(session);
+};
+
+TEST_F(SettingsWorkerTest, ListsTheReportsInTheOrderThatANotificationAsksFor)
+{
+    worker->start();
+
+    post("severity");
+
+    EXPECT_EQ(session.settings->sortOrder.get(), SortOrder::bySeverity);
+    EXPECT_EQ(printed(), "= by severity\n  #2 high    Flood, east\n  #1 low     Wasps, west\n");
+}
+
+TEST_F(SettingsWorkerTest, DoesNotListWhatIsInThatOrderAlready)
+{
+    worker->start();
+
+    post("number");
+
+    EXPECT_EQ(printed(), "");
+}
+
+TEST_F(SettingsWorkerTest, IgnoresAnOrderThatItDoesNotKnow)
+{
+    worker->start();
+
+    post("age");
+    post(3);
+
+    EXPECT_EQ(session.settings->sortOrder.get(), SortOrder::byNumber);
+    EXPECT_EQ(printed(), "");
+}
+
+TEST_F(SettingsWorkerTest, SaysHowCardsWillLook)
+{
+    worker->start();
+
+    session.settings->isDetailed = false;
+    session.settings->isDetailed = false;
+
+    EXPECT_EQ(printed(), "= cards are short\n");
+}
+
+TEST_F(SettingsWorkerTest, LeavesNoRegistrationBehindWhenItStops)
+{
+    const auto before = orrenby::NotificationCenter::defaultCenter()->observerCount();
+    worker->start();
+    EXPECT_EQ(session.settings->observerCount(), 2U);
+
+    worker->stop();
+    post("severity");
+
+    EXPECT_EQ(session.settings->observerCount(), 0U);
+    EXPECT_EQ(orrenby::NotificationCenter::defaultCenter()->observerCount(), before);
+    EXPECT_EQ(printed(), "");
+}
+
+} // namespace
