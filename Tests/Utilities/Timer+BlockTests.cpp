@@ -1,0 +1,164 @@
+#include "Orrenby/Utilities/Timer+Block.hpp"
+
+#include "Orrenby/Platform/Scheduling/RunLoop.hpp"
+#include "Tests/Support/ManualWorld.hpp"
+#include <gmock/gmock.h>
+#include <string>
+#include <vector>
+
+using namespace orrenby;
+using orrenby::testing::ManualWorld;
+using orrenby::testing::onThreadOfItsOwn;
+using ::testing::ElementsAre;
+
+namespace {
+
+template <class F> void inManualWorld(F&& body)
+{
+    const auto world = ManualWorld();
+    onThreadOfItsOwn(body);
+}
+
+int calls = 0;
+void countTheCall(Timer&) { ++calls; }
+
+void expectNothingHappens(Any userInfo)
+{
+    const auto timer = Timer::timerWithTimeInterval(1, true, {.userInfo = std::move(userInfo)}, nullptr);
+
+    timerFired(*timer);
+
+    EXPECT_TRUE(timer->isValid());
+}
+
+} // namespace
+
+TEST(TimerBlock, IsCalledOnceInTheDefaultMode)
+{
+    inManualWorld([] {
+        //! [Scheduling in one call]
+        std::vector<std::string> events;
+        scheduledTimer(3, false, [&](Timer&) { events.emplace_back("reminded"); });
+        const auto blink = scheduledTimer(
+            2, true, UITrackingRunLoopMode, [&](Timer&) { events.emplace_back("blinked"); });
+
+        RunLoop::current().runFor(5);
+        RunLoop::current().run(UITrackingRunLoopMode, Date::now() + 2);
+        //! [Scheduling in one call]
+
+        EXPECT_THAT(events, ElementsAre("reminded", "blinked", "blinked"));
+    });
+}
+
+TEST(TimerBlock, IsCalledWithItsTimerEachTime)
+{
+    inManualWorld([] {
+        std::vector<Timer*> received;
+        const auto timer = scheduledTimer(1, true, [&](Timer& self) { received.push_back(&self); });
+
+        RunLoop::current().runFor(2);
+
+        EXPECT_THAT(received, ElementsAre(timer.get(), timer.get()));
+    });
+}
+
+TEST(TimerBlock, IsScheduledInTheDefaultModeByItsText)
+{
+    inManualWorld([] {
+        const auto timer = scheduledTimer(4, false, std::string("kCFRunLoopDefaultMode"), nullptr);
+
+        EXPECT_EQ(RunLoop::current().nextFireDate(NSDefaultRunLoopMode), Date::now() + 4);
+        EXPECT_EQ(RunLoop::current().nextFireDate(UITrackingRunLoopMode), std::nullopt);
+    });
+}
+
+TEST(TimerBlock, IsScheduledInAnotherModeAlone)
+{
+    inManualWorld([] {
+        const auto timer = scheduledTimer(4, true, "own", nullptr);
+
+        EXPECT_EQ(RunLoop::current().nextFireDate("own"), Date::now() + 4);
+        EXPECT_EQ(RunLoop::current().nextFireDate(NSDefaultRunLoopMode), std::nullopt);
+        EXPECT_EQ(timer->timeInterval(), 4);
+    });
+}
+
+TEST(TimerBlock, IsScheduledInAllCommonModes)
+{
+    inManualWorld([] {
+        const auto timer = scheduledTimer(4, true, NSRunLoopCommonModes, nullptr);
+
+        EXPECT_EQ(RunLoop::current().nextFireDate(NSDefaultRunLoopMode), Date::now() + 4);
+        EXPECT_EQ(RunLoop::current().nextFireDate(UITrackingRunLoopMode), Date::now() + 4);
+    });
+}
+
+TEST(TimerBlock, IsScheduledByItsOtherNameTheSameWay)
+{
+    inManualWorld([] {
+        int count = 0;
+        const auto timer = scheduledTimerWithDuration(2, true, [&](Timer&) { ++count; });
+
+        RunLoop::current().runFor(4);
+
+        EXPECT_EQ(count, 2);
+    });
+}
+
+TEST(TimerBlock, CarriedAsUserInfoIsCalledWithTheTimer)
+{
+    Timer* received = nullptr;
+    const auto block = TimerBlock([&](Timer& timer) { received = &timer; });
+    const auto timer = Timer::timerWithTimeInterval(1, true, {.userInfo = block}, nullptr);
+
+    timerFired(*timer);
+
+    EXPECT_EQ(received, timer.get());
+}
+
+TEST(TimerBlock, CarriedAsAFunctionIsCalled)
+{
+    calls = 0;
+    const auto timer = Timer::timerWithTimeInterval(1, true, {.userInfo = &countTheCall}, nullptr);
+
+    timerFired(*timer);
+
+    EXPECT_EQ(calls, 1);
+}
+
+TEST(TimerBlock, CarriedAsUserInfoMayEndItsTimer)
+{
+    const auto token = std::make_shared<int>(7);
+    const auto block = TimerBlock([token](Timer& timer) {
+        timer.invalidate();
+        EXPECT_EQ(*token, 7);
+    });
+    const auto timer = Timer::timerWithTimeInterval(1, true, {.userInfo = block}, nullptr);
+
+    timerFired(*timer);
+
+    EXPECT_FALSE(timer->isValid());
+}
+
+TEST(TimerBlock, ServesAsTheBlockOfATimerThatCarriesAnother)
+{
+    inManualWorld([] {
+        int count = 0;
+        const auto carried = TimerBlock([&](Timer&) { ++count; });
+        const auto timer = Timer::scheduledTimerWithTimeInterval(1, false, {.userInfo = carried}, timerFired);
+
+        RunLoop::current().run();
+
+        EXPECT_EQ(count, 1);
+    });
+}
+
+TEST(TimerBlock, IsMissedSilently)
+{
+    expectNothingHappens(Any());
+    expectNothingHappens("text");
+    expectNothingHappens(7);
+    expectNothingHappens(TimerBlock());
+    expectNothingHappens(static_cast<void (*)(Timer&)>(nullptr));
+    expectNothingHappens(std::function<void()>([] { ADD_FAILURE() << "takes no timer"; }));
+}
