@@ -125,6 +125,7 @@
 #include "Orrenby/Platform/Scheduling/RunLoopMode.hpp"
 #include "Orrenby/Platform/Scheduling/Thread.hpp"
 #include "Orrenby/Platform/Scheduling/Timer.hpp"
+#include "Orrenby/Platform/Text/EmailPattern.hpp"
 #include "Orrenby/Platform/Time/Date.hpp"
 #include "Orrenby/Platform/World/Bundle.hpp"
 #include "Orrenby/Platform/World/Clock.hpp"

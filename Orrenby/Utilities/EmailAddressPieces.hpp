@@ -1,0 +1,15 @@
+#pragma once
+
+/// @file
+/// What an address and its rules take apart.
+
+#include "Orrenby/Platform/Export.hpp"
+#include <string_view>
+#include <vector>
+
+namespace orrenby::inline ORRENBY_ABI::detail {
+
+/// The pieces between the separators, without empty ones. They point into the text.
+ORRENBY_EXPORT std::vector<std::string_view> nonEmptyPieces(std::string_view text, char separator);
+
+} // namespace orrenby::inline ORRENBY_ABI::detail
