@@ -5,6 +5,7 @@
 
 #include "Orrenby/Utilities/Streams/More/PublisherOperation.hpp"
 #include "Orrenby/Utilities/Streams/More/Staged.hpp"
+#include <exception>
 #include <functional>
 #include <optional>
 
@@ -49,7 +50,7 @@ struct TryDistinctBy {
                     last.reset();
                     return next(Result::error(AnyError(*payload.asError())));
                 }
-                auto failure = std::optional<AnyError>();
+                auto thrown = std::exception_ptr();
                 try {
                     auto key = std::optional<Key>(std::invoke(makeKey, *payload.asValue()));
                     if (last == key)
@@ -57,9 +58,9 @@ struct TryDistinctBy {
                     last = std::move(key);
                 } catch (...) {
                     last.reset();
-                    failure.emplace(std::current_exception());
+                    thrown = std::current_exception();
                 }
-                next(failure ? Result::error(*std::move(failure)) : Result::value(*payload.asValue()));
+                next(thrown ? Result::error(AnyError(thrown)) : Result::value(*payload.asValue()));
             };
         });
     }
