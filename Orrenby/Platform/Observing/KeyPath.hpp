@@ -7,7 +7,7 @@
 #include "Orrenby/Platform/Objects/FatalError.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Observing/KeyPathForms.hpp"
-#include "Orrenby/Platform/Observing/KeyPathSteps.hpp"
+#include "Orrenby/Platform/Observing/KeyPathTypes.hpp"
 #include <concepts>
 #include <functional>
 #include <memory>

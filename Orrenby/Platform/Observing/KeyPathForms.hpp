@@ -6,6 +6,7 @@
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Observing/KeyPathSteps.hpp"
+#include "Orrenby/Platform/Observing/KeyPathTypes.hpp"
 #include <functional>
 #include <memory>
 #include <optional>
@@ -13,13 +14,6 @@
 #include <tuple>
 #include <type_traits>
 #include <utility>
-
-namespace orrenby::inline ORRENBY_ABI {
-
-template <typename Root, typename Value> class KeyPath;
-template <typename Root, typename Value> class WritableKeyPath;
-
-} // namespace orrenby
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 

@@ -95,14 +95,14 @@ template <typename Last> struct LastOf<Last> {
 
 template <typename Root, typename First, typename... Rest> constexpr bool isWritableAlong()
 {
-    using Slot = SlotIn<Root, First>;
+    using Place = SlotIn<Root, First>;
     using Next = Target<ValueOf<First>>;
     if constexpr (sizeof...(Rest) == 0)
-        return SlotTraits<Slot>::isWritable;
+        return SlotTraits<Place>::isWritable;
     else if constexpr (Next::isElsewhere)
         return isWritableAlong<typename Next::type, Rest...>();
     else
-        return SlotTraits<Slot>::isWritable && isWritableAlong<typename Next::type, Rest...>();
+        return SlotTraits<Place>::isWritable && isWritableAlong<typename Next::type, Rest...>();
 }
 
 /// Whether observers can follow the path: every step has a key, and every step but the last leads on to an
@@ -154,8 +154,8 @@ bool readAlong(const Root& root, const Use& use, First first, Rest... rest)
 template <typename Root, typename Value, typename First, typename... Rest>
 bool writeAlong(Root& root, Value&& value, First first, Rest... rest)
 {
-    using Slot = typename MemberTypes<First>::Slot;
-    using Traits = SlotTraits<Slot>;
+    using Place = typename MemberTypes<First>::Slot;
+    using Traits = SlotTraits<Place>;
     auto& slot = root.*first;
     if constexpr (sizeof...(Rest) == 0) {
         Traits::write(slot, std::forward<Value>(value));
@@ -167,7 +167,7 @@ bool writeAlong(Root& root, Value&& value, First first, Rest... rest)
         if constexpr (Target<ValueOf<First>>::isElsewhere) {
             decltype(auto) pointer = Traits::read(slot);
             return Target<ValueOf<First>>::enter(pointer, writeOn);
-        } else if constexpr (std::is_same_v<Slot, ValueOf<First>>)
+        } else if constexpr (std::is_same_v<Place, ValueOf<First>>)
             return Target<ValueOf<First>>::enter(slot, writeOn);
         else {
             auto copy = Traits::read(slot);

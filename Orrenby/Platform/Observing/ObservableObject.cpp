@@ -21,7 +21,7 @@ void ObservableObject::addObserver(const Ref<KeyValueObserver>& observer, std::s
     ObservingOptions options, [[maybe_unused]] TraceSite site)
 {
 #ifdef ORRENBY_DIAGNOSTICS
-    Trace::report(Trace::Kind::Subscribe, typeName(*this), site);
+    Trace::report(Trace::Kind::Attach, typeName(*this), site);
 #endif
     if (observer == nullptr)
         fatalError("There is no observer to register", "Platform/ObservableObject", 28);
@@ -41,10 +41,15 @@ void ObservableObject::addObserver(const Ref<KeyValueObserver>& observer, std::s
     tellInitial();
 }
 
-void ObservableObject::removeObserver(const KeyValueObserver& observer, std::string_view keyPath)
+void ObservableObject::removeObserver(
+    const KeyValueObserver& observer, std::string_view keyPath, [[maybe_unused]] TraceSite site)
 {
-    if (const auto core = detail::ObservingCore::find(*this))
-        core->remove(observer, keyPath);
+    const auto core = detail::ObservingCore::find(*this);
+    if (!core || !core->remove(observer, keyPath))
+        return;
+#ifdef ORRENBY_DIAGNOSTICS
+    Trace::report(Trace::Kind::Detach, typeName(*this), site);
+#endif
 }
 
 void ObservableObject::willChangeValue(std::string_view key)

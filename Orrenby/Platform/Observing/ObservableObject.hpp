@@ -62,7 +62,8 @@ public:
     ///
     /// It takes effect at once on the calling thread, also for a change that is being told. Another thread
     /// may be inside the observer at this moment.
-    void removeObserver(const KeyValueObserver& observer, std::string_view keyPath);
+    void removeObserver(
+        const KeyValueObserver& observer, std::string_view keyPath, TraceSite site = TraceSite::current());
 
     /// Says that the value of `key` is about to change: reads the old value for those who asked for it and
     /// calls those who want to be told before. A `didChangeValue` on the same thread must follow.
@@ -97,7 +98,6 @@ private:
     friend class detail::ObservingCore;
 
     const detail::ObservableKey* declaredKey(std::string_view key) const noexcept;
-    detail::ObservingCore& core();
 
     std::atomic<detail::ObservingCore*> m_core = nullptr;
     /// The latest declared key, which leads to the earlier ones.

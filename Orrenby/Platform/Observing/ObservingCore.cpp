@@ -101,7 +101,7 @@ void ObservingCore::detach(const PathRegistration& registration, std::size_t lev
     updateBits();
 }
 
-void ObservingCore::remove(const KeyValueObserver& observer, std::string_view keyPath)
+bool ObservingCore::remove(const KeyValueObserver& observer, std::string_view keyPath)
 {
     Ref<PathRegistration> registration;
     {
@@ -119,6 +119,7 @@ void ObservingCore::remove(const KeyValueObserver& observer, std::string_view ke
     if (registration)
         registration->end();
     dropOrphans();
+    return registration != nullptr;
 }
 
 void ObservingCore::dropOrphans()

@@ -54,8 +54,8 @@ public:
     void add(const Ref<PathRegistration>& registration);
     void attach(Ref<PathRegistration> registration, std::size_t level);
     void detach(const PathRegistration& registration, std::size_t level);
-    /// Takes back the latest registration of `observer` for `keyPath`.
-    void remove(const KeyValueObserver& observer, std::string_view keyPath);
+    /// Takes back the latest registration of `observer` for `keyPath`; false when there is none.
+    bool remove(const KeyValueObserver& observer, std::string_view keyPath);
     std::size_t observerCount();
     void objectEnds() noexcept;
 

@@ -25,13 +25,7 @@ public:
     operator const T&() const noexcept { return m_value; }
 
     /// Stores `value`. Observers are told of every call, also when it brings an equal value.
-    void set(T value)
-    {
-        if (isObserved())
-            change([&] { m_value = std::move(value); });
-        else
-            m_value = std::move(value);
-    }
+    void set(T value) { take(value); }
 
     /// Changes the value in place as one change, which observers are told of.
     template <std::invocable<T&> Change> void modify(Change&& makeChange)
@@ -43,11 +37,24 @@ public:
     }
 
 protected:
+    PropertyValue(ObservableObject& owner, const KeyDescription& description)
+        : ObservableKey(owner, description)
+        , m_value()
+    {}
     PropertyValue(ObservableObject& owner, const KeyDescription& description, T value)
         : ObservableKey(owner, description)
         , m_value(std::move(value))
     {}
     ~PropertyValue() override = default;
+
+    /// Sets the value to what is moved out of `value`.
+    void take(T& value)
+    {
+        if (isObserved())
+            change([&] { m_value = std::move(value); });
+        else
+            m_value = std::move(value);
+    }
 
 private:
     Any anyValue() const override { return observedValue(m_value); }
@@ -70,14 +77,19 @@ private:
 /// as with any member, the threads that read and set it must agree among themselves.
 template <typename T, KeyName Name> class Property final : public detail::PropertyValue<T> {
 public:
-    /// Declares the value to the object that holds it: `Property<int, "age"> age{*this, 18};`
-    explicit Property(ObservableObject& owner, T value = T())
+    /// Declares the value to the object that holds it, with the value that `T()` is.
+    explicit Property(ObservableObject& owner)
+        : detail::PropertyValue<T>(owner, detail::keyDescription<Name>)
+    {}
+
+    /// The same with a value of its own: `Property<int, "age"> age{*this, 18};`
+    Property(ObservableObject& owner, T value)
         : detail::PropertyValue<T>(owner, detail::keyDescription<Name>, std::move(value))
     {}
 
     Property& operator=(T value)
     {
-        this->set(std::move(value));
+        this->take(value);
         return *this;
     }
 };

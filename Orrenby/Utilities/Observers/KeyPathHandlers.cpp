@@ -46,9 +46,9 @@ void KeyPathHandlers::observe(std::string_view keyPath, Handler handler, TraceSi
     m_object->addObserver(self(), keyPath, {.new_ = true, .old = true}, site);
 }
 
-void KeyPathHandlers::unobserve(std::string_view keyPath)
+void KeyPathHandlers::unobserve(std::string_view keyPath, TraceSite site)
 {
-    m_object->removeObserver(*this, keyPath);
+    m_object->removeObserver(*this, keyPath, site);
     const auto known = find(m_handlers, keyPath);
     if (known == m_handlers.end())
         return;
@@ -57,13 +57,13 @@ void KeyPathHandlers::unobserve(std::string_view keyPath)
     m_handlers.erase(known);
 }
 
-void KeyPathHandlers::unobserveAll()
+void KeyPathHandlers::unobserveAll(TraceSite site)
 {
     std::vector<std::string> keyPaths;
     for (const auto& [keyPath, handler] : m_handlers)
         keyPaths.push_back(keyPath);
     for (const auto& keyPath : keyPaths)
-        unobserve(keyPath);
+        unobserve(keyPath, site);
 }
 
 void KeyPathHandlers::observeValue(

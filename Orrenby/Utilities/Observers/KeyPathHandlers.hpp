@@ -26,7 +26,7 @@ class ORRENBY_EXPORT KeyPathHandlers : public Lifetime,
                                        public std::enable_shared_from_this<KeyPathHandlers> {
 public:
     /// Takes back all registrations, in the order in which their paths were first observed.
-    void unobserveAll();
+    void unobserveAll(TraceSite site = TraceSite::current());
 
     /// Passes a change on to the handler of its path. Called by the object.
     void observeValue(
@@ -45,7 +45,7 @@ protected:
         return m_object->valueForKeyPath(keyPath);
     }
     void observe(std::string_view keyPath, Handler handler, TraceSite site);
-    void unobserve(std::string_view keyPath);
+    void unobserve(std::string_view keyPath, TraceSite site);
 
 private:
     void release() noexcept final;

@@ -83,10 +83,11 @@ public:
     }
 
     /// Takes back the latest registration for `path`, and its handler. Ignored when there is none.
-    template <detail::BaseOf<Observed> Root, typename Value> void unobserve(const KeyPath<Root, Value>& path)
+    template <detail::BaseOf<Observed> Root, typename Value>
+    void unobserve(const KeyPath<Root, Value>& path, TraceSite site = TraceSite::current())
     {
         if (const auto keyPath = path.codingString())
-            KeyPathHandlers::unobserve(*keyPath);
+            KeyPathHandlers::unobserve(*keyPath, site);
     }
 
 private:

@@ -11,6 +11,7 @@
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/Trace.hpp"
 #include "Orrenby/Platform/Objects/TypeName.hpp"
+#include "Orrenby/Platform/Observing/KeyPathTypes.hpp"
 #include "Orrenby/Utilities/ObjectIdentifier.hpp"
 #include "Orrenby/Utilities/Streams/AnyCancellable.hpp"
 #include "Orrenby/Utilities/Streams/Payload.hpp"
@@ -104,6 +105,25 @@ public:
                 const auto* const value = payload.asValue();
                 if (const auto root = value ? target.lock() : nullptr)
                     (*root).*member = *value;
+            },
+            site);
+    }
+
+    /// Writes every value along a key path that starts at `object`; see `keyPath` in
+    /// Platform/Observing/KeyPath.hpp. Otherwise as for a data member. A value that finds an empty reference
+    /// on its way is discarded.
+    ///
+    /// @snippet Tests/Contracts/Streams/AssignKeyPathTests.cpp Assigning along a key path
+    template <typename Root, typename Value, typename Target>
+        requires std::derived_from<Target, Root> && std::convertible_to<const Output&, Value>
+    [[nodiscard]] AnyCancellable assign(WritableKeyPath<Root, Value> path, const Ref<Target>& object,
+        TraceSite site = TraceSite::current()) const
+    {
+        return sink(
+            [path = std::move(path), target = WeakRef<Target>(object)](const Payload& payload) {
+                const auto* const value = payload.asValue();
+                if (const auto root = value ? target.lock() : nullptr)
+                    path.set(*root, *value);
             },
             site);
     }

@@ -322,6 +322,28 @@ TEST(ObservableObject, ForgetsAnOpenChangeWithItself)
     EXPECT_EQ(recorder.use_count(), 1);
 }
 
+TEST(ObservableObject, ReportsRegistrationsInTheDiagnosticBuildOnly)
+{
+    static std::vector<std::string> reports;
+    Trace::onEvent([](const Trace::Event& event) {
+        reports.push_back((event.kind == Trace::Kind::Attach ? "attach " : "detach ")
+            + std::string(event.subject) + " in " + std::string(event.site.function()));
+    });
+    Person person;
+    const auto recorder = makeRecorder();
+
+    person.addObserver(recorder, "age");
+    person.removeObserver(*recorder, "age");
+    person.removeObserver(*recorder, "age");
+    Trace::onEvent(nullptr);
+
+#ifdef ORRENBY_DIAGNOSTICS
+    EXPECT_THAT(reports, ElementsAre("attach Person in TestBody", "detach Person in TestBody"));
+#else
+    EXPECT_THAT(reports, IsEmpty());
+#endif
+}
+
 TEST(ObservableObject, IsNotCopied)
 {
     EXPECT_FALSE(std::is_copy_constructible_v<Person>);

@@ -200,12 +200,13 @@ TEST(ObservingPath, LeadsThroughAnOptionalReference)
         Property<std::optional<Ref<Address>>, "address"> address{*this};
     };
     House house;
+    const std::optional<Ref<Address>> nowhere;
     const auto recorder = makeRecorder();
     house.addObserver(recorder, "address.city", oldAndNew);
 
     house.address = std::make_shared<Address>();
     house.address.get().value()->city = "Oslo";
-    house.address = std::nullopt;
+    house.address = nowhere;
 
     EXPECT_THAT(recorder->told,
         ElementsAre("address.city: none -> \"Rome\"", "address.city: \"Rome\" -> \"Oslo\"",
