@@ -73,7 +73,7 @@ void RunLoop::addTimer(const Ref<Timer>& timer, std::string_view mode, [[maybe_u
 {
     Trace::report(Trace::Kind::Schedule, "Timer", site);
     if (timer)
-        timer->add(m_core, mode);
+        timer->add(std::shared_ptr(m_core), mode); // a copy: firing it may end the loop's thread
 }
 
 DescriptorWatch RunLoop::watch(

@@ -43,10 +43,10 @@ bool RunLoopCore::isCurrent() const noexcept
 
 void RunLoopCore::execute(Job& job)
 {
-    {
-        const auto lock = std::lock_guard(m_mutex);
-        append(job);
-    }
+    // What is handed over may end the loop's thread, whose `close` waits for the lock: ring before it is
+    // free.
+    const auto lock = std::lock_guard(m_mutex);
+    append(job);
     m_alarm.ring();
 }
 
@@ -66,11 +66,9 @@ void RunLoopCore::perform(UniqueFunction<void()> block, std::string_view mode)
         execute(*new PerformedBlock(std::move(block)));
         return;
     }
-    {
-        const auto lock = std::lock_guard(m_mutex);
-        modeNamed(mode).blocks.push_back({m_blocksHandedOver, m_jobsHandedOver, std::move(block)});
-        ++m_blocksHandedOver;
-    }
+    const auto lock = std::lock_guard(m_mutex);
+    modeNamed(mode).blocks.push_back({m_blocksHandedOver, m_jobsHandedOver, std::move(block)});
+    ++m_blocksHandedOver;
     m_alarm.ring();
 }
 
@@ -79,11 +77,9 @@ DescriptorWatch RunLoopCore::watch(int descriptor, std::string_view mode, Unique
     const auto entry = std::make_shared<DescriptorEntry>();
     entry->descriptor = descriptor;
     entry->onReadable = std::move(onReadable);
-    {
-        const auto lock = std::lock_guard(m_mutex);
-        entry->modes = modesNamedLocked(mode);
-        m_watches.push_back(entry);
-    }
+    const auto lock = std::lock_guard(m_mutex);
+    entry->modes = modesNamedLocked(mode);
+    m_watches.push_back(entry);
     m_alarm.ring();
     return {weak_from_this(), entry};
 }
@@ -116,12 +112,10 @@ bool RunLoopCore::isActive(const DescriptorEntry& entry) const
 
 void RunLoopCore::stop()
 {
-    {
-        const auto lock = std::lock_guard(m_mutex);
-        if (m_frame == nullptr)
-            return;
-        m_frame->isStopped = true;
-    }
+    const auto lock = std::lock_guard(m_mutex);
+    if (m_frame == nullptr)
+        return;
+    m_frame->isStopped = true;
     m_alarm.ring();
 }
 
