@@ -50,11 +50,6 @@ Ref<Timer> Timer::timerWithTimeInterval(double seconds, bool repeats, TimerOptio
     return std::make_shared<Timer>(Key(), seconds, repeats, std::move(options), std::move(block));
 }
 
-Ref<Timer> Timer::scheduledTimerWithTimeInterval(double seconds, bool repeats, Block block, TraceSite site)
-{
-    return scheduledTimerWithTimeInterval(seconds, repeats, {}, std::move(block), site);
-}
-
 Ref<Timer> Timer::scheduledTimerWithTimeInterval(
     double seconds, bool repeats, TimerOptions options, Block block, TraceSite site)
 {

@@ -15,6 +15,8 @@
 #include <memory>
 #include <mutex>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -77,10 +79,17 @@ public:
     static Ref<Timer> timerWithTimeInterval(double seconds, bool repeats, TimerOptions options, Block block);
 
     /// The same, added to the current run loop in its default mode.
-    static Ref<Timer> scheduledTimerWithTimeInterval(
-        double seconds, bool repeats, Block block, TraceSite site = TraceSite::current());
     static Ref<Timer> scheduledTimerWithTimeInterval(double seconds, bool repeats, TimerOptions options,
         Block block, TraceSite site = TraceSite::current());
+    // A template, so that options in braces are never tried as a block.
+    template <class F>
+        requires std::is_constructible_v<Block, F>
+    static Ref<Timer> scheduledTimerWithTimeInterval(
+        double seconds, bool repeats, F&& block, TraceSite site = TraceSite::current())
+    {
+        return scheduledTimerWithTimeInterval(
+            seconds, repeats, TimerOptions(), Block(std::forward<F>(block)), site);
+    }
 
     /// Calls the block now, on the calling thread, whether or not a loop has the timer. The rhythm of a
     /// repeating one stays as it is; a non-repeating one is invalid afterwards. Nothing happens while the
