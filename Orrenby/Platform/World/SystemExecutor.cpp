@@ -28,9 +28,11 @@ SystemExecutor::SystemExecutor()
 
 void SystemExecutor::execute(Job& job)
 {
-    const auto lock = std::lock_guard(m_mutex);
-    append(job);
-    callThread();
+    notify([&] {
+        const auto lock = std::lock_guard(m_mutex);
+        append(job);
+        return threadToCall();
+    }());
 }
 
 void SystemExecutor::executeAt(double deadline, Job& job)
@@ -128,16 +130,19 @@ void SystemExecutor::sleep(std::unique_lock<std::mutex>& lock) noexcept
     m_hasTimekeeper = false;
 }
 
-void SystemExecutor::callThread() noexcept
+void SystemExecutor::callThread() noexcept { notify(threadToCall()); }
+
+std::condition_variable* SystemExecutor::threadToCall() noexcept
 {
     if (m_isOneComing || !(mayBegin() || lacksTimekeeper()))
-        return;
+        return nullptr;
+    std::condition_variable* called = nullptr;
     if (m_asleep > 0)
-        m_work.notify_one();
+        called = &m_work;
     else if (m_hasTimekeeper)
-        m_time.notify_one();
+        called = &m_time;
     else if (m_total == m_width + spareLimit)
-        return;
+        return nullptr;
     else
         try {
             std::thread([this] { serve(); }).detach();
@@ -145,9 +150,16 @@ void SystemExecutor::callThread() noexcept
         } catch (const std::system_error&) {
             if (m_total == 0)
                 fatalError("No thread can be started", "Platform/World/Executor", 144);
-            return; // those that run come back
+            return nullptr; // those that run come back
         }
     m_isOneComing = true;
+    return called;
+}
+
+void SystemExecutor::notify(std::condition_variable* called) noexcept
+{
+    if (called)
+        called->notify_one();
 }
 
 } // namespace orrenby::inline ORRENBY_ABI::detail

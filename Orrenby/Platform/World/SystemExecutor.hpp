@@ -54,6 +54,10 @@ private:
     /// Sees to it that a thread comes to look, if there is something for it to do. One at a time is called:
     /// it calls the next when it has found work.
     void callThread() noexcept;
+    /// The same, but leaves it to the caller to notify, which is better done without the lock: who wakes
+    /// would run into it.
+    [[nodiscard]] std::condition_variable* threadToCall() noexcept;
+    static void notify(std::condition_variable* called) noexcept;
     bool mayBegin() const noexcept { return m_first != nullptr && m_running < m_width; }
     bool lacksTimekeeper() const noexcept
     {

@@ -206,7 +206,8 @@ public:
     /// Delivers everything on `queue`, in its order, also where the queue runs several jobs at a time.
     ///
     /// The first value posts one job for all that are sent until it begins, so a value costs no job of its
-    /// own, and its place among other work of the queue is that of the first. After `cancel()` nothing of
+    /// own, and its place among other work of the queue is that of the first. A job that follows a small
+    /// batch waits some microseconds for more. After `cancel()` nothing of
     /// what waits in the queue is delivered. What waits has no bound but memory.
     ///
     /// @snippet Tests/Contracts/Streams/ReceiveOnTests.cpp Going on in a queue

@@ -42,17 +42,20 @@ protected:
 private:
     class Posted;
 
-    /// Makes what has gathered the batch to deliver; false if nothing has. Under the lock.
-    virtual bool takeBatch() noexcept = 0;
+    /// Makes what has gathered the batch to deliver, and gives how much that is. Under the lock.
+    virtual std::size_t takeBatch() noexcept = 0;
     virtual void deliverBatch() noexcept = 0;
 
     void post() noexcept;
     void run() noexcept;
+    bool takeNext() noexcept;
+    void letGather() const noexcept;
     void drop() noexcept;
 
     Subscription& m_subscription;
     const QueueScheduler& m_scheduler;
     SpinLock m_lock;
+    std::atomic<bool> m_wasSmall = false;        // the batch before
     bool m_isPosted = false;                     // a job waits in the queue
     bool m_isBehind = false;                     // a job came while another one delivered
     std::atomic<std::uintptr_t> m_deliverer = 0; // 0 while nobody delivers

@@ -34,11 +34,11 @@ public:
     }
 
 private:
-    bool takeBatch() noexcept override
+    std::size_t takeBatch() noexcept override
     {
         std::swap(m_gathered, m_batch);
         m_batchEnds = std::exchange(m_hasEnded, false);
-        return m_batchEnds || !m_batch.empty();
+        return m_batch.size() + m_batchEnds;
     }
 
     void deliverBatch() noexcept override
