@@ -123,14 +123,22 @@ TEST_P(QueueOrderContract, TakesDelayedWorkByItsMomentAndThenByTheOrderOfTheCall
 {
     auto notes = Notes();
     auto done = detail::Signal();
+    auto missing = std::atomic(3);
+    const auto noting = [&](int number) {
+        return [&, note = notes.adding(number)]() mutable {
+            note();
+            if (--missing == 0)
+                done.set();
+        };
+    };
 
-    queue->asyncAfter(0.004, [&] { queue->barrierAsync([&] { done.set(); }); });
-    queue->asyncAfter(0.003, notes.adding(3));
-    queue->asyncAfter(0.001, notes.adding(1));
-    queue->asyncAfter(0.002, notes.adding(2));
+    queue->asyncAfter(0.003, noting(3));
+    queue->asyncAfter(0.001, noting(1));
+    queue->asyncAfter(0.002, noting(2));
     waitFor(done);
 
-    if (isOrdered())
+    // In real time this thread may be held up between the calls.
+    if (isVirtual())
         EXPECT_THAT(notes.numbers(), ElementsAre(1, 2, 3));
     else
         EXPECT_THAT(notes.numbers(), UnorderedElementsAreArray({1, 2, 3}));
