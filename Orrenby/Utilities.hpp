@@ -100,6 +100,7 @@
 #include "Orrenby/Utilities/Streams/More/WakeUps.hpp"
 #include "Orrenby/Utilities/Streams/PassthroughSubject.hpp"
 #include "Orrenby/Utilities/Streams/Payload.hpp"
+#include "Orrenby/Utilities/Streams/SourceOperations.hpp"
 #include "Orrenby/Utilities/Streams/StreamsPublisher.hpp"
 #include "Orrenby/Utilities/Streams/SubjectOperations.hpp"
 #include "Orrenby/Utilities/Synchronized.hpp"

@@ -1,5 +1,6 @@
 #include "FeedPrinter.hpp"
 
+#include "Cases.hpp"
 #include "Text.hpp"
 #include <cstddef>
 #include <string>
@@ -8,11 +9,6 @@
 namespace fieldbook {
 
 namespace {
-
-template <class... Callables> struct Cases : Callables... {
-    using Callables::operator()...;
-};
-template <class... Callables> Cases(Callables...) -> Cases<Callables...>;
 
 std::string countedReports(std::size_t count)
 {

@@ -1,5 +1,6 @@
 #include "RootFlow.hpp"
 
+#include "Cases.hpp"
 #include "Commands.hpp"
 #include "FeedFlow.hpp"
 #include "Orrenby/Platform/Observing/NotificationCenter.hpp"
@@ -10,15 +11,6 @@
 #include <variant>
 
 namespace fieldbook {
-
-namespace {
-
-template <class... Callables> struct Cases : Callables... {
-    using Callables::operator()...;
-};
-template <class... Callables> Cases(Callables...) -> Cases<Callables...>;
-
-} // namespace
 
 RootFlow::RootFlow(Session& session)
     : AbstractFlow(orrenby::make<RootContext>(session), orrenby::Void())

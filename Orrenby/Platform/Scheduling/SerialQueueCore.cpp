@@ -1,6 +1,6 @@
 #include "Orrenby/Platform/Scheduling/SerialQueueCore.hpp"
 
-#include "Orrenby/Platform/Engines/Ground/Backoff.hpp"
+#include "Orrenby/Platform/Scheduling/Backoff.hpp"
 #include "Orrenby/Platform/World/World.hpp"
 #include <utility>
 

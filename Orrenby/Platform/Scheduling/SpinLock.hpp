@@ -3,8 +3,8 @@
 /// @file
 /// A lock for a few instructions. Not in the umbrella header: part of the queues' own workings.
 
-#include "Orrenby/Platform/Engines/Ground/Backoff.hpp"
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Scheduling/Backoff.hpp"
 #include <atomic>
 
 namespace orrenby::inline ORRENBY_ABI::detail {

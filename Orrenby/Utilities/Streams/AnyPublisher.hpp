@@ -17,6 +17,7 @@
 #include "Orrenby/Utilities/Streams/Payload.hpp"
 #include <concepts>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <tuple>
 #include <type_traits>
@@ -89,7 +90,7 @@ public:
     [[nodiscard]] AnyCancellable bind(Callback receiveValue, TraceSite site = TraceSite::current()) const
     {
         return sink([receiveValue = std::move(receiveValue)](
-                        const Payload& payload) mutable { receiveValue(payload.value()); },
+                        const Payload& payload) mutable { std::invoke(receiveValue, payload.value()); },
             site);
     }
 
@@ -142,7 +143,7 @@ public:
         return mapped<Result>([transform = std::move(transform)](const Payload& payload) {
             // Where no failure can exist, none is looked for: hops are many and short.
             if (std::same_as<Failure, Never> || payload.isValue())
-                return Result::value(transform(payload.uncheckedValue()));
+                return Result::value(std::invoke(transform, payload.uncheckedValue()));
             return Result::error(*payload.asError());
         });
     }
@@ -156,7 +157,7 @@ public:
             if (payload.isError())
                 return Result::error(AnyError(*payload.asError()));
             try {
-                return Result::value(transform(*payload.asValue()));
+                return Result::value(std::invoke(transform, *payload.asValue()));
             } catch (...) {
                 return Result::error(AnyError(std::current_exception()));
             }
@@ -170,7 +171,7 @@ public:
     const
     {
         return mapped<Payload>([handler = std::move(handler)](const Payload& payload) {
-            return payload.isValue() ? payload : Payload::value(handler(*payload.asError()));
+            return payload.isValue() ? payload : Payload::value(std::invoke(handler, *payload.asError()));
         });
     }
 
@@ -185,7 +186,7 @@ public:
             if (payload.isValue())
                 return Result::value(*payload.asValue());
             try {
-                return Result::value(handler(*payload.asError()));
+                return Result::value(std::invoke(handler, *payload.asError()));
             } catch (...) {
                 return Result::error(AnyError(std::current_exception()));
             }
@@ -199,7 +200,7 @@ public:
         using Result = Streams::Payload<Output, detail::ResultOf<Transform, Failure>>;
         return mapped<Result>([transform = std::move(transform)](const Payload& payload) {
             return payload.isValue() ? Result::value(*payload.asValue())
-                                     : Result::error(transform(*payload.asError()));
+                                     : Result::error(std::invoke(transform, *payload.asError()));
         });
     }
 

@@ -6,7 +6,7 @@
 #include "Orrenby/Platform/Engines/Combine/Future.hpp"
 #include "Orrenby/Platform/Engines/Rx/Future.hpp"
 #include "Orrenby/Platform/Objects/Result.hpp"
-#include "Orrenby/Utilities/Streams/AnyPublisher.hpp"
+#include "Orrenby/Utilities/Streams/SourceOperations.hpp"
 
 namespace orrenby::inline ORRENBY_ABI::Streams {
 
@@ -29,12 +29,14 @@ namespace orrenby::inline ORRENBY_ABI::Streams {
 ///
 /// Attempt, promise and clean-ups must not throw; one that does ends the process. The promise may be called
 /// from any thread, also after the future is gone. Copies share the future. Safe to use from several threads.
-template <typename OutputType, typename FailureType> class Future {
-    using Subject = detail::SubjectBase<Streams::Payload<OutputType, FailureType>>;
+///
+/// Cost: a future that is made, kept and heard once takes five allocations; keeping its promise costs what
+/// sending to its subscribers does (`Benchmarks/StreamOperators.cpp`).
+template <typename Output, typename Failure> class Future : public detail::SourceOperations<Output, Failure> {
+    using Operations = detail::SourceOperations<Output, Failure>;
+    using Subject = detail::SubjectBase<Streams::Payload<Output, Failure>>;
 
 public:
-    using Output = OutputType;
-    using Failure = FailureType;
     using Payload = Streams::Payload<Output, Failure>;
 
     /// Takes the result of an attempt. Copies are the same promise.
@@ -63,40 +65,20 @@ public:
         requires std::is_invocable_r_v < UniqueFunction<void()>,
     const Attempt&,
         Promise > explicit Future(Attempt attempt)
-        : m_future(makeFuture(
+        : Operations(makeFuture(
             [attempt = std::move(attempt)](detail::Retained<Subject> subject) -> UniqueFunction<void()> {
                 return attempt(Promise(std::move(subject)));
             }))
     {}
 
-    // Copies only: a moved-from publisher would be one that cannot be used.
-    Future(const Future&) = default;
-    Future& operator=(const Future&) = default;
-
-    /// This stream, whatever it comes from.
-    AnyPublisher<Output, Failure> eraseToAnyPublisher() const
-    {
-        detail::useEngine(m_future->engine());
-        return AnyPublisher<Output, Failure>(m_future);
-    }
-
-    /// Another name of `eraseToAnyPublisher()`.
-    AnyPublisher<Output, Failure> asPublisher() const { return eraseToAnyPublisher(); }
-
-    /// The identity of the future that copies share.
-    ObjectIdentifier sharedIdentity() const noexcept { return ObjectIdentifier(m_future.get()); }
-
 private:
-    template <typename Attempt>
-    static detail::Retained<const detail::Publication<Payload>> makeFuture(Attempt attempt)
+    template <typename Attempt> static typename Operations::Source makeFuture(Attempt attempt)
     {
         if (detail::chosenEngine() == detail::Engine::Rx)
             return StreamsRx::makeFuture<Payload>(std::move(attempt));
         using Eager = StreamsCombine::Future<Payload>;
         return detail::Retained<const Eager>::adopting(new Eager(std::move(attempt)));
     }
-
-    detail::Retained<const detail::Publication<Payload>> m_future;
 };
 
 } // namespace orrenby::Streams

@@ -3,8 +3,11 @@
 #include "Orrenby/Utilities/Streams/Just.hpp"
 #include "Orrenby/Utilities/Streams/LiveSubscriptionCount.hpp"
 #include "Tests/Support/StreamEngines.hpp"
+#include <atomic>
+#include <future>
 #include <memory>
 #include <string>
+#include <thread>
 
 using namespace orrenby;
 using orrenby::testing::Received;

@@ -32,6 +32,16 @@ TEST_P(JustContract, DeliversItsValueToEachSubscriber)
     EXPECT_THAT(second.payloads, ElementsAre(Number::value(3)));
 }
 
+TEST_P(JustContract, CopiesShareAnIdentity)
+{
+    const auto three = Streams::Just<int, Trouble>(3);
+    const auto copy = three;
+    const auto another = Streams::Just<int, Trouble>(3);
+
+    EXPECT_EQ(copy.sharedIdentity(), three.sharedIdentity());
+    EXPECT_NE(another.sharedIdentity(), three.sharedIdentity());
+}
+
 TEST_P(JustContract, DeliversItsFailure)
 {
     const auto recorder = Recorder(Streams::Just<int, Trouble>(Trouble{4}));

@@ -275,6 +275,24 @@ TEST_P(OperatorContract, EachSubscriberRunsTheHopsForItself)
     EXPECT_EQ(calls, 2);
 }
 
+TEST_P(OperatorContract, MapTakesAMemberAsItsCallable)
+{
+    struct Point {
+        int x = 0;
+        int twice() const { return 2 * x; }
+    };
+    const auto points = Streams::PassthroughSubject<Point, Never>();
+    auto received = std::vector<int>();
+    const auto data = points.asPublisher().map(&Point::x).bind([&](int value) { received.push_back(value); });
+    const auto call = points.asPublisher().map(&Point::twice).bind([&](int value) {
+        received.push_back(value);
+    });
+
+    points.send(Point{3});
+
+    EXPECT_THAT(received, ElementsAre(3, 6));
+}
+
 INSTANTIATE_ON_BOTH_ENGINES(OperatorContract);
 
 } // namespace

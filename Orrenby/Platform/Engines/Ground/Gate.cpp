@@ -1,6 +1,6 @@
 #include "Orrenby/Platform/Engines/Ground/Gate.hpp"
 
-#include "Orrenby/Platform/Engines/Ground/Backoff.hpp"
+#include "Orrenby/Platform/Scheduling/Backoff.hpp"
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 

@@ -1,8 +1,8 @@
 #include "Orrenby/Platform/Engines/Ground/QueueHop.hpp"
 
-#include "Orrenby/Platform/Engines/Ground/Backoff.hpp"
 #include "Orrenby/Platform/Engines/Ground/ProcessBarrier.hpp"
 #include "Orrenby/Platform/Engines/Ground/ThreadToken.hpp"
+#include "Orrenby/Platform/Scheduling/Backoff.hpp"
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 

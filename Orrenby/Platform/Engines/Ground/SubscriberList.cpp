@@ -1,7 +1,7 @@
 #include "Orrenby/Platform/Engines/Ground/SubscriberList.hpp"
 
-#include "Orrenby/Platform/Engines/Ground/Backoff.hpp"
 #include "Orrenby/Platform/Engines/Ground/ProcessBarrier.hpp"
+#include "Orrenby/Platform/Scheduling/Backoff.hpp"
 #include <limits>
 
 namespace orrenby::inline ORRENBY_ABI::detail {

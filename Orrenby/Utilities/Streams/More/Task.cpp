@@ -1,7 +1,7 @@
 #include "Orrenby/Utilities/Streams/More/Task.hpp"
 
-#include "Orrenby/Platform/Engines/Ground/Backoff.hpp"
 #include "Orrenby/Platform/Engines/Ground/ThreadToken.hpp"
+#include "Orrenby/Platform/Scheduling/Backoff.hpp"
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 

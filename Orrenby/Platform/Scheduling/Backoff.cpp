@@ -1,4 +1,4 @@
-#include "Orrenby/Platform/Engines/Ground/Backoff.hpp"
+#include "Orrenby/Platform/Scheduling/Backoff.hpp"
 
 #include <ctime>
 #include <sched.h>
