@@ -54,7 +54,8 @@ void ObservableObject::removeObserver(
 
 void ObservableObject::willChangeValue(std::string_view key)
 {
-    if ((m_observedBits.load(std::memory_order_relaxed) & detail::keyBit(key)) == 0)
+    const auto observed = m_observedBits.load(std::memory_order_relaxed);
+    if (observed == 0 || (observed & detail::keyBit(key)) == 0)
         return;
     if (const auto core = detail::ObservingCore::find(*this))
         core->willChange(key);

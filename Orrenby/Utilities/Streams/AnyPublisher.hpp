@@ -38,6 +38,14 @@ template <typename Output, typename Failure>
 const Retained<const Publication<Streams::Payload<Output, Failure>>>& publicationOf(
     const Streams::AnyPublisher<Output, Failure>& publisher) noexcept;
 
+/// Tells the diagnostic build's hook of a subscription to a `Publisher`.
+template <typename Publisher> void reportSubscription([[maybe_unused]] TraceSite site)
+{
+#ifdef ORRENBY_DIAGNOSTICS
+    Trace::report(Trace::Kind::Subscribe, typeName<Publisher>(), site);
+#endif
+}
+
 } // namespace orrenby::detail
 
 namespace orrenby::inline ORRENBY_ABI::Streams {
@@ -75,11 +83,7 @@ public:
     [[nodiscard]] AnyCancellable sink(Callback receiveValue, TraceSite site = TraceSite::current()) const
     {
         detail::useEngine(m_publisher->engine());
-#ifdef ORRENBY_DIAGNOSTICS
-        Trace::report(Trace::Kind::Subscribe, typeName<AnyPublisher>(), site);
-#else
-        (void)site;
-#endif
+        detail::reportSubscription<AnyPublisher>(site);
         return AnyCancellable(
             detail::SubscriptionHandle::adopting(m_publisher->subscribe(std::move(receiveValue))));
     }

@@ -1,5 +1,6 @@
 #include "Orrenby/Utilities/Streams/AnyPublisher.hpp"
 
+#include "Orrenby/Utilities/Streams/More/SinkUntilEnd.hpp"
 #include "Orrenby/Utilities/Streams/StreamsPublisher.hpp"
 #include "Tests/Support/StreamEngines.hpp"
 #include <memory>
@@ -159,11 +160,14 @@ TEST_P(AnyPublisher, ReportsWhoSubscribesInTheDiagnosticBuildOnly)
 
     const auto first = subject.asPublisher().bind([](int) {});
     const auto second = subject.asPublisher().sink([](const auto&) {});
+    const auto third = Streams::sinkUntilEnd(
+        subject.asPublisher(), [](const auto&) {}, [] {});
     Trace::onEvent(nullptr);
 
 #ifdef ORRENBY_DIAGNOSTICS
     EXPECT_THAT(traced,
         ElementsAre(std::pair("AnyPublisher<Int32, Never>", "TestBody"),
+            std::pair("AnyPublisher<Int32, Never>", "TestBody"),
             std::pair("AnyPublisher<Int32, Never>", "TestBody")));
 #else
     EXPECT_THAT(traced, ::testing::IsEmpty());

@@ -15,9 +15,10 @@ namespace orrenby::inline ORRENBY_ABI::Streams {
 /// For operators; what an application has to know of an end is better said by an element.
 template <typename Output, typename Failure, typename ReceiveValue, typename ReceiveEnd>
     requires(std::invocable<ReceiveValue&, const Payload<Output, Failure>&>&& std::invocable<ReceiveEnd&>)
-[[nodiscard]] AnyCancellable sinkUntilEnd(
-    const AnyPublisher<Output, Failure>& publisher, ReceiveValue receiveValue, ReceiveEnd receiveEnd)
+[[nodiscard]] AnyCancellable sinkUntilEnd(const AnyPublisher<Output, Failure>& publisher,
+    ReceiveValue receiveValue, ReceiveEnd receiveEnd, TraceSite site = TraceSite::current())
 {
+    detail::reportSubscription<AnyPublisher<Output, Failure>>(site);
     struct Callback {
         ReceiveValue receiveValue;
         ReceiveEnd receiveEnd;
