@@ -1,47 +1,23 @@
 #include "Orrenby/Platform/Observing/NotificationCenter.hpp"
 
 #include "Orrenby/Platform/Objects/Trace.hpp"
-#include "Orrenby/Platform/Scheduling/RunLoop.hpp"
-#include "Orrenby/Platform/Scheduling/Thread.hpp"
-#include "Orrenby/Testing/VirtualWorld.hpp"
+#include "Tests/Platform/Observing/NotificationCenterParts.hpp"
 #include <atomic>
-#include <functional>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
 using namespace orrenby;
+using orrenby::testing::Diary;
+using orrenby::testing::writing;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-
-namespace {
-
-using Diary = std::vector<std::string>;
-
-/// Writes the text and what was posted.
-auto writing(Diary& diary, std::string text)
-{
-    return [&diary, text = std::move(text)](const Notification& notification) {
-        diary.push_back(text + " " + notification.description());
-    };
-}
-
-class Interface {
-public:
-    virtual ~Interface() = default;
-};
-class Other {
-public:
-    virtual ~Other() = default;
-};
-class Document : public Interface, public Other {};
 
 TEST(NotificationCenter, DeliversWhatIsPosted)
 {
     auto lines = Diary();
-    const auto draft = std::make_shared<Document>();
+    const auto draft = std::make_shared<std::string>("draft");
 
     //! [Posting a notification]
     const auto center = std::make_shared<NotificationCenter>();
@@ -80,107 +56,6 @@ TEST(NotificationCenter, HasOneThatEverybodyShares)
     center->removeObserver(token);
 
     EXPECT_THAT(diary, ElementsAre("default a"));
-}
-
-TEST(NotificationCenter, SelectsByName)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    center.addObserver({.name = "a"}, writing(diary, "a:"));
-    center.addObserver({.name = ""}, writing(diary, "empty:"));
-    center.addObserver({}, writing(diary, "all:"));
-
-    center.post("a");
-    center.post("b");
-    center.post("");
-
-    EXPECT_THAT(diary, ElementsAre("a: a", "all: a", "all: b", "empty: ", "all: "));
-}
-
-TEST(NotificationCenter, SelectsBySender)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    const auto first = std::make_shared<int>(1);
-    const auto second = std::make_shared<int>(1); // equal, but another object
-    center.addObserver({.object = first}, writing(diary, "first:"));
-    center.addObserver({.name = "a", .object = second}, writing(diary, "second:"));
-    center.addObserver({.name = "a"}, writing(diary, "any:"));
-
-    center.post("a", first);
-    center.post("b", second);
-    center.post("a", second);
-    center.post("a");
-
-    EXPECT_THAT(diary, ElementsAre("first: a", "any: a", "second: a", "any: a", "any: a"));
-}
-
-TEST(NotificationCenter, KnowsASenderThroughEachOfItsInterfaces)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    const auto document = std::make_shared<Document>();
-    center.addObserver({.object = Ref<Interface>(document)}, writing(diary, "document"));
-
-    center.post("a", Ref<Other>(document));
-    center.post("b", Ref<const Document>(document));
-
-    EXPECT_THAT(diary, ElementsAre("document a", "document b"));
-}
-
-TEST(NotificationCenter, TakesAnEmptyReferenceForNoSender)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    center.addObserver({.object = Ref<int>()}, writing(diary, "any"));
-
-    center.post("a", std::make_shared<int>());
-    center.post("b", Ref<int>());
-
-    EXPECT_THAT(diary, ElementsAre("any a", "any b"));
-}
-
-TEST(NotificationCenter, DoesNotKeepASenderAlive)
-{
-    auto center = NotificationCenter();
-    auto sender = std::make_shared<int>();
-    const auto weak = WeakRef<int>(sender);
-    center.addObserver({.object = sender}, [](const Notification&) {});
-    center.post("a", sender);
-
-    sender.reset();
-
-    EXPECT_TRUE(weak.expired());
-    EXPECT_EQ(center.observerCount(), 0U);
-}
-
-TEST(NotificationCenter, DoesNotTakeALaterObjectInThePlaceOfASenderForIt)
-{
-    alignas(int) unsigned char place[sizeof(int)];
-    const auto inPlace = [&] { return Ref<int>(new (place) int(1), [](int*) {}); };
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    auto sender = inPlace();
-    center.addObserver({.object = sender}, writing(diary, "first"));
-    sender.reset();
-
-    const auto successor = inPlace();
-    center.addObserver({.object = successor}, writing(diary, "successor"));
-    center.post("a", successor);
-
-    EXPECT_THAT(diary, ElementsAre("successor a"));
-}
-
-TEST(NotificationCenter, DropsRegistrationsForSendersThatAreGone)
-{
-    const auto witness = std::make_shared<int>();
-    auto center = NotificationCenter();
-
-    for (int count = 0; count < 1000; ++count)
-        center.addObserver({.object = std::make_shared<int>()}, [witness](const Notification&) {});
-
-    EXPECT_EQ(center.observerCount(), 0U);
-    EXPECT_LE(witness.use_count(), 17);
 }
 
 TEST(NotificationCenter, CallsInTheOrderOfRegistrationWhateverEachSelectsBy)
@@ -271,122 +146,19 @@ TEST(NotificationCenter, LetsGoOfAllCallbacksAtItsEnd)
     EXPECT_EQ(witness.use_count(), 1);
 }
 
-TEST(NotificationCenter, DoesNotCallWhatIsRemovedDuringThePost)
+TEST(NotificationCenter, KeepsTheNotificationDuringThePost)
 {
-    auto diary = Diary();
     auto center = NotificationCenter();
-    auto later = Ref<NotificationToken>();
-    center.addObserver({.name = "a"}, [&](const Notification&) { center.removeObserver(later); });
-    later = center.addObserver({.name = "a"}, writing(diary, "removed"));
-    center.addObserver({.name = "a"}, writing(diary, "last"));
-
-    center.post("a");
-
-    EXPECT_THAT(diary, ElementsAre("last a"));
-}
-
-TEST(NotificationCenter, DoesNotCallWhatIsAddedDuringThePost)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    center.addObserver({}, [&](const Notification& notification) {
-        if (notification.name() == "a")
-            center.addObserver({}, writing(diary, "added"));
-    });
-    center.addObserver({}, writing(diary, "old"));
-
-    center.post("a");
-    center.post("b");
-
-    EXPECT_THAT(diary, ElementsAre("old a", "old b", "added b"));
-}
-
-TEST(NotificationCenter, LetsACallbackRemoveItself)
-{
-    auto calls = 0;
-    auto center = NotificationCenter();
-    auto token = Ref<NotificationToken>();
-    const auto witness = std::make_shared<int>(7);
-    token = center.addObserver({}, [&, witness](const Notification&) {
-        center.removeObserver(token);
-        calls += *witness; // still there
+    auto sender = std::make_shared<std::string>("still here");
+    auto seen = std::string();
+    center.addObserver({.object = sender}, [&](const Notification& notification) {
+        sender.reset();
+        seen = *notification.object<std::string>();
     });
 
-    center.post("a");
-    center.post("a");
+    center.post("a", sender);
 
-    EXPECT_EQ(calls, 7);
-    EXPECT_EQ(witness.use_count(), 1);
-}
-
-TEST(NotificationCenter, FinishesANestedPostFirst)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    center.addObserver({}, [&](const Notification& notification) {
-        diary.push_back("first " + notification.description());
-        if (notification.name() == "a")
-            center.post("b");
-    });
-    center.addObserver({}, writing(diary, "second"));
-
-    center.post("a");
-
-    EXPECT_THAT(diary, ElementsAre("first a", "first b", "second b", "second a"));
-}
-
-TEST(NotificationCenter, RemovesInAnyOrderDuringNestedPosts)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    auto tokens = std::vector<Ref<NotificationToken>>();
-    for (int number = 0; number < 8; ++number)
-        tokens.push_back(center.addObserver({.name = "a"}, writing(diary, std::to_string(number))));
-    center.addObserver({.name = "b"}, [&](const Notification&) {
-        for (const auto index : {6U, 1U, 4U, 3U})
-            center.removeObserver(tokens[index]);
-        center.addObserver({.name = "a"}, writing(diary, "new"));
-        center.post("a");
-    });
-
-    center.post("b");
-    center.removeObserver(tokens[0]);
-    center.removeObserver(tokens[7]);
-    center.post("a");
-
-    EXPECT_THAT(diary, ElementsAre("0 a", "2 a", "5 a", "7 a", "new a", "2 a", "5 a", "new a"));
-    EXPECT_EQ(center.observerCount(), 4U);
-}
-
-TEST(NotificationCenter, MayBeLetGoInItsOwnCallback)
-{
-    auto diary = Diary();
-    auto center = std::make_shared<NotificationCenter>();
-    center->addObserver({}, [&](const Notification&) { center.reset(); });
-    center->addObserver({}, writing(diary, "last"));
-
-    auto* const plain = center.get();
-    plain->post("a");
-
-    EXPECT_EQ(center, nullptr);
-    EXPECT_THAT(diary, ElementsAre("last a"));
-}
-
-TEST(NotificationCenter, MayBeUsedByWhatARemovedCallbackLetsGo)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    auto posting = Ref<int>(new int(), [&](int* content) {
-        delete content;
-        center.post("gone");
-    });
-    auto token = center.addObserver({.name = "a"}, [posting](const Notification&) {});
-    center.addObserver({.name = "gone"}, writing(diary, "told"));
-    posting.reset();
-
-    center.removeObserver(token);
-
-    EXPECT_THAT(diary, ElementsAre("told gone"));
+    EXPECT_EQ(seen, "still here");
 }
 
 TEST(NotificationCenter, NeedsACallback)
@@ -403,132 +175,6 @@ TEST(NotificationCenter, EndsTheProcessWhenACallbackThrows)
     center.addObserver({}, [](const Notification&) { throw 1; });
 
     EXPECT_DEATH(center.post("a"), "terminate");
-}
-
-TEST(NotificationCenter, KeepsTheNotificationDuringThePost)
-{
-    auto center = NotificationCenter();
-    auto sender = std::make_shared<std::string>("still here");
-    auto seen = std::string();
-    center.addObserver({.object = sender}, [&](const Notification& notification) {
-        sender.reset();
-        seen = *notification.object<std::string>();
-    });
-
-    center.post("a", sender);
-
-    EXPECT_EQ(seen, "still here");
-}
-
-TEST(NotificationCenter, RunsTheCallbackOnTheGivenQueueAndWaitsForIt)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    const auto queue = OperationQueue();
-    center.addObserver({.name = "a", .queue = queue},
-        [&](const Notification&) { diary.push_back(queue.isCurrent() ? "on the queue" : "elsewhere"); });
-    center.addObserver({.name = "a"}, writing(diary, "after"));
-
-    center.post("a");
-
-    EXPECT_THAT(diary, ElementsAre("on the queue", "after a"));
-}
-
-TEST(NotificationCenter, RunsTheCallbackDirectlyOnTheQueueItIsFor)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    const auto queue = OperationQueue();
-    queue.setMaxConcurrentOperationCount(1); // an operation could not wait for another one
-    center.addObserver({.name = "a", .queue = queue}, writing(diary, "inside"));
-
-    queue.addOperation([&] {
-        center.post("a");
-        diary.push_back("posted");
-    });
-    queue.waitUntilAllOperationsAreFinished();
-
-    EXPECT_THAT(diary, ElementsAre("inside a", "posted"));
-}
-
-TEST(NotificationCenter, RunsTheCallbackDirectlyForTheMainQueueOnTheMainThread)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    center.addObserver({.name = "a", .queue = OperationQueue::main()}, writing(diary, "main"));
-
-    center.post("a");
-
-    EXPECT_THAT(diary, ElementsAre("main a"));
-}
-
-TEST(NotificationCenter, RunsTheCallbackOnTheMainThreadForAPostFromAnotherOne)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    center.addObserver({.name = "a", .queue = OperationQueue::main()},
-        [&](const Notification&) { diary.push_back(Thread::isMainThread() ? "main" : "other"); });
-
-    auto posting = std::thread([&] {
-        center.post("a");
-        diary.push_back("posted");
-        RunLoop::main().perform([] { RunLoop::main().stop(); });
-    });
-    RunLoop::main().run();
-    posting.join();
-
-    EXPECT_THAT(diary, ElementsAre("main", "posted"));
-}
-
-TEST(NotificationCenter, WaitsForAQueueOfAVirtualWorld)
-{
-    auto diary = Diary();
-    const auto world = orrenby::testing::VirtualWorld();
-    auto center = NotificationCenter();
-    const auto queue = OperationQueue();
-    center.addObserver({.name = "a", .queue = queue}, writing(diary, "queue"));
-    center.addObserver({.name = "a"}, writing(diary, "thread"));
-
-    center.post("a");
-
-    EXPECT_THAT(diary, ElementsAre("queue a", "thread a"));
-}
-
-TEST(NotificationCenter, DoesNotCallWhatIsRemovedWhileItWaitsInItsQueue)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    const auto queue = OperationQueue();
-    queue.setMaxConcurrentOperationCount(1);
-    const auto token = center.addObserver({.name = "a", .queue = queue}, writing(diary, "called"));
-    queue.setSuspended(true);
-
-    auto posting = std::thread([&] { center.post("a"); });
-    while (queue.operationCount() == 0)
-        std::this_thread::yield();
-    center.removeObserver(token);
-    queue.setSuspended(false);
-    posting.join();
-
-    EXPECT_THAT(diary, IsEmpty());
-}
-
-TEST(NotificationCenter, DoesNotCallWhatIsCancelledInItsQueue)
-{
-    auto diary = Diary();
-    auto center = NotificationCenter();
-    const auto queue = OperationQueue();
-    center.addObserver({.name = "a", .queue = queue}, writing(diary, "called"));
-    queue.setSuspended(true);
-
-    auto posting = std::thread([&] { center.post("a"); });
-    while (queue.operationCount() == 0)
-        std::this_thread::yield();
-    queue.cancelAllOperations();
-    queue.setSuspended(false);
-    posting.join();
-
-    EXPECT_THAT(diary, IsEmpty());
 }
 
 TEST(NotificationCenter, IsUsedBySeveralThreadsAtOnce)
@@ -565,11 +211,15 @@ TEST(NotificationCenter, IsUsedBySeveralThreadsAtOnce)
 }
 
 #ifdef ORRENBY_DIAGNOSTICS
+namespace {
+
 std::vector<std::string>& reports()
 {
     static auto reports = std::vector<std::string>();
     return reports;
 }
+
+} // namespace
 
 TEST(NotificationCenter, ReportsWhoComesAndGoesInTheDiagnosticBuild)
 {
@@ -587,5 +237,3 @@ TEST(NotificationCenter, ReportsWhoComesAndGoesInTheDiagnosticBuild)
     EXPECT_THAT(reports(), ElementsAre("attach TestBody", "detach TestBody"));
 }
 #endif
-
-} // namespace
