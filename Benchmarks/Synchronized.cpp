@@ -25,67 +25,54 @@ template <class Operation> void measure(benchmark::State& state, Operation opera
         static_cast<double>((allocations() - before).blocks), benchmark::Counter::kAvgIterations);
 }
 
-void bareMutexChange(benchmark::State& state)
-{
-    pthread_mutex_t lock{};
-    long value = 0;
-    pthread_mutex_init(&lock, nullptr);
-    benchmark::DoNotOptimize(&value);
-    measure(state, [&] {
-        pthread_mutex_lock(&lock);
-        ++value;
-        pthread_mutex_unlock(&lock);
-    });
-    pthread_mutex_destroy(&lock);
-}
-BENCHMARK(bareMutexChange);
+struct BareMutex {
+    BareMutex() { pthread_mutex_init(&lock, nullptr); }
+    ~BareMutex() { pthread_mutex_destroy(&lock); }
+    void enterToChange() { pthread_mutex_lock(&lock); }
+    void enterToRead() { pthread_mutex_lock(&lock); }
+    void leave() { pthread_mutex_unlock(&lock); }
 
-void bareMutexRead(benchmark::State& state)
-{
     pthread_mutex_t lock{};
+};
+
+struct BareReadersWriterLock {
+    BareReadersWriterLock() { pthread_rwlock_init(&lock, nullptr); }
+    ~BareReadersWriterLock() { pthread_rwlock_destroy(&lock); }
+    void enterToChange() { pthread_rwlock_wrlock(&lock); }
+    void enterToRead() { pthread_rwlock_rdlock(&lock); }
+    void leave() { pthread_rwlock_unlock(&lock); }
+
+    pthread_rwlock_t lock{};
+};
+
+template <class Lock> void bareChange(benchmark::State& state)
+{
+    Lock lock;
     long value = 0;
-    pthread_mutex_init(&lock, nullptr);
     benchmark::DoNotOptimize(&value);
     measure(state, [&] {
-        pthread_mutex_lock(&lock);
+        lock.enterToChange();
+        ++value;
+        lock.leave();
+    });
+}
+BENCHMARK_TEMPLATE(bareChange, BareMutex);
+BENCHMARK_TEMPLATE(bareChange, BareReadersWriterLock);
+
+template <class Lock> void bareRead(benchmark::State& state)
+{
+    Lock lock;
+    long value = 0;
+    benchmark::DoNotOptimize(&value);
+    measure(state, [&] {
+        lock.enterToRead();
         auto copy = value;
-        pthread_mutex_unlock(&lock);
+        lock.leave();
         benchmark::DoNotOptimize(copy);
     });
-    pthread_mutex_destroy(&lock);
 }
-BENCHMARK(bareMutexRead);
-
-void bareReadersWriterChange(benchmark::State& state)
-{
-    pthread_rwlock_t lock{};
-    long value = 0;
-    pthread_rwlock_init(&lock, nullptr);
-    benchmark::DoNotOptimize(&value);
-    measure(state, [&] {
-        pthread_rwlock_wrlock(&lock);
-        ++value;
-        pthread_rwlock_unlock(&lock);
-    });
-    pthread_rwlock_destroy(&lock);
-}
-BENCHMARK(bareReadersWriterChange);
-
-void bareReadersWriterRead(benchmark::State& state)
-{
-    pthread_rwlock_t lock{};
-    long value = 0;
-    pthread_rwlock_init(&lock, nullptr);
-    benchmark::DoNotOptimize(&value);
-    measure(state, [&] {
-        pthread_rwlock_rdlock(&lock);
-        auto copy = value;
-        pthread_rwlock_unlock(&lock);
-        benchmark::DoNotOptimize(copy);
-    });
-    pthread_rwlock_destroy(&lock);
-}
-BENCHMARK(bareReadersWriterRead);
+BENCHMARK_TEMPLATE(bareRead, BareMutex);
+BENCHMARK_TEMPLATE(bareRead, BareReadersWriterLock);
 
 template <SynchronizedKind kind> void boxChange(benchmark::State& state)
 {
