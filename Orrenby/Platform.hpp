@@ -27,6 +27,7 @@
 #include "Orrenby/Platform/Coding/UnkeyedDecodingContainer.hpp"
 #include "Orrenby/Platform/Coding/UnkeyedEncodingContainer.hpp"
 #include "Orrenby/Platform/Digest/ARC4RandomSource.hpp"
+#include "Orrenby/Platform/Drawing/IndexPath.hpp"
 #include "Orrenby/Platform/Drawing/Size.hpp"
 #include "Orrenby/Platform/Engines/Combine/CurrentValueSubject.hpp"
 #include "Orrenby/Platform/Engines/Combine/Future.hpp"

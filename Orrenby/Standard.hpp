@@ -6,6 +6,7 @@
 #include "Orrenby/Standard/AllCasesDictionary.hpp"
 #include "Orrenby/Standard/Collect.hpp"
 #include "Orrenby/Standard/Comparables.hpp"
+#include "Orrenby/Standard/Integers.hpp"
 #include "Orrenby/Standard/JSON/Dictionary+JSON.hpp"
 #include "Orrenby/Standard/JSON/JSONError.hpp"
 #include "Orrenby/Standard/NestedError.hpp"

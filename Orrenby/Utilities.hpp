@@ -32,6 +32,7 @@
 #include "Orrenby/Utilities/EmailAddress.hpp"
 #include "Orrenby/Utilities/EmailAddressPieces.hpp"
 #include "Orrenby/Utilities/EmailAddressValidator.hpp"
+#include "Orrenby/Utilities/Identifier.hpp"
 #include "Orrenby/Utilities/Log.hpp"
 #include "Orrenby/Utilities/Log/AnyLoggable.hpp"
 #include "Orrenby/Utilities/Log/Append.hpp"
