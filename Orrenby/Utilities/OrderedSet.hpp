@@ -7,7 +7,11 @@
 #include "Orrenby/Platform/Objects/Describe.hpp"
 #include "Orrenby/Platform/Objects/FatalError.hpp"
 #include "Orrenby/Utilities/OrderedDiff.hpp"
+#include "Orrenby/Utilities/OrderedSetComparison.hpp"
+#include "Orrenby/Utilities/OrderedSetMember.hpp"
+#include "Orrenby/Utilities/OrderedSetPlace.hpp"
 #include "Orrenby/Utilities/OrderedSetPositions.hpp"
+#include "Orrenby/Utilities/OrderedSetSorting.hpp"
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -16,38 +20,11 @@
 #include <iterator>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
-
-namespace detail {
-
-template <class T>
-concept OrderedSetMember = std::copyable<T> && std::equality_comparable<T> && requires(const T& value)
-{
-    // clang-format off
-    { std::hash<T>{}(value) } -> std::convertible_to<std::size_t>;
-    // clang-format on
-};
-
-/// What members are looked up by: text by a view, anything else by itself.
-template <class T>
-using OrderedSetKey = std::conditional_t<std::is_same_v<T, std::string>, std::string_view, const T&>;
-
-/// Anything that a range-for loop takes and that gives what a `T` can be made of.
-template <class Sequence, class T>
-concept SequenceOf = requires(Sequence& sequence)
-{
-    // clang-format off
-    { *std::begin(sequence) } -> std::convertible_to<T>;
-    // clang-format on
-    std::end(sequence);
-};
-
-} // namespace detail
 
 /// Holds each member at most once, in the order in which they came.
 ///
@@ -85,35 +62,7 @@ public:
 
     /// What a position of a set that can be changed gives: it reads as the member there, and assigning to it
     /// is `set`. It refers to the set; do not keep it.
-    class Place {
-    public:
-        Place(const Place&) = delete;
-        Place& operator=(const Place& other)
-        {
-            m_set.set(m_position, Element(other.get()));
-            return *this;
-        }
-        template <std::convertible_to<Element> Value> Place& operator=(Value&& value)
-        {
-            m_set.set(m_position, Element(std::forward<Value>(value)));
-            return *this;
-        }
-        operator const_reference() const { return get(); }
-        const_reference get() const { return std::as_const(m_set)[m_position]; }
-        friend bool operator==(const Place& place, Key value) { return place.get() == value; }
-        std::string description() const { return describe<Element>(get()); }
-        std::string debugDescription() const { return debugDescribe<Element>(get()); }
-
-    private:
-        friend class OrderedSet;
-        Place(OrderedSet& set, Index position)
-            : m_set(set)
-            , m_position(position)
-        {}
-
-        OrderedSet& m_set;
-        Index m_position;
-    };
+    using Place = detail::OrderedSetPlace<OrderedSet>;
 
     OrderedSet() = default;
     OrderedSet(std::initializer_list<Element> elements) { build(elements); }
@@ -358,27 +307,7 @@ public:
     template <std::predicate<const Element&, const Element&> Predicate>
     [[nodiscard]] OrderedSet sorted(Predicate&& isBefore) const
     {
-        using Stored = std::remove_reference_t<Predicate>;
-        struct Comparison {
-            const std::vector<Element>& elements;
-            Stored& isBefore;
-        };
-        std::vector<std::uint32_t> positions(size());
-        for (std::size_t position = 0; position < size(); ++position)
-            positions[position] = static_cast<std::uint32_t>(position);
-        const Comparison comparison{m_elements, isBefore};
-        detail::sortPositions(
-            positions,
-            [](const void* context, std::uint32_t first, std::uint32_t second) -> bool {
-                const auto& [elements, precedes] = *static_cast<const Comparison*>(context);
-                return std::invoke(precedes, elements[first], elements[second]);
-            },
-            &comparison);
-        std::vector<Element> array;
-        array.reserve(size());
-        for (const auto position : positions)
-            array.push_back(m_elements[position]);
-        return OrderedSet(std::move(array));
+        return OrderedSet(detail::sortedMembers(m_elements, isBefore));
     }
 
     // --- with another set ---
@@ -401,7 +330,7 @@ public:
     {
         if (m_elements == other.m_elements)
             return std::nullopt;
-        return isWhole() && other.isWhole() ? comparedByHash(other) : comparedByScan(other);
+        return isWhole() && other.isWhole() ? comparedByHash(other) : detail::comparedByScan(*this, other);
     }
 
     /// As `compared`, but a move stands only for members that changed their place among the common ones, and
@@ -413,20 +342,7 @@ public:
             return std::nullopt;
         const OrderedSet old(m_elements);
         const OrderedSet target(other.m_elements);
-        Diff diff = old.comparedByHash(target);
-        std::vector<Index> places;
-        std::vector<Index> origins;
-        for (std::size_t position = 0; position < old.size(); ++position)
-            if (const auto place = target.indexOf(old.m_elements[position])) {
-                places.push_back(*place);
-                origins.push_back(static_cast<Index>(position));
-            }
-        diff.moves.clear();
-        const auto stays = detail::longestAscent(places);
-        for (std::size_t common = 0; common < places.size(); ++common)
-            if (!stays[common])
-                diff.moves.push_back({origins[common], places[common]});
-        return diff;
+        return detail::withFewestMoves(old, target, old.comparedByHash(target));
     }
 
     /// The set that a diff of `compared` turned this one into, given the members that were inserted, in the
@@ -434,42 +350,7 @@ public:
     [[nodiscard]] std::optional<OrderedSet> applying(
         const Diff& diff, const std::vector<Element>& inserted) const
     {
-        if (inserted.size() != diff.inserts.size() || diff.deletes.size() > size())
-            return std::nullopt;
-        const auto newSize = size() - diff.deletes.size() + inserted.size();
-        std::vector<std::optional<Element>> places(newSize);
-        std::vector<bool> isDone(size(), false);
-        const auto take = [&](Index position) {
-            const auto place = static_cast<std::size_t>(position);
-            const bool isFree = position >= 0 && place < size() && !isDone[place];
-            if (isFree)
-                isDone[place] = true;
-            return isFree;
-        };
-        const auto put = [&](Index position, const Element& element) {
-            const auto place = static_cast<std::size_t>(position);
-            const bool isFree = position >= 0 && place < newSize && !places[place].has_value();
-            if (isFree)
-                places[place] = element;
-            return isFree;
-        };
-
-        for (const Index position : diff.deletes)
-            if (!take(position))
-                return std::nullopt;
-        for (const auto& move : diff.moves)
-            if (!take(move.from) || !put(move.to, m_elements[static_cast<std::size_t>(move.from)]))
-                return std::nullopt;
-        for (std::size_t place = 0; place < inserted.size(); ++place)
-            if (!put(diff.inserts[place], inserted[place]))
-                return std::nullopt;
-        for (std::size_t place = 0; place < size(); ++place)
-            if (!isDone[place] && !put(static_cast<Index>(place), m_elements[place]))
-                return std::nullopt;
-        OrderedSet result; // as many places as members, each filled once, so none is left free
-        for (auto& place : places)
-            result.append(*std::move(place));
-        return result.size() == newSize ? std::optional(std::move(result)) : std::nullopt;
+        return detail::applying(*this, diff, inserted);
     }
 
 private:
@@ -579,30 +460,6 @@ private:
             if (!isCommon[position])
                 diff.inserts.push_back(static_cast<Index>(position));
         return diff;
-    }
-
-    Diff comparedByScan(const OrderedSet& other) const
-    {
-        Diff diff;
-        for (const Element& element : other.subtracting(*this))
-            diff.inserts.push_back(other.knownIndexOf(element));
-        for (const Element& element : subtracting(other))
-            diff.deletes.push_back(knownIndexOf(element));
-        for (const Element& element : intersection(other)) {
-            const auto from = firstIndexOf(element);
-            const auto to = other.firstIndexOf(element);
-            if (*from != *to)
-                diff.moves.push_back({*from, *to});
-        }
-        return diff;
-    }
-
-    Index knownIndexOf(Key element) const
-    {
-        const auto position = indexOf(element);
-        if (!position)
-            fatalError("A member that a duplicate hid has no position", "Utilities/OrderedSet", 205);
-        return *position;
     }
 
     std::vector<Element> m_elements;
