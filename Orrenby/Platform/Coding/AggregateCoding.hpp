@@ -12,6 +12,7 @@
 #include "Orrenby/Platform/Coding/FieldsEncoding.hpp"
 #include "Orrenby/Platform/Export.hpp"
 #include <cstddef>
+#include <type_traits>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -30,6 +31,16 @@ namespace orrenby::inline ORRENBY_ABI {
 template <detail::PlainAggregate T>
     requires(!detail::DecodesItself<T>)
 struct Decodable<T> {
+    static constexpr auto form = detail::DecodedForm::Fields;
+    template <class Visitor> static void visitFields(Visitor&& visit)
+    {
+        [&]<std::size_t... Index>(std::index_sequence<Index...>)
+        {
+            (visit(std::type_identity<detail::FieldType<T, Index>>(), detail::fieldKey<T>(Index)), ...);
+        }
+        (std::make_index_sequence<detail::fieldCount<T>>());
+    }
+
     static T decode(const Decoder& decoder)
     {
         const detail::FieldsDecoding fields(decoder);

@@ -82,6 +82,7 @@ concept CodedSet = StandardSet<T> && OtherThan<T, std::string> && !requires
 } // namespace detail
 
 template <class T> struct Decodable<std::optional<T>> {
+    static constexpr auto form = detail::DecodedForm::Nullable;
     static std::optional<T> decode(const Decoder& decoder)
     {
         if (decoder.kind() == JSONKind::Null)
@@ -91,6 +92,7 @@ template <class T> struct Decodable<std::optional<T>> {
 };
 
 template <class T> struct Decodable<std::unique_ptr<T>> {
+    static constexpr auto form = detail::DecodedForm::Nullable;
     static std::unique_ptr<T> decode(const Decoder& decoder)
     {
         return decoder.kind() == JSONKind::Null ? nullptr
@@ -99,6 +101,7 @@ template <class T> struct Decodable<std::unique_ptr<T>> {
 };
 
 template <class T> struct Decodable<std::shared_ptr<T>> {
+    static constexpr auto form = detail::DecodedForm::Nullable;
     static std::shared_ptr<T> decode(const Decoder& decoder)
     {
         using Value = std::remove_const_t<T>;
@@ -110,6 +113,7 @@ template <class T> struct Decodable<std::shared_ptr<T>> {
 template <class T, class Allocator>
     requires(!std::is_same_v<T, std::byte>)
 struct Decodable<std::vector<T, Allocator>> {
+    static constexpr auto form = detail::DecodedForm::List;
     static std::vector<T, Allocator> decode(const Decoder& decoder)
     {
         detail::ListWalk list(decoder, typeName<std::vector<T>>);
@@ -122,6 +126,7 @@ struct Decodable<std::vector<T, Allocator>> {
 };
 
 template <class T, std::size_t Count> struct Decodable<std::array<T, Count>> {
+    static constexpr auto form = detail::DecodedForm::Array;
     static std::array<T, Count> decode(const Decoder& decoder)
     {
         detail::ListWalk list(decoder, typeName<std::vector<T>>);
@@ -136,6 +141,7 @@ template <class T, std::size_t Count> struct Decodable<std::array<T, Count>> {
 };
 
 template <detail::CodedSet T> struct Decodable<T> {
+    static constexpr auto form = detail::DecodedForm::List;
     static T decode(const Decoder& decoder)
     {
         detail::ListWalk list(decoder, typeName<std::vector<typename T::key_type>>);
@@ -147,6 +153,7 @@ template <detail::CodedSet T> struct Decodable<T> {
 };
 
 template <detail::StandardMap T> struct Decodable<T> {
+    static constexpr auto form = detail::DecodedForm::Map;
     static T decode(const Decoder& decoder)
     {
         const auto& place = decoder.place();

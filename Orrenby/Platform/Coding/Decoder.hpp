@@ -8,6 +8,7 @@
 #include "Orrenby/Platform/Coding/DecodingSession.hpp"
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Dictionary.hpp"
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -66,6 +67,14 @@ private:
 /// (see Decodable.hpp), for types with an `init(const Decoder&)`, and in AggregateCoding.hpp and
 /// DescribedCoding.hpp for types that say nothing about coding.
 template <class T> struct Decodable {};
+
+namespace detail {
+
+/// From what a type that holds others is decoded, for those who have to look at each of them: a
+/// `Decodable<T>` that is done in one of these ways says so in `form`, one with fields has `visitFields` too.
+enum class DecodedForm : std::uint8_t { Nullable, List, Array, Map, Fields };
+
+} // namespace detail
 
 /// A type that can be decoded.
 template <class T>

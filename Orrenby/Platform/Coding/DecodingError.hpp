@@ -82,6 +82,9 @@ public:
     std::int64_t errorCode() const;
     Dictionary errorUserInfo() const;
 
+    /// Nothing: its user information has no sentence for people, so a log entry prints the error whole.
+    std::optional<NSError> customNSError() const override { return std::nullopt; }
+
 private:
     struct Content;
     explicit DecodingError(Content content);

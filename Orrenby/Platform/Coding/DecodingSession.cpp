@@ -44,6 +44,18 @@ DecodingSession::DecodingSession(std::span<const std::byte> data, const JSONDeco
 
 DecodingSession::~DecodingSession() = default;
 
+TextPosition DecodingSession::position(JSONDocument::Node node)
+{
+    constexpr std::size_t distance = 4096;
+    const auto source = m_document->source();
+    const auto offset = m_document->offset(node);
+    if (m_positions.empty())
+        m_positions.emplace_back();
+    while (m_positions.size() <= offset / distance)
+        m_positions.push_back(TextPosition::in(source, m_positions.size() * distance, m_positions.back()));
+    return TextPosition::in(source, offset, m_positions[offset / distance]);
+}
+
 const CodingStep* DecodingSession::keep(const CodingStep& step)
 {
     m_steps.push_back(std::make_unique<const CodingStep>(step));
@@ -54,7 +66,7 @@ DecodingError::Context DecodingPlace::context(std::string_view debugDescription)
 {
     DecodingError::Context context{codingPath(path), std::string(debugDescription), {}, {}};
     if (node != JSONDocument::absent)
-        context.position = document().position(node);
+        context.position = session->position(node);
     return context;
 }
 

@@ -42,6 +42,9 @@ public:
     const JSONDocument& document() const noexcept { return *m_document; }
     const JSONDecodingOptions& options() const noexcept { return m_options; }
 
+    /// Of a value's first byte. However many are asked for, the text is counted once.
+    TextPosition position(JSONDocument::Node node);
+
     /// The step, for as long as the session lives.
     const CodingStep* keep(const CodingStep& step);
 
@@ -49,6 +52,7 @@ private:
     std::unique_ptr<const JSONDocument> m_document;
     const JSONDecodingOptions& m_options;
     std::vector<std::unique_ptr<const CodingStep>> m_steps;
+    std::vector<TextPosition> m_positions; ///< At even distances, as far as the text has been counted.
 };
 
 /// A value of the document, and the way to it. `JSONDocument::absent` reads as null.

@@ -28,6 +28,16 @@ template <class T> void decodeDescribed(T& value, const FieldsDecoding& fields)
     DescribedFields<T>::visit(value, decodeField);
 }
 
+/// Calls `visit(std::type_identity<Field>(), key)` for each field, those of the bases first.
+template <class T, class Visitor> void visitDescribed(T& value, Visitor& visit)
+{
+    DescribedFields<T>::visitBases(value, [&](auto& base) { visitDescribed(base, visit); });
+    auto visitField = [&](std::string_view key, auto& field) {
+        visit(std::type_identity<std::remove_reference_t<decltype(field)>>(), key);
+    };
+    DescribedFields<T>::visit(value, visitField);
+}
+
 template <class T> void encodeDescribed(const T& value, FieldsEncoding& fields)
 {
     DescribedFields<T>::visitBases(value, [&](const auto& base) { encodeDescribed(base, fields); });
@@ -48,6 +58,13 @@ template <class T> void encodeDescribed(const T& value, FieldsEncoding& fields)
 template <detail::DescribedClass T>
     requires(!detail::DecodesItself<T> && !RawRepresentable<T>)
 struct Decodable<T> {
+    static constexpr auto form = detail::DecodedForm::Fields;
+    template <class Visitor> static void visitFields(Visitor&& visit)
+    {
+        T value{};
+        detail::visitDescribed(value, visit);
+    }
+
     static T decode(const Decoder& decoder)
     {
         static_assert(

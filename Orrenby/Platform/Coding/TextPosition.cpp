@@ -6,9 +6,14 @@ namespace orrenby::inline ORRENBY_ABI {
 
 TextPosition TextPosition::in(std::string_view text, std::size_t offset)
 {
-    TextPosition position;
+    return in(text, offset, TextPosition());
+}
+
+TextPosition TextPosition::in(std::string_view text, std::size_t offset, const TextPosition& earlier)
+{
+    auto position = earlier;
     position.offset = std::min(offset, text.size());
-    for (std::size_t index = 0; index < position.offset; ++index) {
+    for (auto index = earlier.offset; index < position.offset; ++index) {
         const char byte = text[index];
         const bool isFirstOfTwo = byte == '\r' && index + 1 < text.size() && text[index + 1] == '\n';
         if (byte == '\n' || (byte == '\r' && !isFirstOfTwo)) {

@@ -24,6 +24,10 @@ struct TextPosition {
     /// The place `offset` bytes into `text`; its end for an offset beyond it. Linear in the offset.
     ORRENBY_EXPORT static TextPosition in(std::string_view text, std::size_t offset);
 
+    /// The same, counted on from a place that is not behind it. Linear in the distance.
+    ORRENBY_EXPORT static TextPosition in(
+        std::string_view text, std::size_t offset, const TextPosition& earlier);
+
     /// `line 2, column 5`
     ORRENBY_EXPORT std::string description() const;
 

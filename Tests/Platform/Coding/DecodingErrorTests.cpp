@@ -59,3 +59,8 @@ TEST(DecodingError, CarriesItsCause)
     EXPECT_EQ(*error.context().underlyingError->cast<std::string>(), "cause");
     EXPECT_NE(error.nsError().underlyingError(), std::nullopt);
 }
+
+TEST(DecodingError, HasNoSentenceForPeopleOfItsOwn)
+{
+    EXPECT_EQ(DecodingError::dataCorrupted(context()).customNSError(), std::nullopt);
+}

@@ -378,3 +378,41 @@ TEST(JSONDecoder, HandsItsUserInfoToTheTypes)
 
     EXPECT_EQ(decoder.decode<Asks>("0").factor, 3);
 }
+
+namespace {
+
+/// Counts how often no number stands in a list, and asks where.
+struct WrongPlaces {
+    std::vector<TextPosition> places;
+
+    static WrongPlaces init(const Decoder& decoder)
+    {
+        WrongPlaces result;
+        auto list = decoder.unkeyedContainer();
+        while (!list.isAtEnd()) {
+            try {
+                list.decode<int>();
+            } catch (const DecodingError& error) {
+                result.places.push_back(*error.context().position);
+                static_cast<void>(list.superDecoder());
+            }
+        }
+        return result;
+    }
+};
+
+} // namespace
+
+TEST(JSONDecoder, KnowsEachOfManyPlacesInALongText)
+{
+    std::string text = "[0";
+    std::vector<TextPosition> expected;
+    for (int number = 0; number < 5'000; ++number) {
+        text += number % 100 == 0 ? ",\r\n" : ", ";
+        expected.push_back(TextPosition::in(text, text.size()));
+        text += "\"ä\"";
+    }
+    text += "]";
+
+    EXPECT_EQ(decoded<WrongPlaces>(text).places, expected);
+}

@@ -22,3 +22,12 @@ TEST(TextPosition, CountsScalarValuesNotBytes)
 }
 
 TEST(TextPosition, StopsAtTheEnd) { EXPECT_EQ(TextPosition::in("ab", 100), (TextPosition{2, 1, 3})); }
+
+TEST(TextPosition, CountsOnFromAnyEarlierPlace)
+{
+    constexpr std::string_view text = "a\r\nä€\r😀x\n\ny";
+
+    for (std::size_t earlier = 0; earlier <= text.size(); ++earlier)
+        EXPECT_EQ(TextPosition::in(text, text.size(), TextPosition::in(text, earlier)),
+            TextPosition::in(text, text.size()));
+}
