@@ -53,6 +53,8 @@
 #include "Orrenby/Utilities/Log/Queue.hpp"
 #include "Orrenby/Utilities/Log/Settings.hpp"
 #include "Orrenby/Utilities/Log/TeeHandler.hpp"
+#include "Orrenby/Utilities/LosslessDataConvertible.hpp"
+#include "Orrenby/Utilities/LosslessDataConvertibleError.hpp"
 #include "Orrenby/Utilities/MutexLock.hpp"
 #include "Orrenby/Utilities/ObjectIdentifier.hpp"
 #include "Orrenby/Utilities/Observers/KeyPathHandlers.hpp"
