@@ -7,6 +7,7 @@
 #include "Benchmarks/Support/ParkedThread.hpp"
 #include <benchmark/benchmark.h>
 #include <pthread.h>
+#include <shared_mutex>
 
 using namespace orrenby;
 using benchmarks::allocations;
@@ -29,8 +30,9 @@ struct BareMutex {
     BareMutex() { pthread_mutex_init(&lock, nullptr); }
     ~BareMutex() { pthread_mutex_destroy(&lock); }
     void enterToChange() { pthread_mutex_lock(&lock); }
-    void enterToRead() { pthread_mutex_lock(&lock); }
-    void leave() { pthread_mutex_unlock(&lock); }
+    void leaveChanged() { pthread_mutex_unlock(&lock); }
+    void enterToRead() { enterToChange(); }
+    void leaveRead() { leaveChanged(); }
 
     pthread_mutex_t lock{};
 };
@@ -39,10 +41,21 @@ struct BareReadersWriterLock {
     BareReadersWriterLock() { pthread_rwlock_init(&lock, nullptr); }
     ~BareReadersWriterLock() { pthread_rwlock_destroy(&lock); }
     void enterToChange() { pthread_rwlock_wrlock(&lock); }
+    void leaveChanged() { pthread_rwlock_unlock(&lock); }
     void enterToRead() { pthread_rwlock_rdlock(&lock); }
-    void leave() { pthread_rwlock_unlock(&lock); }
+    void leaveRead() { leaveChanged(); }
 
     pthread_rwlock_t lock{};
+};
+
+/// The standard library's readers-writer lock, beside the others.
+struct StandardSharedMutex {
+    void enterToChange() { lock.lock(); }
+    void leaveChanged() { lock.unlock(); }
+    void enterToRead() { lock.lock_shared(); }
+    void leaveRead() { lock.unlock_shared(); }
+
+    std::shared_mutex lock;
 };
 
 template <class Lock> void bareChange(benchmark::State& state)
@@ -53,11 +66,12 @@ template <class Lock> void bareChange(benchmark::State& state)
     measure(state, [&] {
         lock.enterToChange();
         ++value;
-        lock.leave();
+        lock.leaveChanged();
     });
 }
 BENCHMARK_TEMPLATE(bareChange, BareMutex);
 BENCHMARK_TEMPLATE(bareChange, BareReadersWriterLock);
+BENCHMARK_TEMPLATE(bareChange, StandardSharedMutex);
 
 template <class Lock> void bareRead(benchmark::State& state)
 {
@@ -67,12 +81,13 @@ template <class Lock> void bareRead(benchmark::State& state)
     measure(state, [&] {
         lock.enterToRead();
         auto copy = value;
-        lock.leave();
+        lock.leaveRead();
         benchmark::DoNotOptimize(copy);
     });
 }
 BENCHMARK_TEMPLATE(bareRead, BareMutex);
 BENCHMARK_TEMPLATE(bareRead, BareReadersWriterLock);
+BENCHMARK_TEMPLATE(bareRead, StandardSharedMutex);
 
 template <SynchronizedKind kind> void boxChange(benchmark::State& state)
 {
