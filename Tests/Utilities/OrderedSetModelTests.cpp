@@ -74,7 +74,6 @@ struct Model {
         std::vector<Index> deletes;
         Pairs moves;
         bool lacksAPosition = false;
-        friend bool operator==(const Diff&, const Diff&) = default;
     };
     std::optional<Diff> compared(const Model& other) const
     {
