@@ -8,6 +8,7 @@
 #include "Orrenby/Platform/World/World.hpp"
 #include <algorithm>
 #include <cmath>
+#include <concepts>
 #include <cstdlib>
 #include <deque>
 #include <gtest/gtest.h>
@@ -106,6 +107,18 @@ template <class F> void onThreadOfItsOwn(F&& body)
 {
     auto thread = std::thread(std::forward<F>(body));
     thread.join();
+}
+
+/// Lets `body`, which may take the world, use a loop of its own in a world whose clock it holds.
+template <class F> void inManualWorld(F&& body)
+{
+    auto world = ManualWorld();
+    onThreadOfItsOwn([&] {
+        if constexpr (std::invocable<F&, ManualWorld&>)
+            body(world);
+        else
+            body();
+    });
 }
 
 } // namespace orrenby::testing

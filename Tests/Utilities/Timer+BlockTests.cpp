@@ -7,17 +7,10 @@
 #include <vector>
 
 using namespace orrenby;
-using orrenby::testing::ManualWorld;
-using orrenby::testing::onThreadOfItsOwn;
+using orrenby::testing::inManualWorld;
 using ::testing::ElementsAre;
 
 namespace {
-
-template <class F> void inManualWorld(F&& body)
-{
-    const auto world = ManualWorld();
-    onThreadOfItsOwn(body);
-}
 
 int calls = 0;
 void countTheCall(Timer&) { ++calls; }

@@ -2,6 +2,7 @@
 
 #include "Orrenby/Platform/Scheduling/RunLoop.hpp"
 #include "Orrenby/Platform/Scheduling/Timer.hpp"
+#include "Tests/Platform/Scheduling/RunLoopParts.hpp"
 #include "Tests/Support/ManualWorld.hpp"
 #include <array>
 #include <future>
@@ -16,6 +17,7 @@
 using namespace orrenby;
 using orrenby::testing::ManualWorld;
 using orrenby::testing::onThreadOfItsOwn;
+using orrenby::testing::turn;
 using ::testing::ElementsAre;
 
 namespace {
@@ -46,11 +48,6 @@ public:
 private:
     std::array<int, 2> m_ends{};
 };
-
-bool turn(std::string_view mode = NSDefaultRunLoopMode)
-{
-    return RunLoop::current().run(mode, Date::distantPast());
-}
 
 DescriptorWatch watch(const Pipe& pipe, UniqueFunction<void()> callback)
 {

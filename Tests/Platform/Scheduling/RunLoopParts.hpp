@@ -20,13 +20,6 @@ namespace orrenby::inline ORRENBY_ABI::testing {
 inline constexpr auto infinity = std::numeric_limits<double>::infinity();
 inline constexpr auto noNumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Lets `body(world)` use a loop of its own in a world whose clock it holds.
-template <class F> void inManualWorld(F&& body)
-{
-    auto world = ManualWorld();
-    onThreadOfItsOwn([&] { body(world); });
-}
-
 /// How much time has passed since the world began.
 inline double secondsIn(ManualWorld& world) { return world.clock().monotonicSeconds() - 1024; }
 
