@@ -12,5 +12,6 @@
 #include "Orrenby/Standard/NestedError.hpp"
 #include "Orrenby/Standard/Optionals.hpp"
 #include "Orrenby/Standard/Ranges.hpp"
+#include "Orrenby/Standard/ResultDecoding.hpp"
 #include "Orrenby/Standard/SequenceOperation.hpp"
 #include "Orrenby/Standard/Sequences.hpp"

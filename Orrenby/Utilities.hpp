@@ -33,6 +33,8 @@
 #include "Orrenby/Utilities/EmailAddressPieces.hpp"
 #include "Orrenby/Utilities/EmailAddressValidator.hpp"
 #include "Orrenby/Utilities/Identifier.hpp"
+#include "Orrenby/Utilities/JSON/AnyJSONValue.hpp"
+#include "Orrenby/Utilities/JSON/JSONObject.hpp"
 #include "Orrenby/Utilities/Log.hpp"
 #include "Orrenby/Utilities/Log/AnyLoggable.hpp"
 #include "Orrenby/Utilities/Log/Append.hpp"
