@@ -43,12 +43,24 @@ template <class T> struct AnyBase {
     operator Base() const { __builtin_unreachable(); }
 };
 
-/// The bases of an aggregate come first among its initialisers.
+/// Stands for a field of any type that is no base class of `T`.
+template <class T> struct AnyButBase {
+    template <class Field>
+        requires(!std::is_base_of_v<Field, T>)
+    operator Field() const { __builtin_unreachable(); }
+};
+
+/// The bases of an aggregate come first among its initialisers. A second one that a base could initialise is
+/// a field all the same if it is an `Any`, or a struct with that very base.
 template <class T> constexpr std::size_t countBases()
 {
     if constexpr (!requires { T{AnyBase<T>{}}; })
         return 0;
-    else if constexpr (!requires { T{AnyBase<T>{}, AnyBase<T>{}}; })
+    else if constexpr (
+        !requires {
+            T{AnyBase<T>{}, AnyBase<T>{}};
+        }
+        || requires { T{AnyBase<T>{}, AnyButBase<T>{}}; })
         return 1;
     else
         return 2;

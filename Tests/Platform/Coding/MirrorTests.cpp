@@ -22,6 +22,13 @@ struct Marker {};
 struct Marked : Marker {
     int number = 0;
 };
+struct HoldsMarked : Marker {
+    Marked inner;
+    Any any;
+};
+struct HoldsAny : Marker {
+    Any any;
+};
 
 //! [Looking at a described class]
 class Shape {
@@ -77,6 +84,16 @@ TEST(Mirror, SeesThroughABaseWithoutFields)
     marked.number = 5;
 
     EXPECT_THAT(Mirror(marked).children(), ElementsAre(Mirror::Child{"number", 5}));
+}
+
+TEST(Mirror, TellsABaseFromAFieldThatTheBaseCouldInitialise)
+{
+    HoldsAny holder;
+    holder.any = 5;
+
+    EXPECT_THAT(Mirror(holder).children(), ElementsAre(Mirror::Child{"any", 5}));
+    EXPECT_THAT(Mirror(HoldsMarked()).children(),
+        ElementsAre(testing::Field(&Mirror::Child::label, "inner"), Mirror::Child{"any", Any()}));
 }
 
 TEST(Mirror, ShowsNoChildrenOfOtherTypes)
