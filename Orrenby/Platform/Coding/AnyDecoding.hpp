@@ -13,8 +13,8 @@
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
-/// The value at `place`, as typed decoding gives it: a number is an `Int` when it is exactly one, else a
-/// `Double`, and nothing that casts to the other.
+/// The value at `place`, as typed decoding gives it: a number is an `Int` when it or the nearest double is
+/// exactly one, else a `Double`, and nothing that casts to the other.
 ///
 /// Nothing when there is a null in it, or a number beyond the largest `Double`; `refused` then says where.
 ORRENBY_EXPORT std::optional<Any> decodeAny(const DecodingPlace& place, JSONDocument::Node& refused);

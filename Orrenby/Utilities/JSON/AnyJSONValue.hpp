@@ -23,8 +23,8 @@ class Encoder;
 /// | list | `Array` |
 /// | text | `std::string` |
 /// | true, false | `bool` |
-/// | a number that is exactly an `Int`: `1`, `1.0`, `1e3`, `-0` | `std::int64_t` |
-/// | any other number | `double` |
+/// | a number that is an `Int`: `1`, `1.0`, `1e3`, `-0` | `std::int64_t` |
+/// | any other number | the nearest `double`; an integer again, if that is one |
 ///
 /// Null is no such value, nor is anything that has a null in it: such a member is optional, or is read with
 /// `NSJSONSerialization`. Numbers are held strictly: an integer is no `double`, although JSON knows no

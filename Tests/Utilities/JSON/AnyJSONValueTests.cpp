@@ -101,7 +101,14 @@ TEST(AnyJSONValue, DecodesAllOtherNumbersAsDouble)
     EXPECT_EQ(decoded("1.5"), Any(1.5));
     EXPECT_EQ(decoded("9223372036854775808"), Any(0x1p63));
     EXPECT_EQ(decoded("1e300"), Any(1e300));
-    EXPECT_EQ(decoded("1e-400"), Any(0.0));
+}
+
+TEST(AnyJSONValue, DecodesNumbersThatAreRoundedToIntegersAsSuch)
+{
+    EXPECT_EQ(decoded("0.99999999999999999999"), Any(1));
+    EXPECT_EQ(decoded("1e-400"), Any(0));
+    EXPECT_EQ(decoded("-1e-400"), Any(0));
+    EXPECT_EQ(decoded("9223372036854775807.5"), Any(0x1p63));
 }
 
 TEST(AnyJSONValue, HoldsNumbersAndBooleansStrictly)

@@ -1,0 +1,68 @@
+// Loose JSON: any bytes give a value or a decoding error, an object exactly where the value is a dictionary;
+// what was decoded is encoded and decoded again equal.
+
+#include "Orrenby/Utilities/JSON/AnyJSONValue.hpp"
+#include "FuzzedLogEvent.hpp"
+#include "Orrenby/Platform/Coding/JSONDecoder.hpp"
+#include "Orrenby/Platform/Coding/JSONEncoder.hpp"
+#include "Orrenby/Standard/ResultDecoding.hpp"
+#include "Orrenby/Utilities/JSON/JSONObject.hpp"
+#include <span>
+
+using namespace orrenby;
+
+namespace {
+
+/// Nothing for what is refused. Everything else than a decoding error is a fault.
+template <class T> std::optional<T> decoded(std::span<const std::byte> bytes)
+{
+    try {
+        return JSONDecoder().decode<T>(bytes);
+    } catch (const DecodingError& error) {
+        requireThat(!error.description().empty());
+        requireThat(error.context().codingPath.empty());
+        return std::nullopt;
+    }
+}
+
+/// Kinds that were decoded, and no others.
+void requireKinds(const Any& value)
+{
+    switch (value.kind()) {
+    case Any::Kind::Dictionary:
+        for (const auto& [key, member] : *value.get<Dictionary>())
+            requireKinds(member);
+        return;
+    case Any::Kind::List:
+        for (const Any& element : *value.get<std::vector<Any>>())
+            requireKinds(element);
+        return;
+    default:
+        requireThat(value.kind() == Any::Kind::Text || value.kind() == Any::Kind::Bool
+            || value.kind() == Any::Kind::Int || value.kind() == Any::Kind::Double);
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const auto bytes = std::as_bytes(std::span(data, size));
+    const auto value = decoded<AnyJSONValue>(bytes);
+    const auto object = decoded<JSONObject>(bytes);
+    requireThat(object.has_value() == (value && value->value().kind() == Any::Kind::Dictionary));
+    if (object)
+        requireThat(Any(object->value()) == value->value());
+    if (value) {
+        requireKinds(value->value());
+        const auto again = JSONEncoder().encode(*value);
+        requireThat(decoded<AnyJSONValue>(again) == value);
+    }
+    const auto outcomes = decoded<std::vector<Result<AnyJSONValue, DecodingError>>>(bytes);
+    if (value && value->value().kind() == Any::Kind::List) {
+        requireThat(outcomes.has_value());
+        for (const auto& outcome : *outcomes)
+            requireThat(outcome.isSuccess());
+    }
+    return 0;
+}
