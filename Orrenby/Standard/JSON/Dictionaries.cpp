@@ -7,6 +7,13 @@
 
 namespace orrenby::inline ORRENBY_ABI {
 
+Dictionary operator+(Dictionary first, const Dictionary& second)
+{
+    for (const auto& [key, value] : second)
+        first.set(key, value);
+    return first;
+}
+
 Dictionary makeDictionary(std::span<const std::byte> data)
 {
     const auto value = NSJSONSerialization::JSONObjectWithData(data);

@@ -32,10 +32,14 @@ template <class AnyDictionary> struct SeparatedEntries {
 /// value of the second.
 ///
 /// @snippet Tests/Standard/JSON/DictionariesTests.cpp Working with dictionaries
-template <detail::DictionaryKind D> D operator+(D first, const std::type_identity_t<D>& second)
+ORRENBY_EXPORT Dictionary operator+(Dictionary first, const Dictionary& second);
+
+template <template <class...> class Map, class... Parameter>
+    requires detail::DictionaryKind<Map<Parameter...>> Map<Parameter...>
+operator+(Map<Parameter...> first, const Map<Parameter...>& second)
 {
     for (const auto& [key, value] : second)
-        detail::setEntry(first, key, value);
+        first.insert_or_assign(key, value);
     return first;
 }
 
