@@ -12,7 +12,7 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// A decodable type with a static function `serviceKey()`, which gives the key of its member in a response.
 ///
-/// @snippet Tests/Utilities/ServiceDecoder/ServiceDecoderTests.cpp Registering a type with a key of its own
+/// @snippet Tests/Utilities/ServiceDecoder/ServiceDecodableTests.cpp Registering a type with a key of its own
 template <class T>
 concept ServiceDecodable = DecodableType<T> && requires
 {

@@ -4,11 +4,12 @@
 /// What the services of these tests send.
 
 #include "Orrenby/Platform/Coding/AggregateCoding.hpp"
-#include "Orrenby/Utilities/ServiceDecoder/ServiceKey.hpp"
+#include "Orrenby/Utilities/ServiceDecoder/ServiceDecoder.hpp"
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orrenby::testing {
 
@@ -29,5 +30,21 @@ struct Settings {
 
 inline constexpr std::string_view wholeResponse
     = R"({"user": {"name": "Ann", "age": 41}, "extra": [1, {}], "settings": {"isDark": true}})";
+
+/// Who is in it.
+inline const auto ann = User{"Ann", 41};
+
+/// What arrived, in order.
+struct Arrived {
+    std::vector<User> users;
+    std::vector<Settings> settings;
+};
+
+inline void registerBoth(ServiceDecoder& services, Arrived& arrived)
+{
+    services.register_<User>("user", [&](const User& user) { arrived.users.push_back(user); });
+    services.register_<Settings>(
+        "settings", [&](const Settings& settings) { arrived.settings.push_back(settings); });
+}
 
 } // namespace orrenby::testing
