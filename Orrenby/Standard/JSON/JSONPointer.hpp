@@ -77,7 +77,10 @@ public:
     template <detail::JSONRequestable T, detail::OneOf<Any, Dictionary, Array> Tree>
     T get(const Tree& root) const
     {
-        return tryGet<T>(root).unwrap();
+        if (const auto value = followed(Place(root)))
+            if (auto cast = value->template cast<T>())
+                return *std::move(cast);
+        return tryGet<T>(root).unwrap(); // says why not
     }
 
     /// The same as an outcome, which throws nothing.

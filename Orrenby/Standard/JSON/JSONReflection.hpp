@@ -36,6 +36,7 @@ public:
     template <class T> void add(const T& value)
     {
         if constexpr (PlainAggregate<T>) {
+            m_result.reserve(m_result.size() + fieldCount<T>);
             std::size_t index = 0;
             withFields(value, [&](const auto&... field) { (addMember(fieldNames<T>[index++], field), ...); });
         } else if constexpr (DescribedClass<T>) {

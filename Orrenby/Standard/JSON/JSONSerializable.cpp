@@ -12,12 +12,18 @@ bool isExcludedFromJSON(const Any& value) { return value.view<JSONSerializationE
 
 namespace {
 
+/// Looking for a class costs a search; only these two kinds can have one that matters.
+bool isOfSomeClass(const Any& value)
+{
+    return value.kind() == Any::Kind::Object || value.kind() == Any::Kind::Opaque;
+}
+
 /// The dictionaries of a list of objects, or nothing when one of the elements is something else.
 std::optional<Any> dictionariesOf(const Array& list)
 {
     Array result;
     for (const auto& element : list) {
-        const auto* object = element.view<JSONSerializableObject>();
+        const auto* object = isOfSomeClass(element) ? element.view<JSONSerializableObject>() : nullptr;
         if (object == nullptr)
             return std::nullopt;
         result.emplace_back(object->json());
@@ -29,10 +35,11 @@ std::optional<Any> dictionariesOf(const Array& list)
 
 std::optional<Any> reflectedAny(const Any& value)
 {
-    if (value.isNull() || isExcludedFromJSON(value))
+    if (value.isNull() || (isOfSomeClass(value) && isExcludedFromJSON(value)))
         return std::nullopt;
-    if (const auto* object = value.view<JSONSerializableObject>())
-        return Any(object->json());
+    if (isOfSomeClass(value))
+        if (const auto* object = value.view<JSONSerializableObject>())
+            return Any(object->json());
     if (const auto* list = value.get<Array>(); list != nullptr)
         if (auto dictionaries = dictionariesOf(*list))
             return dictionaries;
