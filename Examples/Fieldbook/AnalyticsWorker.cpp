@@ -26,7 +26,7 @@ void AnalyticsWorker::didStart()
 
 void AnalyticsWorker::willStop() { m_session.trace.step("AnalyticsWorker stops"); }
 
-void AnalyticsWorker::count(const FolderNews& news)
+void AnalyticsWorker::count(const FeedNews& news)
 {
     if (const auto* added = std::get_if<Added>(&news)) {
         ++m_tally.added;

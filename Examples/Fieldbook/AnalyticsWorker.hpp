@@ -4,7 +4,7 @@
 /// The worker that counts.
 
 #include "Counted.hpp"
-#include "FolderNews.hpp"
+#include "FeedNews.hpp"
 #include "Orrenby/Utilities/Discover/AbstractWorker.hpp"
 #include "Orrenby/Utilities/Streams/AnyPublisher.hpp"
 #include "Session.hpp"
@@ -16,7 +16,7 @@ namespace fieldbook {
 /// Keeps the tally of the session up to date from the news of its folder.
 class AnalyticsWorker : public orrenby::AbstractWorker, Counted<Part::worker> {
 public:
-    using News = orrenby::Streams::AnyPublisher<FolderNews, FolderLost>;
+    using News = orrenby::Streams::AnyPublisher<FeedNews, FolderLost>;
 
     /// @param session  Outlives the worker.
     AnalyticsWorker(Session& session, News news);
@@ -27,7 +27,7 @@ protected:
     void willStop() override;
 
 private:
-    void count(const FolderNews& news);
+    void count(const FeedNews& news);
     void put(const std::string& file, const Report& report);
     void take(const std::string& file);
 

@@ -37,7 +37,10 @@ public:
     using Card::Card;
 
 private:
-    std::string note(const Report& report) const override { return "counted: " + firstNumber(report.title); }
+    std::string note(const Report& report) const override
+    {
+        return "counted: " + firstNumber(report.title.text);
+    }
 };
 
 class AlertCards : public CardPlugin {
@@ -58,7 +61,7 @@ public:
     using Plugin::Plugin;
     bool isEnabled(const CardStyle&, const Report& report) const override
     {
-        return !firstNumber(report.title).empty();
+        return !firstNumber(report.title.text).empty();
     }
     orrenby::Ref<Card> build(const CardStyle& style) const override
     {
@@ -95,12 +98,12 @@ std::vector<std::string> Card::lines(const NumberedReport& numbered) const
     std::vector<std::string> lines;
     lines.push_back('#' + std::to_string(numbered.number) + ' '
         + terminal().styled(styleOf(report.severity), padded(nameOf(report.severity)))
-        + terminal().styled(Style::bold, report.title));
-    lines.push_back(report.place + ", by " + report.observer);
+        + terminal().styled(Style::bold, report.title.text));
+    lines.push_back(report.place.text + ", by " + report.observer.text);
     if (auto text = note(report); !text.empty())
         lines.push_back(std::move(text));
-    if (m_style.isDetailed)
-        for (auto& line : linesOf(report.body))
+    if (m_style.isDetailed && report.body)
+        for (auto& line : linesOf(report.body->text))
             lines.push_back(std::move(line));
     for (auto& line : lines)
         line.insert(0, "| ");

@@ -1,16 +1,25 @@
 #include "FeedContext.hpp"
 
+#include "Orrenby/Utilities/Streams/More/Merge.hpp"
 #include "SettingsWorker.hpp"
 #include <utility>
 
 namespace fieldbook {
 
-FeedContext::FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Ref<FolderWorker> folder)
-    : AbstractPresentableContext(std::move(screen),
-        orrenby::Workers{folder, orrenby::make<SettingsWorker>(session)},
-        orrenby::make<AnalyticsWorker>(session, folder->news()))
+// The station comes first, so that its response is told before the folder's files.
+FeedContext::FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Ref<FolderWorker> folder,
+    orrenby::Ref<StationWorker> station)
+    : FeedContext(session, std::move(screen),
+        orrenby::Workers{station, folder, orrenby::make<SettingsWorker>(session)},
+        orrenby::Streams::merge(folder->news(), station->news()))
+{}
+
+FeedContext::FeedContext(
+    Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Workers workers, News news)
+    : AbstractPresentableContext(
+        std::move(screen), std::move(workers), orrenby::make<AnalyticsWorker>(session, news))
     , m_session(session)
-    , m_news(folder->news())
+    , m_news(std::move(news))
 {}
 
 FeedContext::~FeedContext() { m_session.trace.step("FeedContext goes"); }

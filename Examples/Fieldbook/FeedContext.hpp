@@ -9,17 +9,19 @@
 #include "FolderWorker.hpp"
 #include "Orrenby/Utilities/Discover/AbstractPresentableContext.hpp"
 #include "Session.hpp"
+#include "StationWorker.hpp"
 
 namespace fieldbook {
 
-/// Shows the news of a folder on a screen, as long as it is active.
+/// Shows the news of a folder and of a station on a screen, as long as it is active.
 class FeedContext : public orrenby::AbstractPresentableContext<AnalyticsWorker, orrenby::Ref<FeedScreen>>,
                     Counted<Part::context> {
 public:
-    using News = orrenby::Streams::AnyPublisher<FolderNews, FolderLost>;
+    using News = orrenby::Streams::AnyPublisher<FeedNews, FolderLost>;
 
     /// @param session  Outlives the context.
-    FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Ref<FolderWorker> folder);
+    FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Ref<FolderWorker> folder,
+        orrenby::Ref<StationWorker> station);
     ~FeedContext() override;
 
     /// The news that it shows, for whoever else wants to know.
@@ -30,6 +32,8 @@ protected:
     void willResignActive() override;
 
 private:
+    FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Workers workers, News news);
+
     Session& m_session;
     News m_news;
 };

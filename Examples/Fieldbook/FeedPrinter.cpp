@@ -8,15 +8,6 @@
 
 namespace fieldbook {
 
-namespace {
-
-std::string countedReports(std::size_t count)
-{
-    return std::to_string(count) + (count == 1 ? " report file" : " report files");
-}
-
-} // namespace
-
 Style styleOf(Severity severity)
 {
     switch (severity) {
@@ -38,15 +29,15 @@ std::string padded(std::string_view text)
     return result;
 }
 
-void FeedPrinter::show(const FolderNews& news)
+void FeedPrinter::show(const FeedNews& news)
 {
     std::visit(Cases{
                    [&](const Opened& it) {
                        m_terminal.print(m_terminal.styled(Style::bold, "Feed of " + printable(it.folder)));
                    },
                    [&](const Scanned& it) {
-                       m_terminal.print(
-                           m_terminal.styled(Style::faint, "= " + countedReports(it.fileCount) + " so far"));
+                       m_terminal.print(m_terminal.styled(
+                           Style::faint, "= " + counted(it.fileCount, "report file") + " so far"));
                    },
                    [&](const Added& it) { printReport(Style::green, '+', it.file, it.report); },
                    [&](const Changed& it) { printReport(Style::cyan, '~', it.file, it.report); },
@@ -54,11 +45,13 @@ void FeedPrinter::show(const FolderNews& news)
                        if (it.report)
                            printReport(Style::faint, '-', it.file, *it.report);
                        else
-                           printFile(Style::faint, '-', "unreadable", it.file);
+                           printText(Style::faint, '-', "unreadable", it.file);
                    },
                    [&](const Unreadable& it) {
-                       printFile(Style::red, '!', "unreadable", it.file + ": " + it.problem.description());
+                       printText(Style::red, '!', "unreadable", it.file + ": " + it.problem);
                    },
+                   [&](const StationSays& it) { printText(Style::cyan, '@', "station", it.text); },
+                   [&](const StationGarbled& it) { printText(Style::red, '!', "station", it.problem); },
                },
         news);
 }
@@ -72,11 +65,11 @@ void FeedPrinter::printReport(Style style, char mark, const std::string& file, c
 {
     m_terminal.print(m_terminal.styled(style, std::string(1, mark)) + ' '
         + m_terminal.styled(styleOf(report.severity), padded(nameOf(report.severity))) + '#'
-        + std::to_string(m_catalogue.numberOf(file)) + ' ' + m_terminal.styled(Style::bold, report.title)
-        + ", " + report.place + m_terminal.styled(Style::faint, " (" + report.observer + ")"));
+        + std::to_string(m_catalogue.numberOf(file)) + ' ' + m_terminal.styled(Style::bold, report.title.text)
+        + ", " + report.place.text + m_terminal.styled(Style::faint, " (" + report.observer.text + ")"));
 }
 
-void FeedPrinter::printFile(Style style, char mark, std::string_view what, std::string_view text)
+void FeedPrinter::printText(Style style, char mark, std::string_view what, std::string_view text)
 {
     m_terminal.print(
         m_terminal.styled(style, std::string(1, mark) + ' ' + std::string(what)) + "  " + printable(text));

@@ -14,9 +14,11 @@ namespace fieldbook {
 /// Prints one line for each event: a mark, the severity, number, title, place and observer.
 ///
 ///     + high    #1 Footbridge under water, Lower Marrow (Ines Calder)
-///     ! unreadable  owl-count.report: line 4: unknown severity "huge": low, medium or high
+///     ! unreadable  wasps.json: No valid JSON: Unexpected end of the text at line 3, column 9
+///     @ station  Radio check at noon, channel 4.
 ///
-/// The marks: `+` added, `~` changed, `-` removed, `!` unreadable. Not synchronised.
+/// The marks: `+` added, `~` changed, `-` removed, `!` unreadable, `@` said by the
+/// station. Not synchronised.
 class FeedPrinter : public FeedScreen {
 public:
     /// @param terminal  Outlives the printer.
@@ -26,12 +28,12 @@ public:
         , m_catalogue(catalogue)
     {}
 
-    void show(const FolderNews& news) override;
+    void show(const FeedNews& news) override;
     void show(const FolderLost& failure) override;
 
 private:
     void printReport(Style style, char mark, const std::string& file, const Report& report);
-    void printFile(Style style, char mark, std::string_view what, std::string_view text);
+    void printText(Style style, char mark, std::string_view what, std::string_view text);
 
     Terminal& m_terminal;
     Catalogue& m_catalogue;

@@ -3,7 +3,7 @@
 /// @file
 /// What the feed's context can have shown.
 
-#include "FolderNews.hpp"
+#include "FeedNews.hpp"
 
 namespace fieldbook {
 
@@ -12,7 +12,7 @@ class FeedScreen {
 public:
     virtual ~FeedScreen() = default;
 
-    virtual void show(const FolderNews& news) = 0;
+    virtual void show(const FeedNews& news) = 0;
     virtual void show(const FolderLost& failure) = 0;
 };
 

@@ -13,12 +13,12 @@ namespace fieldbook {
 
 FolderWorker::FolderWorker(Session& session)
     : m_session(session)
-    , m_news(FolderNews(Opened{session.folder.string()}))
+    , m_news(FeedNews(Opened{session.folder.string()}))
 {}
 
 FolderWorker::~FolderWorker() = default;
 
-orrenby::Streams::AnyPublisher<FolderNews, FolderLost> FolderWorker::news() const
+orrenby::Streams::AnyPublisher<FeedNews, FolderLost> FolderWorker::news() const
 {
     return m_news.eraseToAnyPublisher();
 }
@@ -47,7 +47,7 @@ void FolderWorker::begin()
     m_watch = watch.unwrap();
     m_changes = m_session.loop.watch(m_watch->descriptor(), [this] { follow(); });
     if (lookAtAll())
-        m_news.send(FolderNews(Scanned{m_known.size()}));
+        m_news.send(FeedNews(Scanned{m_known.size()}));
 }
 
 void FolderWorker::follow()
@@ -103,7 +103,7 @@ void FolderWorker::lookAt(const std::string& file)
     if (!content)
         forget(file);
     else if (const auto problem = content->error())
-        take(file, *problem);
+        refuse(file, *problem);
     else
         take(file, content->unwrap());
 }
@@ -116,27 +116,25 @@ void FolderWorker::take(const std::string& file, Report report)
         return;
     m_known.insert_or_assign(file, Known::success(report));
     if (before)
-        m_news.send(FolderNews(Changed{file, std::move(report)}));
+        m_news.send(FeedNews(Changed{file, std::move(report)}));
     else
-        m_news.send(FolderNews(Added{file, std::move(report)}));
+        m_news.send(FeedNews(Added{file, std::move(report)}));
 }
 
-void FolderWorker::take(const std::string& file, ReportProblem problem)
+void FolderWorker::refuse(const std::string& file, std::string problem)
 {
     const auto known = m_known.find(file);
     if (known != m_known.end() && known->second.error() == problem)
         return;
     m_known.insert_or_assign(file, Known::failure(problem));
-    orrenby::Log::warning([&] {
-        return file + (problem.line > 0 ? ":" + std::to_string(problem.line) : "") + ": " + problem.message;
-    });
-    m_news.send(FolderNews(Unreadable{file, std::move(problem)}));
+    orrenby::Log::warning([&] { return file + ": " + problem; });
+    m_news.send(FeedNews(Unreadable{file, std::move(problem)}));
 }
 
 void FolderWorker::forget(const std::string& file)
 {
     if (const auto known = m_known.extract(file))
-        m_news.send(FolderNews(Removed{file, known.mapped().value()}));
+        m_news.send(FeedNews(Removed{file, known.mapped().value()}));
 }
 
 /// @param files  Sorted.

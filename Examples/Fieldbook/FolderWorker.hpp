@@ -5,7 +5,7 @@
 
 #include "Counted.hpp"
 #include "EventLoop.hpp"
-#include "FolderNews.hpp"
+#include "FeedNews.hpp"
 #include "FolderWatch.hpp"
 #include "Orrenby/Utilities/Discover/AbstractWorker.hpp"
 #include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
@@ -34,14 +34,14 @@ public:
     ~FolderWorker() override;
 
     /// The news, the last one first. The failure says that the folder is lost; nothing follows it.
-    orrenby::Streams::AnyPublisher<FolderNews, FolderLost> news() const;
+    orrenby::Streams::AnyPublisher<FeedNews, FolderLost> news() const;
 
 protected:
     void didStart() override;
     void willStop() override;
 
 private:
-    using Known = orrenby::Result<Report, ReportProblem>;
+    using Known = orrenby::Result<Report, std::string>;
 
     void begin();
     void follow();
@@ -49,13 +49,13 @@ private:
     bool lookAtAll();
     void lookAt(const std::string& file);
     void take(const std::string& file, Report report);
-    void take(const std::string& file, ReportProblem problem);
+    void refuse(const std::string& file, std::string problem);
     void forget(const std::string& file);
     void forgetAllBut(const std::vector<std::string>& files);
     void lose(std::string reason);
 
     Session& m_session;
-    orrenby::Streams::CurrentValueSubject<FolderNews, FolderLost> m_news;
+    orrenby::Streams::CurrentValueSubject<FeedNews, FolderLost> m_news;
     std::shared_ptr<FolderWatch> m_watch;
     EventLoop::Watch m_firstLook;
     EventLoop::Watch m_changes;

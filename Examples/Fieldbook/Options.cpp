@@ -21,6 +21,8 @@ bool setOption(std::string_view name, Options& options)
         options.isWatch = true;
     else if (name == "--rx")
         options.usesRx = true;
+    else if (constexpr std::string_view station = "--station="; name.starts_with(station))
+        options.station = name.substr(station.size());
     else
         return false;
     return true;
@@ -56,22 +58,24 @@ std::string_view helpText()
 {
     return R"(fieldbook [OPTION...] [FOLDER] [LINK]
 
-Shows the field reports (*.report files) of FOLDER, and what happens to them, as a live feed.
-Without FOLDER it takes the bundled sample reports.
+Shows the field reports (*.json files) of FOLDER, and what happens to them, as a live feed.
+Without FOLDER it takes the bundled sample reports, and the response of a station that belongs to them.
 
 On a terminal it watches until Ctrl-C. Elsewhere it shows what is in FOLDER and ends; without FOLDER it
 plays a script on a copy of the samples and ends. At the end it prints a summary.
 
 LINK, such as fieldbook://report/4, opens the report of that number at once.
 
-  --watch    watch until Ctrl-C or a termination request, also without a terminal
-  --script   play the script, also on a terminal
-  --rx       run on the second of the two stream engines
-  -h --help  print this text
+  --station=FILE  take the response of a station from FILE: a JSON object with the members user, settings,
+                  reports and announcements, any of which may be missing
+  --watch         watch until Ctrl-C or a termination request, also without a terminal
+  --script        play the script, also on a terminal
+  --rx            run on the second of the two stream engines
+  -h --help       print this text
 
 The feed goes to standard output, the log to standard error. In the feed, + is a report that was added,
-~ one that changed, - one that was removed, and ! a file that cannot be read. Colours are used on a
-terminal, unless the environment variable NO_COLOR is set.
+~ one that changed, - one that was removed, ! what cannot be read, and @ what the station says. Colours are
+used on a terminal, unless the environment variable NO_COLOR is set.
 
 Exit status: 0 after a session, also an interrupted one; 1 if the folder cannot be watched or goes away,
 if the output cannot be written, or if something of the tree is left at the end; 2 for wrong arguments.

@@ -13,8 +13,9 @@
 namespace fieldbook {
 
 struct Options {
-    std::optional<std::filesystem::path> folder; ///< Nothing for the bundled samples.
-    std::optional<std::string> link;             ///< To be followed at the start.
+    std::optional<std::filesystem::path> folder;  ///< Nothing for the bundled samples.
+    std::optional<std::filesystem::path> station; ///< The response of a station.
+    std::optional<std::string> link;              ///< To be followed at the start.
     bool isHelp = false;
     bool isScript = false;
     bool isWatch = false;

@@ -3,6 +3,11 @@
 /// @file
 /// What an observer wrote down in the field.
 
+#include "NamedCases.hpp"
+#include "Orrenby/Platform/Objects/TypeName.hpp"
+#include "ShownText.hpp"
+#include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,13 +15,13 @@ namespace fieldbook {
 
 enum class Severity { low, medium, high };
 
-/// One report. All texts are UTF-8 without control characters; the body alone may have several lines.
+/// One report, as it stands in report files: an object with these members. The body may be missing.
 struct Report {
-    std::string title;
-    std::string place;
-    std::string observer;
+    Line title;
+    Line place;
+    Line observer;
     Severity severity = Severity::low;
-    std::string body;
+    std::optional<Passage> body;
 
     friend bool operator==(const Report&, const Report&) = default;
 };
@@ -25,3 +30,15 @@ struct Report {
 std::string_view nameOf(Severity severity);
 
 } // namespace fieldbook
+
+template <>
+inline constexpr auto orrenby::allCases<fieldbook::Severity> = std::array{
+    fieldbook::Severity::low, fieldbook::Severity::medium, fieldbook::Severity::high};
+
+template <>
+struct orrenby::RawRepresentation<fieldbook::Severity> : fieldbook::NamedCases<fieldbook::Severity> {};
+
+/// For people who read that their text is none.
+template <> struct orrenby::TypeNameOf<fieldbook::Severity> {
+    static std::string text() { return "severity (low, medium or high)"; }
+};

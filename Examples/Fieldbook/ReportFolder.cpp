@@ -1,13 +1,14 @@
 #include "ReportFolder.hpp"
 
 #include "Descriptor.hpp"
+#include "ReportDecoding.hpp"
+#include "SmallFile.hpp"
 #include "Text.hpp"
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 namespace fieldbook {
@@ -15,30 +16,12 @@ namespace fieldbook {
 namespace {
 
 namespace fs = std::filesystem;
-using Outcome = orrenby::Result<Report, ReportProblem>;
 
 std::string messageOf(int error) { return std::generic_category().message(error); }
 
-/// Reads to the end or one byte beyond the limit. On failure `errno` tells why.
-std::optional<std::string> readAll(int descriptor)
-{
-    std::string text;
-    std::array<char, 16 * 1024> buffer;
-    while (text.size() <= reportSizeLimit) {
-        const auto length = ::read(descriptor, buffer.data(), buffer.size());
-        if (length == 0)
-            break;
-        if (length > 0)
-            text.append(buffer.data(), static_cast<std::size_t>(length));
-        else if (errno != EINTR)
-            return {};
-    }
-    return text;
-}
-
 } // namespace
 
-bool isReportName(std::string_view file) { return file.ends_with(".report") && !file.starts_with('.'); }
+bool isReportName(std::string_view file) { return file.ends_with(".json") && !file.starts_with('.'); }
 
 std::optional<std::vector<std::string>> listReports(const fs::path& folder)
 {
@@ -54,21 +37,14 @@ std::optional<std::vector<std::string>> listReports(const fs::path& folder)
     return files;
 }
 
-std::optional<orrenby::Result<Report, ReportProblem>> readReport(const fs::path& path)
+std::optional<orrenby::Result<Report, std::string>> readReport(const fs::path& path)
 {
-    // Not blocking, because opening a pipe would wait for its writer.
-    const auto file = Descriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    if (!file)
-        return errno == ENOENT ? std::nullopt : std::optional(Outcome::failure({0, messageOf(errno)}));
-    struct stat status {};
-    if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
-        return Outcome::failure({0, "not a regular file"});
-    const auto text = readAll(file.number());
-    if (!text)
-        return Outcome::failure({0, messageOf(errno)});
-    if (text->size() > reportSizeLimit)
-        return Outcome::failure({0, "larger than " + std::to_string(reportSizeLimit) + " bytes"});
-    return parseReport(*text);
+    const auto content = readFile(path);
+    if (!content)
+        return {};
+    if (const auto problem = content->error())
+        return orrenby::Result<Report, std::string>::failure(*problem);
+    return decodedReport(content->unwrap());
 }
 
 std::optional<std::string> problemOfFolder(const fs::path& folder)

@@ -55,7 +55,7 @@ void RootFlow::allIsTold()
     switch (m_session.course) {
     case Course::watch:
         if (m_session.terminal.isInteractive()) {
-            say("watching: add, change or remove *.report files there; Ctrl-C ends");
+            say("watching: add, change or remove *.json files there; Ctrl-C ends");
             say("or type: " + std::string(commandHelp()));
         }
         break;

@@ -5,7 +5,7 @@
 
 #include "Counted.hpp"
 #include "DeepLink.hpp"
-#include "FolderNews.hpp"
+#include "FeedNews.hpp"
 #include "Orrenby/Platform/Objects/Never.hpp"
 #include "Orrenby/Utilities/Discover/AbstractFlow.hpp"
 #include "RootContext.hpp"

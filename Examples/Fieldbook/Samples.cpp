@@ -20,15 +20,20 @@ fs::path makeTemporaryFolder()
     return name;
 }
 
-} // namespace
-
-fs::path samplesFolder()
+/// What the bundled files are in.
+fs::path bundle()
 {
     std::error_code error;
     const auto program = fs::read_symlink("/proc/self/exe", error);
-    const auto installed = program.parent_path().parent_path() / "share" / "fieldbook" / "Reports";
-    return fs::is_directory(installed, error) ? installed : fs::path(FIELDBOOK_SAMPLES);
+    const auto installed = program.parent_path().parent_path() / "share" / "fieldbook";
+    return fs::is_directory(installed, error) ? installed : fs::path(FIELDBOOK_BUNDLE);
 }
+
+} // namespace
+
+fs::path samplesFolder() { return bundle() / "Reports"; }
+
+fs::path sampleResponse() { return bundle() / "Station" / "morning.json"; }
 
 TemporaryCopy::TemporaryCopy(const fs::path& original)
     : m_path(makeTemporaryFolder())

@@ -1,15 +1,18 @@
 #pragma once
 
 /// @file
-/// The bundled report files.
+/// The bundled files.
 
 #include <filesystem>
 
 namespace fieldbook {
 
-/// The folder of the samples: beside the installed program in `share/fieldbook/Reports`, or in the source
-/// tree from which the program was built.
+/// The folder of the sample reports: beside the installed program in `share/fieldbook/Reports`, or in the
+/// source tree from which the program was built.
 std::filesystem::path samplesFolder();
+
+/// The sample response of a station, beside the reports in `Station`. Its settings are malformed on purpose.
+std::filesystem::path sampleResponse();
 
 /// A new folder with copies of all regular files of another one. It is removed at its owner's end.
 class TemporaryCopy {

@@ -10,57 +10,69 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view ford = R"(Title: Footbridge under water
-Place: Lower Marrow, ford
-Observer: Ines Calder
-Severity: medium
-
-The stream reached the planks at ten. Walkers turn back by themselves.
+constexpr std::string_view ford = R"({
+    "title": "Footbridge under water",
+    "place": "Lower Marrow, ford",
+    "observer": "Ines Calder",
+    "severity": "medium",
+    "body": "The stream reached the planks at ten. Walkers turn back by themselves."
+}
 )";
 
-constexpr std::string_view fordWorse = R"(Title: Footbridge carried away
-Place: Lower Marrow, ford
-Observer: Ines Calder
-Severity: high
-
-The eastern half is gone. Both banks are taped off.
+constexpr std::string_view fordWorse = R"({
+    "title": "Footbridge carried away",
+    "place": "Lower Marrow, ford",
+    "observer": "Ines Calder",
+    "severity": "high",
+    "body": "The eastern half is gone. Both banks are taped off."
+}
 )";
 
-constexpr std::string_view halfWritten = R"(Title: Wasps in the information board
-Place: Harrow Gate
-Observ)";
+constexpr std::string_view halfWritten = R"({
+    "title": "Wasps in the information board",
+    "place": "Harrow Gate",
+    "obser)";
 
-constexpr std::string_view wasps = R"(Title: Wasps in the information board
-Place: Harrow Gate
-Observer: Jonas Brandt
-Severity: low
-
-A nest behind the map. Not aggressive; a notice hangs beside it.
+constexpr std::string_view wasps = R"({
+    "title": "Wasps in the information board",
+    "place": "Harrow Gate",
+    "observer": "Jonas Brandt",
+    "severity": "low",
+    "body": "A nest behind the map. Not aggressive; a notice hangs beside it."
+}
 )";
 
-constexpr std::string_view signMended = R"(Title: Signpost upright again
-Place: Three Stones crossing
-Observer: Tomé Ferreira
-Severity: low
+constexpr std::string_view owlsOfNobody = R"({
+    "title": "Four young owls in the north barn",
+    "place": "Harrow Gate",
+    "severity": "low"
+}
+)";
 
-New post, old arms. All four point where they should.
+constexpr std::string_view signMended = R"({
+    "title": "Signpost upright again",
+    "place": "Three Stones crossing",
+    "observer": "Tomé Ferreira",
+    "severity": "low",
+    "body": "New post, old arms. All four point where they should."
+}
 )";
 
 using Act = ScriptStep::Act;
 
 constexpr ScriptStep script[] = {
-    {Act::write, "ford.report", ford},
-    {Act::replace, "ford.report", fordWorse},
-    {Act::write, "wasps.report", halfWritten},
-    {Act::write, "wasps.report", wasps},
-    {Act::write, "owl-count.report", "Title: Owl count\nSeverity: enormous\n"},
-    {Act::write, "signpost.report", signMended},
-    {Act::move, "wasps.report", "wasps-harrow-gate.report"},
-    {Act::remove, "mast-light.report"},
-    {Act::remove, "torn-page.report"},
+    {Act::write, "ford.json", ford},
+    {Act::replace, "ford.json", fordWorse},
+    {Act::write, "wasps.json", halfWritten},
+    {Act::write, "wasps.json", wasps},
+    {Act::write, "owl-count.json", owlsOfNobody},
+    {Act::write, "signpost.json", signMended},
+    {Act::move, "wasps.json", "wasps-harrow-gate.json"},
+    {Act::remove, "mast-light.json"},
+    {Act::remove, "torn-page.json"},
     {Act::command, "sort severity"},
-    {Act::command, "fieldbook://report/4"},
     {Act::command, "fieldbook://report/6"},
+    {Act::command, "fieldbook://report/8"},
     {Act::command, "details off"},
     {Act::command, "fieldbook://report/1"},
     {Act::command, "fieldbook://report/99"},

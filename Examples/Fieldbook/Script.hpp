@@ -24,7 +24,7 @@ struct ScriptStep {
     std::string_view file;
     std::string_view text = {};
 
-    /// `write owl-count.report`; for a command the command itself.
+    /// `write owl-count.json`; for a command the command itself.
     std::string description() const;
 };
 

@@ -36,7 +36,8 @@ struct Session {
     LifeTrace& trace;
     std::filesystem::path folder;
     Course course;
-    std::optional<std::string> link{}; ///< To be followed as soon as everything is told.
+    std::optional<std::string> link{};              ///< To be followed as soon as everything is told.
+    std::optional<std::filesystem::path> station{}; ///< The file with the station's answer.
     orrenby::Streams::CurrentValueSubject<Tally, orrenby::Never> tally{Tally()};
     orrenby::Streams::CurrentValueSubject<Ending, orrenby::Never> ending{Ending::none};
     /// What the user typed, or the script in his place.

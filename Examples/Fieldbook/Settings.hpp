@@ -4,14 +4,31 @@
 /// What the user of a session has chosen.
 
 #include "Catalogue.hpp"
-#include "Orrenby/Platform/Objects/RawRepresentable.hpp"
+#include "NamedCases.hpp"
+#include "Orrenby/Platform/Objects/TypeName.hpp"
 #include "Orrenby/Platform/Observing/Property.hpp"
 #include <array>
+#include <string>
 #include <string_view>
+
+namespace fieldbook {
+
+/// As it is typed and shown: `number`, `severity`, `place`.
+std::string_view nameOf(SortOrder order);
+
+} // namespace fieldbook
 
 template <>
 inline constexpr auto orrenby::allCases<fieldbook::SortOrder> = std::array{
     fieldbook::SortOrder::byNumber, fieldbook::SortOrder::bySeverity, fieldbook::SortOrder::byPlace};
+
+template <>
+struct orrenby::RawRepresentation<fieldbook::SortOrder> : fieldbook::NamedCases<fieldbook::SortOrder> {};
+
+/// For people who read that their text is none.
+template <> struct orrenby::TypeNameOf<fieldbook::SortOrder> {
+    static std::string text() { return "order (number, severity or place)"; }
+};
 
 namespace fieldbook {
 
@@ -24,8 +41,5 @@ public:
     /// Whether cards show the text of a report.
     orrenby::Property<bool, "isDetailed"> isDetailed{*this, true};
 };
-
-/// As it is typed and shown: `number`, `severity`, `place`.
-std::string_view nameOf(SortOrder order);
 
 } // namespace fieldbook

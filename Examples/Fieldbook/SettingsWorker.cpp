@@ -40,18 +40,24 @@ void SettingsWorker::willStop()
 void SettingsWorker::take(const orrenby::Notification& notification)
 {
     const auto* const order = notification.userInfo().find(orderKey);
-    for (const auto possible : orrenby::allCases<SortOrder>)
-        if (order && *order == orrenby::Any(nameOf(possible)))
-            m_session.settings->sortOrder = possible;
+    for (const auto possible : orrenby::allCases<SortOrder>) {
+        if (!order || *order != orrenby::Any(nameOf(possible)))
+            continue;
+        // Whoever asks gets an answer, also where nothing changes.
+        if (m_session.settings->sortOrder.get() == possible)
+            list(possible);
+        m_session.settings->sortOrder = possible;
+    }
 }
 
 void SettingsWorker::list(SortOrder order)
 {
-    say("by " + std::string(nameOf(order)));
-    for (const auto& [number, report] : m_session.catalogue.sorted(order))
+    const auto reports = m_session.catalogue.sorted(order);
+    say((reports.empty() ? "reports will be listed by " : "by ") + std::string(nameOf(order)));
+    for (const auto& [number, report] : reports)
         m_session.terminal.print("  #" + std::to_string(number) + ' '
             + m_session.terminal.styled(styleOf(report.severity), padded(nameOf(report.severity)))
-            + report.title + ", " + report.place);
+            + report.title.text + ", " + report.place.text);
 }
 
 void SettingsWorker::say(const std::string& text)

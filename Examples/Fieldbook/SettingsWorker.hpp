@@ -18,7 +18,8 @@ namespace fieldbook {
 inline const orrenby::NotificationName feedShouldSort = "FieldbookFeedShouldSort";
 inline constexpr auto orderKey = "order";
 
-/// Takes the order from notifications into the settings, and lists the reports anew when it has changed.
+/// Takes the order from notifications into the settings. Lists the reports for each of them, and whenever the
+/// order has changed in another way.
 class SettingsWorker : public orrenby::AbstractWorker, Counted<Part::worker> {
 public:
     /// @param session  Outlives the worker.

@@ -16,15 +16,15 @@ void takeOne(std::map<std::string, std::size_t>& counts, const std::string& key)
 void Tally::put(const Report& report)
 {
     ++bySeverity[static_cast<std::size_t>(report.severity)];
-    ++byObserver[report.observer];
-    ++byPlace[report.place];
+    ++byObserver[report.observer.text];
+    ++byPlace[report.place.text];
 }
 
 void Tally::take(const Report& report)
 {
     --bySeverity[static_cast<std::size_t>(report.severity)];
-    takeOne(byObserver, report.observer);
-    takeOne(byPlace, report.place);
+    takeOne(byObserver, report.observer.text);
+    takeOne(byPlace, report.place.text);
 }
 
 } // namespace fieldbook

@@ -79,6 +79,13 @@ std::optional<int> numberIn(std::string_view text)
     return number;
 }
 
+std::string counted(std::size_t count, std::string_view thing)
+{
+    auto result = std::to_string(count) + ' ';
+    result.append(thing);
+    return count == 1 ? result : result + 's';
+}
+
 std::string_view trimmed(std::string_view text)
 {
     const auto first = text.find_first_not_of(" \t");

@@ -3,6 +3,7 @@
 /// @file
 /// Texts from outside, before they reach a terminal.
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,6 +24,9 @@ std::string printable(std::string_view text);
 
 /// The positive number that the text is in decimal digits, and nothing else.
 std::optional<int> numberIn(std::string_view text);
+
+/// `1 report`, `2 reports`.
+std::string counted(std::size_t count, std::string_view thing);
 
 /// Without blanks and tabs at both ends.
 std::string_view trimmed(std::string_view text);

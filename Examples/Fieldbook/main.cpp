@@ -61,6 +61,14 @@ void live(Session& session)
     root.reset();
 }
 
+/// The samples have a station, too; a folder of one's own has that which the user names.
+std::optional<std::filesystem::path> stationOf(const Options& options)
+{
+    if (options.station || options.folder)
+        return options.station;
+    return sampleResponse();
+}
+
 int runIn(const std::filesystem::path& folder, Course course, const Options& options, Terminal& terminal)
 {
     if (const auto problem = problemOfFolder(folder)) {
@@ -69,7 +77,7 @@ int runIn(const std::filesystem::path& folder, Course course, const Options& opt
     }
     auto loop = EventLoop();
     auto trace = LifeTrace(terminal);
-    auto session = Session{loop, terminal, trace, folder, course, options.link};
+    auto session = Session{loop, terminal, trace, folder, course, options.link, stationOf(options)};
     if (course == Course::script)
         session.secondLength = terminal.isInteractive() ? 0.25 : 0;
     live(session);

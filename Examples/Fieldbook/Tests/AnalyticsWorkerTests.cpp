@@ -7,22 +7,22 @@ namespace {
 
 using namespace fieldbook;
 
-const Report flood = {"Flood", "Quay", "Nils", Severity::high, ""};
-const Report calm = {"Calm", "Quay", "Ada", Severity::low, ""};
+const Report flood = {"Flood", "Quay", "Nils", Severity::high, {}};
+const Report calm = {"Calm", "Quay", "Ada", Severity::low, {}};
 
 /// A worker on news that the test makes up.
 class AnalyticsWorkerTest : public ::testing::Test {
 protected:
     AnalyticsWorkerTest() { worker->start(); }
 
-    void tell(FolderNews element) const { news.send(std::move(element)); }
+    void tell(FeedNews element) const { news.send(std::move(element)); }
     Tally tally() const { return session.tally.value(); }
 
     EventLoop loop;
     Terminal terminal{-1, false};
     LifeTrace trace{terminal};
     Session session{loop, terminal, trace, {}, Course::watch};
-    orrenby::Streams::PassthroughSubject<FolderNews, FolderLost> news;
+    orrenby::Streams::PassthroughSubject<FeedNews, FolderLost> news;
     orrenby::Ref<AnalyticsWorker> worker = orrenby::make<AnalyticsWorker>(
         session, news.eraseToAnyPublisher());
 };
@@ -57,7 +57,7 @@ TEST_F(AnalyticsWorkerTest, CountsAChangedReportAsWhatItSaysNow)
 TEST_F(AnalyticsWorkerTest, NoLongerCountsWhatBecameUnreadable)
 {
     tell(Added{"a", flood});
-    tell(Unreadable{"a", {1, "torn"}});
+    tell(Unreadable{"a", "torn"});
 
     auto expected = Tally();
     expected.added = 1;
@@ -69,7 +69,7 @@ TEST_F(AnalyticsWorkerTest, NoLongerCountsWhatBecameUnreadable)
 TEST_F(AnalyticsWorkerTest, CountsNothingTwiceOnceEverythingIsRemoved)
 {
     tell(Added{"a", flood});
-    tell(Unreadable{"b", {1, "torn"}});
+    tell(Unreadable{"b", "torn"});
     tell(Removed{"a", flood});
     tell(Removed{"b", {}});
 

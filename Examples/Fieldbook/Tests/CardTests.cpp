@@ -29,13 +29,13 @@ TEST(Cards, LeaveTheTextOutWhenTheyAreShort)
 
 TEST(Cards, WarnOfWhatIsGrave)
 {
-    EXPECT_THAT(cardOf({"Rock 3 loose", "Bend", "Jo", Severity::high, ""}),
+    EXPECT_THAT(cardOf({"Rock 3 loose", "Bend", "Jo", Severity::high, {}}),
         ElementsAre("| #7 high    Rock 3 loose", "| Bend, by Jo", "| keep people away until it is cleared"));
 }
 
 TEST(Cards, PutACountForward)
 {
-    EXPECT_THAT(cardOf({"Orchids, 214 stems", "Gate", "Jo", Severity::low, ""}),
+    EXPECT_THAT(cardOf({"Orchids, 214 stems", "Gate", "Jo", Severity::low, {}}),
         ElementsAre("| #7 low     Orchids, 214 stems", "| Gate, by Jo", "| counted: 214"));
 }
 

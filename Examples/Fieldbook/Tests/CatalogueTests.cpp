@@ -8,7 +8,7 @@ namespace {
 using namespace fieldbook;
 using ::testing::ElementsAre;
 
-Report reportAt(const std::string& place, Severity severity) { return {"t", place, "o", severity, ""}; }
+Report reportAt(const std::string& place, Severity severity) { return {"t", place, "o", severity, {}}; }
 
 std::vector<int> numbers(const Catalogue& catalogue, SortOrder order)
 {
@@ -37,7 +37,7 @@ TEST(Catalogue, KeepsTheNumberOfAFileThatComesBack)
     catalogue.put("a", reportAt("q", Severity::low));
 
     ASSERT_NE(catalogue.find(1), nullptr);
-    EXPECT_EQ(catalogue.find(1)->place, "q");
+    EXPECT_EQ(catalogue.find(1)->place, Line("q"));
 }
 
 TEST(Catalogue, ListsTheGravestFirstThePlacesByNameAndEqualsByNumber)

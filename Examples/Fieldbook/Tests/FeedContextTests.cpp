@@ -13,10 +13,10 @@ using ::testing::ElementsAre;
 /// Notes what it is to show.
 class NotingScreen : public FeedScreen {
 public:
-    void show(const FolderNews& element) override { news.push_back(element); }
+    void show(const FeedNews& element) override { news.push_back(element); }
     void show(const FolderLost& failure) override { failures.push_back(failure); }
 
-    std::vector<FolderNews> news;
+    std::vector<FeedNews> news;
     std::vector<FolderLost> failures;
 };
 
@@ -28,7 +28,8 @@ protected:
     Session session{loop, terminal, trace, "missing folder", Course::watch};
     std::shared_ptr<NotingScreen> screen = std::make_shared<NotingScreen>();
     orrenby::Ref<FolderWorker> folder = orrenby::make<FolderWorker>(session);
-    orrenby::Ref<FeedContext> context = orrenby::make<FeedContext>(session, screen, folder);
+    orrenby::Ref<StationWorker> station = orrenby::make<StationWorker>(session);
+    orrenby::Ref<FeedContext> context = orrenby::make<FeedContext>(session, screen, folder, station);
 };
 
 TEST_F(FeedContextTest, ShowsNothingBeforeItIsActive) { EXPECT_THAT(screen->news, ElementsAre()); }
@@ -37,7 +38,7 @@ TEST_F(FeedContextTest, ShowsTheCurrentNewsAsSoonAsItIsActive)
 {
     context->activate();
 
-    EXPECT_THAT(screen->news, ElementsAre(FolderNews(Opened{"missing folder"})));
+    EXPECT_THAT(screen->news, ElementsAre(FeedNews(Opened{"missing folder"})));
 }
 
 TEST_F(FeedContextTest, ShowsTheFailureOfTheFolder)
@@ -49,15 +50,31 @@ TEST_F(FeedContextTest, ShowsTheFailureOfTheFolder)
     EXPECT_THAT(screen->failures, ElementsAre(FolderLost{"No such file or directory"}));
 }
 
+TEST_F(FeedContextTest, ShowsWhatTheStationSaysBeforeTheFolderIsLookedAt)
+{
+    session.station = "missing file";
+
+    context->activate();
+    const auto end = loop.after(std::chrono::milliseconds(0), [this] { loop.stop(); });
+    loop.run();
+
+    EXPECT_THAT(screen->news,
+        ElementsAre(FeedNews(Opened{"missing folder"}),
+            FeedNews(StationGarbled{"no answer: missing file: no such file"})));
+    EXPECT_EQ(screen->failures.size(), 1U);
+}
+
 TEST_F(FeedContextTest, RunsItsWorkersAndSubscriptionsWhileItIsActive)
 {
     context->activate();
     EXPECT_TRUE(folder->isWorking());
+    EXPECT_TRUE(station->isWorking());
     EXPECT_TRUE(context->analytics()->isWorking());
-    EXPECT_EQ(orrenby::Streams::liveSubscriptionCount(), 2);
+    EXPECT_EQ(orrenby::Streams::liveSubscriptionCount(), 6); // each of two to two streams as one
 
     context->deactivate();
     EXPECT_FALSE(folder->isWorking());
+    EXPECT_FALSE(station->isWorking());
     EXPECT_FALSE(context->analytics()->isWorking());
     EXPECT_EQ(orrenby::Streams::liveSubscriptionCount(), 0);
 }

@@ -21,10 +21,12 @@ namespace fs = std::filesystem;
 
 std::string reportOf(const std::string& title)
 {
-    return "Title: " + title + "\nPlace: p\nObserver: o\nSeverity: low\n";
+    return R"({"title": ")" + title + R"(", "place": "p", "observer": "o", "severity": "low"})";
 }
 
-Report parsedReport(const std::string& title) { return {title, "p", "o", Severity::low, ""}; }
+constexpr auto noJSON = "No valid JSON: Unexpected text at line 1, column 1";
+
+Report reportNamed(const std::string& title) { return {title, "p", "o", Severity::low, {}}; }
 
 /// A worker on a folder of its own. `news` is what it told since somebody looked.
 class FolderWorkerTest : public ::testing::Test {
@@ -60,35 +62,34 @@ protected:
         loop.run();
     }
 
-    std::vector<FolderNews> takeNews() { return std::exchange(news, {}); }
+    std::vector<FeedNews> takeNews() { return std::exchange(news, {}); }
 
-    TemporaryCopy outer{FIELDBOOK_SAMPLES};
+    TemporaryCopy outer{FIELDBOOK_BUNDLE "/Reports"};
     fs::path folder = outer.path() / "reports";
     EventLoop loop;
     Terminal terminal{-1, false};
     LifeTrace trace{terminal};
     Session session{loop, terminal, trace, folder, Course::watch};
     orrenby::Ref<FolderWorker> worker;
-    std::vector<FolderNews> news;
+    std::vector<FeedNews> news;
     std::optional<FolderLost> failure;
     orrenby::Streams::AnyCancellable subscription;
 };
 
 TEST_F(FolderWorkerTest, TellsWhatIsInTheFolderInTheOrderOfNames)
 {
-    put("b.report", reportOf("two"));
-    put("a.report", reportOf("one"));
-    put("c.report", "?");
+    put("b.json", reportOf("two"));
+    put("a.json", reportOf("one"));
+    put("c.json", "?");
     put("notes.txt", "no report");
-    put(".hidden.report", reportOf("hidden"));
+    put(".hidden.json", reportOf("hidden"));
 
     start();
 
     EXPECT_THAT(takeNews(),
-        ElementsAre(FolderNews(Opened{folder.string()}), FolderNews(Added{"a.report", parsedReport("one")}),
-            FolderNews(Added{"b.report", parsedReport("two")}),
-            FolderNews(Unreadable{"c.report", {1, "neither a header nor an empty line"}}),
-            FolderNews(Scanned{3})));
+        ElementsAre(FeedNews(Opened{folder.string()}), FeedNews(Added{"a.json", reportNamed("one")}),
+            FeedNews(Added{"b.json", reportNamed("two")}), FeedNews(Unreadable{"c.json", noJSON}),
+            FeedNews(Scanned{3})));
 }
 
 TEST_F(FolderWorkerTest, FollowsAFileThroughItsLife)
@@ -97,35 +98,35 @@ TEST_F(FolderWorkerTest, FollowsAFileThroughItsLife)
     start();
     takeNews();
 
-    put("a.report", reportOf("one"));
+    put("a.json", reportOf("one"));
     turn();
-    put("a.report", reportOf("two"));
+    put("a.json", reportOf("two"));
     turn();
-    put("a.report", "");
+    put("a.json", "");
     turn();
-    put("a.report", reportOf("three"));
+    put("a.json", reportOf("three"));
     turn();
-    fs::remove(folder / "a.report");
+    fs::remove(folder / "a.json");
     turn();
 
     EXPECT_THAT(takeNews(),
-        ElementsAre(FolderNews(Added{"a.report", parsedReport("one")}),
-            FolderNews(Changed{"a.report", parsedReport("two")}),
-            FolderNews(Unreadable{"a.report", {0, "the file is empty"}}),
-            FolderNews(Added{"a.report", parsedReport("three")}),
-            FolderNews(Removed{"a.report", parsedReport("three")})));
+        ElementsAre(FeedNews(Added{"a.json", reportNamed("one")}),
+            FeedNews(Changed{"a.json", reportNamed("two")}),
+            FeedNews(Unreadable{"a.json", "No valid JSON: Unexpected end of the text at line 1, column 1"}),
+            FeedNews(Added{"a.json", reportNamed("three")}),
+            FeedNews(Removed{"a.json", reportNamed("three")})));
     //! [Following a folder]
 }
 
 TEST_F(FolderWorkerTest, TellsNothingOfAFileThatSaysTheSame)
 {
-    put("a.report", reportOf("one"));
-    put("b.report", "?");
+    put("a.json", reportOf("one"));
+    put("b.json", "?");
     start();
     takeNews();
 
-    put("a.report", reportOf("one"));
-    put("b.report", "?");
+    put("a.json", reportOf("one"));
+    put("b.json", "?");
     turn();
 
     EXPECT_THAT(takeNews(), ElementsAre());
@@ -136,15 +137,16 @@ TEST_F(FolderWorkerTest, WaitsUntilAWriterIsDone)
     start();
     takeNews();
 
-    auto file = std::ofstream(folder / "a.report");
-    file << "Title: half" << std::flush;
+    auto file = std::ofstream(folder / "a.json");
+    const auto text = reportOf("half");
+    file << text.substr(0, 10) << std::flush;
     turn();
     EXPECT_THAT(takeNews(), ElementsAre());
 
-    file << "\nPlace: p\nObserver: o\nSeverity: low\n";
+    file << text.substr(10);
     file.close();
     turn();
-    EXPECT_THAT(takeNews(), ElementsAre(FolderNews(Added{"a.report", parsedReport("half")})));
+    EXPECT_THAT(takeNews(), ElementsAre(FeedNews(Added{"a.json", reportNamed("half")})));
 }
 
 TEST_F(FolderWorkerTest, SeesFilesThatAreMovedInRenamedAndMovedOut)
@@ -153,18 +155,17 @@ TEST_F(FolderWorkerTest, SeesFilesThatAreMovedInRenamedAndMovedOut)
     takeNews();
     std::ofstream(outer.path() / "x") << reportOf("one");
 
-    fs::rename(outer.path() / "x", folder / "a.report");
+    fs::rename(outer.path() / "x", folder / "a.json");
     turn();
-    fs::rename(folder / "a.report", folder / "b.report");
+    fs::rename(folder / "a.json", folder / "b.json");
     turn();
-    fs::rename(folder / "b.report", outer.path() / "x");
+    fs::rename(folder / "b.json", outer.path() / "x");
     turn();
 
     EXPECT_THAT(takeNews(),
-        ElementsAre(FolderNews(Added{"a.report", parsedReport("one")}),
-            FolderNews(Removed{"a.report", parsedReport("one")}),
-            FolderNews(Added{"b.report", parsedReport("one")}),
-            FolderNews(Removed{"b.report", parsedReport("one")})));
+        ElementsAre(FeedNews(Added{"a.json", reportNamed("one")}),
+            FeedNews(Removed{"a.json", reportNamed("one")}), FeedNews(Added{"b.json", reportNamed("one")}),
+            FeedNews(Removed{"b.json", reportNamed("one")})));
 }
 
 TEST_F(FolderWorkerTest, SeesLinksThatAppear)
@@ -173,62 +174,61 @@ TEST_F(FolderWorkerTest, SeesLinksThatAppear)
     start();
     takeNews();
 
-    fs::create_hard_link(outer.path() / "x", folder / "a.report");
-    fs::create_symlink(outer.path() / "x", folder / "b.report");
+    fs::create_hard_link(outer.path() / "x", folder / "a.json");
+    fs::create_symlink(outer.path() / "x", folder / "b.json");
     turn();
 
     EXPECT_THAT(takeNews(),
-        ElementsAre(FolderNews(Added{"a.report", parsedReport("one")}),
-            FolderNews(Added{"b.report", parsedReport("one")})));
+        ElementsAre(
+            FeedNews(Added{"a.json", reportNamed("one")}), FeedNews(Added{"b.json", reportNamed("one")})));
 }
 
 TEST_F(FolderWorkerTest, TakesFoldersAndPipesAndLargeFilesAsUnreadable)
 {
-    fs::create_directory(folder / "a.report");
-    ASSERT_EQ(::mkfifo((folder / "b.report").c_str(), 0600), 0);
-    put("c.report", reportOf("large") + "\n" + std::string(1024 * 1024, 'x'));
+    fs::create_directory(folder / "a.json");
+    ASSERT_EQ(::mkfifo((folder / "b.json").c_str(), 0600), 0);
+    put("c.json", reportOf("large") + std::string(1024 * 1024, ' '));
 
     start();
 
     EXPECT_THAT(takeNews(),
-        ElementsAre(FolderNews(Opened{folder.string()}),
-            FolderNews(Unreadable{"a.report", {0, "not a regular file"}}),
-            FolderNews(Unreadable{"b.report", {0, "not a regular file"}}),
-            FolderNews(Unreadable{"c.report", {0, "larger than 1048576 bytes"}}), FolderNews(Scanned{3})));
+        ElementsAre(FeedNews(Opened{folder.string()}), FeedNews(Unreadable{"a.json", "not a regular file"}),
+            FeedNews(Unreadable{"b.json", "not a regular file"}),
+            FeedNews(Unreadable{"c.json", "larger than 1048576 bytes"}), FeedNews(Scanned{3})));
 }
 
 TEST_F(FolderWorkerTest, LogsOneWarningForEachUnreadableFile)
 {
     const auto log = orrenby::Log::CaptureHandler();
     orrenby::Log::onEvent(log);
-    put("a.report", "Title: t\nSeverity: huge\n");
+    put("a.json", R"({"title": "t"})");
     start();
 
-    put("a.report", "Title: t\nSeverity: huge\n");
+    put("a.json", R"({"title": "t"})");
     turn();
 
     EXPECT_THAT(log.messages(orrenby::Log::Level::warning),
-        ElementsAre("a.report:2: unknown severity \"huge\": low, medium or high"));
+        ElementsAre("a.json: line 1, column 1: No value under the key \"place\""));
 }
 
 TEST_F(FolderWorkerTest, TakesAFileThatIsWrittenAnewAtOnceAsChanged)
 {
-    put("a.report", reportOf("one"));
+    put("a.json", reportOf("one"));
     start();
     takeNews();
 
-    fs::remove(folder / "a.report");
-    put("a.report", reportOf("two"));
+    fs::remove(folder / "a.json");
+    put("a.json", reportOf("two"));
     turn();
 
-    EXPECT_THAT(takeNews(), ElementsAre(FolderNews(Changed{"a.report", parsedReport("two")})));
+    EXPECT_THAT(takeNews(), ElementsAre(FeedNews(Changed{"a.json", reportNamed("two")})));
 }
 
 TEST_F(FolderWorkerTest, LooksAtEverythingAfterMoreChangesThanTheSystemNotes)
 {
     const auto log = orrenby::Log::CaptureHandler();
     orrenby::Log::onEvent(log);
-    put("b.report", reportOf("two"));
+    put("b.json", reportOf("two"));
     start();
     takeNews();
 
@@ -239,26 +239,26 @@ TEST_F(FolderWorkerTest, LooksAtEverythingAfterMoreChangesThanTheSystemNotes)
         put("notes.txt", "");
         fs::remove(folder / "notes.txt");
     }
-    fs::remove(folder / "b.report");
-    put("a.report", reportOf("one"));
+    fs::remove(folder / "b.json");
+    put("a.json", reportOf("one"));
     turn();
 
     EXPECT_THAT(takeNews(),
-        ElementsAre(FolderNews(Removed{"b.report", parsedReport("two")}),
-            FolderNews(Added{"a.report", parsedReport("one")})));
+        ElementsAre(
+            FeedNews(Removed{"b.json", reportNamed("two")}), FeedNews(Added{"a.json", reportNamed("one")})));
     EXPECT_EQ(log.count(orrenby::Log::Level::info), 1U);
 }
 
 TEST_F(FolderWorkerTest, FailsWhenTheFolderIsRemoved)
 {
-    put("a.report", reportOf("one"));
+    put("a.json", reportOf("one"));
     start();
     takeNews();
 
     fs::remove_all(folder);
     turn();
 
-    EXPECT_THAT(takeNews(), ElementsAre(FolderNews(Removed{"a.report", parsedReport("one")})));
+    EXPECT_THAT(takeNews(), ElementsAre(FeedNews(Removed{"a.json", reportNamed("one")})));
     EXPECT_EQ(failure, FolderLost{"it was removed or moved"});
 }
 
@@ -287,7 +287,7 @@ TEST_F(FolderWorkerTest, TellsNothingOnceItIsStopped)
     takeNews();
 
     worker->stop();
-    put("a.report", reportOf("one"));
+    put("a.json", reportOf("one"));
     turn();
 
     EXPECT_THAT(takeNews(), ElementsAre());
@@ -295,7 +295,7 @@ TEST_F(FolderWorkerTest, TellsNothingOnceItIsStopped)
 
 TEST_F(FolderWorkerTest, TellsEverythingAnewWhenItIsStartedAgain)
 {
-    put("a.report", reportOf("one"));
+    put("a.json", reportOf("one"));
     start();
     takeNews();
 
@@ -303,14 +303,13 @@ TEST_F(FolderWorkerTest, TellsEverythingAnewWhenItIsStartedAgain)
     worker->start();
     turn();
 
-    EXPECT_THAT(
-        takeNews(), ElementsAre(FolderNews(Added{"a.report", parsedReport("one")}), FolderNews(Scanned{1})));
+    EXPECT_THAT(takeNews(), ElementsAre(FeedNews(Added{"a.json", reportNamed("one")}), FeedNews(Scanned{1})));
 }
 
 TEST_F(FolderWorkerTest, MayBeStoppedByWhoeverReceivesItsNews)
 {
-    put("a.report", reportOf("one"));
-    put("b.report", reportOf("two"));
+    put("a.json", reportOf("one"));
+    put("b.json", reportOf("two"));
     worker = orrenby::make<FolderWorker>(session);
     subscription = worker->news().sink([this](const auto& payload) {
         news.push_back(*payload.asValue());
@@ -322,7 +321,7 @@ TEST_F(FolderWorkerTest, MayBeStoppedByWhoeverReceivesItsNews)
     turn();
 
     EXPECT_THAT(takeNews(),
-        ElementsAre(FolderNews(Opened{folder.string()}), FolderNews(Added{"a.report", parsedReport("one")})));
+        ElementsAre(FeedNews(Opened{folder.string()}), FeedNews(Added{"a.json", reportNamed("one")})));
 }
 
 } // namespace

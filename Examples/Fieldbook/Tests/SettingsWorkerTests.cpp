@@ -14,8 +14,8 @@ class SettingsWorkerTest : public ::testing::Test {
 protected:
     SettingsWorkerTest()
     {
-        session.catalogue.put("a", {"Wasps", "west", "o", Severity::low, ""});
-        session.catalogue.put("b", {"Flood", "east", "o", Severity::high, ""});
+        session.catalogue.put("a", {"Wasps", "west", "o", Severity::low, {}});
+        session.catalogue.put("b", {"Flood", "east", "o", Severity::high, {}});
     }
 
     static std::array<int, 2> makePipe()
@@ -61,13 +61,34 @@ TEST_F(SettingsWorkerTest, ListsTheReportsInTheOrderThatANotificationAsksFor)
     EXPECT_EQ(printed(), "= by severity\n  #2 high    Flood, east\n  #1 low     Wasps, west\n");
 }
 
-TEST_F(SettingsWorkerTest, DoesNotListWhatIsInThatOrderAlready)
+TEST_F(SettingsWorkerTest, SaysInWhichOrderReportsWillBeListedWhenThereIsNoneYet)
+{
+    session.catalogue.take("a");
+    session.catalogue.take("b");
+    worker->start();
+
+    post("place");
+
+    EXPECT_EQ(printed(), "= reports will be listed by place\n");
+}
+
+TEST_F(SettingsWorkerTest, ListsThemAgainWhenTheyAreInThatOrderAlready)
 {
     worker->start();
 
     post("number");
 
-    EXPECT_EQ(printed(), "");
+    EXPECT_EQ(printed(), "= by number\n  #1 low     Wasps, west\n  #2 high    Flood, east\n");
+}
+
+TEST_F(SettingsWorkerTest, ListsTheReportsWhenSomebodyElseChangesTheOrder)
+{
+    worker->start();
+
+    session.settings->sortOrder = SortOrder::byPlace;
+    session.settings->sortOrder = SortOrder::byPlace;
+
+    EXPECT_EQ(printed(), "= by place\n  #2 high    Flood, east\n  #1 low     Wasps, west\n");
 }
 
 TEST_F(SettingsWorkerTest, IgnoresAnOrderThatItDoesNotKnow)

@@ -38,6 +38,13 @@ TEST(Text, TakeCharacterKnowsTheLimitsOfEachLength)
     }
 }
 
+TEST(Text, CountedKnowsOneFromMany)
+{
+    EXPECT_EQ(counted(0, "report"), "0 reports");
+    EXPECT_EQ(counted(1, "report"), "1 report");
+    EXPECT_EQ(counted(2, "report"), "2 reports");
+}
+
 TEST(Text, TrimmedTakesBlanksAndTabsOffBothEnds)
 {
     EXPECT_EQ(trimmed("\t a b \t"), "a b");

@@ -4,6 +4,7 @@
     program.py PROGRAM
 """
 
+import json
 import os
 import pathlib
 import pty
@@ -18,77 +19,97 @@ import unittest
 
 PROGRAM = ""
 PATIENCE = 30  # seconds
-REPORT = "Title: {}\nPlace: Quay\nObserver: Nils\nSeverity: {}\n"
+REPORT = {"place": "Quay", "observer": "Nils"}
 
 FEED = """\
-+ low     #1 One bar of the cattle grid is bent, Weir Lane (Marit Lindqvist)
-+ medium  #2 Upper spring has run dry, Chapel Bank (Sunniva Øye)
-+ medium  #3 Stove of the shelter smokes, Colder Hill (Jonas Brandt)
-+ high    #4 Boulder loose above the quarry road, Quarry Road, second bend (Sunniva Øye)
-+ medium  #5 Warning light on the mast is out, Colder Hill (Jonas Brandt)
-+ low     #6 Orchids in flower, 214 stems, Harrow Gate (Marit Lindqvist)
-+ low     #7 Five young owls in the north barn, Harrow Gate (Tomé Ferreira)
-+ medium  #8 Signpost leans into the road, Three Stones crossing (Tomé Ferreira)
-! unreadable  torn-page.report: line 4: unknown severity "quite bad": low, medium or high
-+ high    #9 Path washed out below the weir, Weir Lane (Ines Calder)
+@ station  Ines Calder is signed in at Chapel Bank
+@ station  2 reports came in
++ medium  #1 Ice on the slate steps, Colder Hill (Jonas Brandt)
++ low     #2 Rescue line repaired, Quarry Road, second bend (Marit Lindqvist)
+@ station  Radio check at noon, channel 4.
+@ station  The shelter on Colder Hill stays closed until its stove draws again.
+! station  settings > isDetailed, line 8, column 23: Expected Bool but found a text
++ low     #3 One bar of the cattle grid is bent, Weir Lane (Marit Lindqvist)
++ medium  #4 Upper spring has run dry, Chapel Bank (Sunniva Øye)
++ medium  #5 Stove of the shelter smokes, Colder Hill (Jonas Brandt)
++ high    #6 Boulder loose above the quarry road, Quarry Road, second bend (Sunniva Øye)
++ medium  #7 Warning light on the mast is out, Colder Hill (Jonas Brandt)
++ low     #8 Orchids in flower, 214 stems, Harrow Gate (Marit Lindqvist)
++ low     #9 Five young owls in the north barn, Harrow Gate (Tomé Ferreira)
++ medium  #10 Signpost leans into the road, Three Stones crossing (Tomé Ferreira)
+! unreadable  torn-page.json: severity, line 5, column 17: No severity (low, medium or high) has the raw value "quite bad"
++ high    #11 Path washed out below the weir, Weir Lane (Ines Calder)
 = 10 report files so far
-> write ford.report
-+ medium  #10 Footbridge under water, Lower Marrow, ford (Ines Calder)
-> replace ford.report
-~ high    #10 Footbridge carried away, Lower Marrow, ford (Ines Calder)
-> write wasps.report
-! unreadable  wasps.report: line 3: neither a header nor an empty line
-> write wasps.report
-+ low     #11 Wasps in the information board, Harrow Gate (Jonas Brandt)
-> write owl-count.report
-! unreadable  owl-count.report: line 2: unknown severity "enormous": low, medium or high
-> write signpost.report
-~ low     #8 Signpost upright again, Three Stones crossing (Tomé Ferreira)
-> move wasps.report to wasps-harrow-gate.report
-- low     #11 Wasps in the information board, Harrow Gate (Jonas Brandt)
-+ low     #12 Wasps in the information board, Harrow Gate (Jonas Brandt)
-> remove mast-light.report
-- medium  #5 Warning light on the mast is out, Colder Hill (Jonas Brandt)
-> remove torn-page.report
-- unreadable  torn-page.report
+> write ford.json
++ medium  #12 Footbridge under water, Lower Marrow, ford (Ines Calder)
+> replace ford.json
+~ high    #12 Footbridge carried away, Lower Marrow, ford (Ines Calder)
+> write wasps.json
+! unreadable  wasps.json: No valid JSON: Unexpected end of the text at line 4, column 11
+> write wasps.json
++ low     #13 Wasps in the information board, Harrow Gate (Jonas Brandt)
+> write owl-count.json
+! unreadable  owl-count.json: line 1, column 1: No value under the key "observer"
+> write signpost.json
+~ low     #10 Signpost upright again, Three Stones crossing (Tomé Ferreira)
+> move wasps.json to wasps-harrow-gate.json
+- low     #13 Wasps in the information board, Harrow Gate (Jonas Brandt)
++ low     #14 Wasps in the information board, Harrow Gate (Jonas Brandt)
+> remove mast-light.json
+- medium  #7 Warning light on the mast is out, Colder Hill (Jonas Brandt)
+> remove torn-page.json
+- unreadable  torn-page.json
 > sort severity
 = by severity
-  #4 high    Boulder loose above the quarry road, Quarry Road, second bend
-  #9 high    Path washed out below the weir, Weir Lane
-  #10 high    Footbridge carried away, Lower Marrow, ford
-  #2 medium  Upper spring has run dry, Chapel Bank
-  #3 medium  Stove of the shelter smokes, Colder Hill
-  #1 low     One bar of the cattle grid is bent, Weir Lane
-  #6 low     Orchids in flower, 214 stems, Harrow Gate
-  #8 low     Signpost upright again, Three Stones crossing
-  #12 low     Wasps in the information board, Harrow Gate
-> fieldbook://report/4
-| #4 high    Boulder loose above the quarry road
+  #6 high    Boulder loose above the quarry road, Quarry Road, second bend
+  #11 high    Path washed out below the weir, Weir Lane
+  #12 high    Footbridge carried away, Lower Marrow, ford
+  #1 medium  Ice on the slate steps, Colder Hill
+  #4 medium  Upper spring has run dry, Chapel Bank
+  #5 medium  Stove of the shelter smokes, Colder Hill
+  #2 low     Rescue line repaired, Quarry Road, second bend
+  #3 low     One bar of the cattle grid is bent, Weir Lane
+  #8 low     Orchids in flower, 214 stems, Harrow Gate
+  #10 low     Signpost upright again, Three Stones crossing
+  #14 low     Wasps in the information board, Harrow Gate
+> fieldbook://report/6
+| #6 high    Boulder loose above the quarry road
 | Quarry Road, second bend, by Sunniva Øye
 | keep people away until it is cleared
 | It moved about a hand's breadth since Tuesday (paint marks A and B).
 | No parking below it until the climbers have looked at it.
-> fieldbook://report/6
-| #6 low     Orchids in flower, 214 stems
+> fieldbook://report/8
+| #8 low     Orchids in flower, 214 stems
 | Harrow Gate, by Marit Lindqvist
 | counted: 214
 | More than twice last year's count. Mowing should wait until July.
 > details off
 = cards are short
 > fieldbook://report/1
-| #1 low     One bar of the cattle grid is bent
-| Weir Lane, by Marit Lindqvist
+| #1 medium  Ice on the slate steps
+| Colder Hill, by Jonas Brandt
 > fieldbook://report/99
 ! nothing opens fieldbook://report/99
 > upload
-= 9 to upload
+= 11 to upload
+^ #6 sent
+^ #11 no answer; attempt 2 in 2 s
+^ #11 attempt 2
+^ #11 no answer; attempt 3 in 4 s
+^ #11 attempt 3
+^ #11 sent
+^ #12 sent
+^ #1 no answer; attempt 2 in 2 s
+^ #1 attempt 2
+^ #1 sent
 ^ #4 no answer; attempt 2 in 2 s
 ^ #4 attempt 2
 ^ #4 sent
-^ #9 sent
-^ #10 no answer; attempt 2 in 2 s
-^ #10 attempt 2
-^ #10 sent
+^ #5 no answer; attempt 2 in 2 s
+^ #5 attempt 2
+^ #5 no answer; attempt 3 in 4 s
+^ #5 attempt 3
+^ #5 sent
 ^ #2 no answer; attempt 2 in 2 s
 ^ #2 attempt 2
 ^ #2 no answer; attempt 3 in 4 s
@@ -101,35 +122,38 @@ FEED = """\
 ^ #3 no answer; attempt 4 in 8 s
 ^ #3 attempt 4
 ^ #3 given up after 4 attempts
-^ #1 no answer; attempt 2 in 2 s
-^ #1 attempt 2
-^ #1 sent
-^ #6 sent
 ^ #8 no answer; attempt 2 in 2 s
 ^ #8 attempt 2
 ^ #8 no answer; attempt 3 in 4 s
 ^ #8 attempt 3
 ^ #8 sent
-^ #12 sent
+^ #10 no answer; attempt 2 in 2 s
+^ #10 attempt 2
+^ #10 sent
+^ #14 no answer; attempt 2 in 2 s
+^ #14 attempt 2
+^ #14 no answer; attempt 3 in 4 s
+^ #14 attempt 3
+^ #14 sent
 """
 
 SUMMARY = """\
 Summary
-  events      added 12; changed 2; removed 3; unreadable 3
-  severity    high 3; medium 2; low 4
-  observers   Ines Calder 2; Jonas Brandt 2; Marit Lindqvist 2; Sunniva Øye 2; Tomé Ferreira 1
-  places      Chapel Bank 1; Colder Hill 1; Harrow Gate 2; Lower Marrow, ford 1; Quarry Road, second bend 1; \
+  events      added 14; changed 2; removed 3; unreadable 3
+  severity    high 3; medium 3; low 5
+  observers   Ines Calder 2; Jonas Brandt 3; Marit Lindqvist 3; Sunniva Øye 2; Tomé Ferreira 1
+  places      Chapel Bank 1; Colder Hill 2; Harrow Gate 2; Lower Marrow, ford 1; Quarry Road, second bend 2; \
 Three Stones crossing 1; Weir Lane 2
-  unreadable  owl-count.report
+  unreadable  owl-count.json
   opened      3
-  uploads     sent 8; given up 1
+  uploads     sent 10; given up 1
   alive       flows 0  contexts 0  workers 0  subscriptions 0
 """
 
 OPENING = ["RootContext is active", "UploadWorker starts", "ScriptWorker starts", "SessionWorker starts", "RootFlow has started",
-           "FeedContext is active", "FolderWorker starts", "SettingsWorker starts", "AnalyticsWorker starts",
+           "FeedContext is active", "StationWorker starts", "FolderWorker starts", "SettingsWorker starts", "AnalyticsWorker starts",
            "FeedFlow has started"]
-CLOSING = ["FolderWorker stops", "SettingsWorker stops", "AnalyticsWorker stops", "FeedContext resigns", "FeedContext goes",
+CLOSING = ["StationWorker stops", "FolderWorker stops", "SettingsWorker stops", "AnalyticsWorker stops", "FeedContext resigns", "FeedContext goes",
            "FeedFlow goes", "UploadWorker stops", "ScriptWorker stops", "SessionWorker stops", "RootContext resigns", "RootContext goes", "RootFlow goes"]
 
 
@@ -147,7 +171,7 @@ def sections_of(output):
     head, summary = output.split("Summary\n")
     head, closing = head.split("Closing\n")
     opening = [line for line in head.splitlines() if line.startswith("  ") and not line.startswith("  #")]
-    feed = [line for line in head.splitlines()[1:] if line[:1] in "+~-!=>|^" or line.startswith("  #")]
+    feed = [line for line in head.splitlines()[1:] if line[:1] in "+~-!=>|^@" or line.startswith("  #")]
     return "\n".join(opening), "\n".join(feed) + "\n", closing, "Summary\n" + summary
 
 
@@ -160,7 +184,7 @@ class Folder(unittest.TestCase):
         self.folder.mkdir()
 
     def put(self, name, title, severity="low"):
-        (self.folder / name).write_text(REPORT.format(title, severity), encoding="utf-8")
+        (self.folder / name).write_text(json.dumps(REPORT | {"title": title, "severity": severity}), encoding="utf-8")
 
 
 class ScriptedRun(Folder):
@@ -179,12 +203,19 @@ class ScriptedRun(Folder):
         self.assertNotIn("\x1b", result.stdout + result.stderr)
         self.assertEqual(["reports"], os.listdir(self.outer))
 
-    def test_makes_one_warning_for_each_broken_report_and_no_other_entry(self):
+    def test_makes_one_entry_for_each_thing_that_is_malformed_and_no_other(self):
         log = self.scripted().stderr.splitlines()
-        expected = ["torn-page.report:4: unknown severity", "wasps.report:3: neither", "owl-count.report:2: unknown severity"]
+        expected = [
+            'C ServiceDecoder:65 register(_:onLoad:) [MAIN] DecodingError(typeMismatch(Bool, at settings > isDetailed, line 8, '
+            'column 23: Expected Bool but found a text)) ["Service Decoder Key": "settings"]',
+            'torn-page.json: severity, line 5, column 17: No severity (low, medium or high) has the raw value "quite bad"',
+            "wasps.json: No valid JSON: Unexpected end of the text at line 4, column 11",
+            'owl-count.json: line 1, column 1: No value under the key "observer"',
+        ]
         self.assertEqual(len(expected), len(log), log)
-        for line, message in zip(log, expected):
-            self.assertRegex(line, r"^[0-9:.]{12} W FolderWorker:[0-9]+ take \[MAIN\] " + re.escape(message))
+        self.assertEqual(expected[0], log[0][len("00:00:00.000 "):])
+        for line, message in zip(log[1:], expected[1:]):
+            self.assertRegex(line, r"^[0-9:.]{12} W FolderWorker:[0-9]+ refuse \[MAIN\] " + re.escape(message) + "$")
 
     def test_is_the_same_on_both_engines(self):
         self.assertEqual(sections_of(self.scripted().stdout), sections_of(self.scripted("--rx").stdout))
@@ -199,8 +230,8 @@ class ScriptedRun(Folder):
 
 class GivenFolder(Folder):
     def test_shows_what_is_there_and_ends(self):
-        self.put("b.report", "Crane stuck", "high")
-        self.put("a.report", "Rope frayed")
+        self.put("b.json", "Crane stuck", "high")
+        self.put("a.json", "Rope frayed")
         result = run(str(self.folder))
         self.assertEqual(0, result.returncode)
         self.assertIn("+ low     #1 Rope frayed, Quay (Nils)\n+ high    #2 Crane stuck, Quay (Nils)\n= 2 report files so far\n"
@@ -221,8 +252,8 @@ class GivenFolder(Folder):
         self.assertEqual(f'fieldbook: cannot watch the folder "{missing}": No such file or directory\n', result.stderr)
 
     def test_that_is_a_file_is_refused(self):
-        self.put("a.report", "Rope frayed")
-        result = run(str(self.folder / "a.report"))
+        self.put("a.json", "Rope frayed")
+        result = run(str(self.folder / "a.json"))
         self.assertEqual((1, ""), (result.returncode, result.stdout))
         self.assertRegex(result.stderr, "^fieldbook: cannot watch .*: Not a directory\n$")
 
@@ -241,6 +272,39 @@ class GivenFolder(Folder):
         self.assertEqual(1, result.returncode)
         self.assertIn("?[2J", result.stderr)
         self.assertNotIn("\x1b", result.stderr)
+
+
+class Station(Folder):
+    def answer(self, members):
+        file = self.outer / "answer.json"
+        file.write_text(json.dumps(members), encoding="utf-8")
+        return run(f"--station={file}", str(self.folder))
+
+    def test_tells_its_members_before_the_folder(self):
+        self.put("a.json", "Rope frayed")
+        report = REPORT | {"title": "Crane stuck", "severity": "high"}
+        result = self.answer({"user": {"name": "Ada", "post": "Quay"}, "reports": [report], "announcements": ["Tea at four."]})
+        self.assertEqual((0, ""), (result.returncode, result.stderr))
+        self.assertIn("@ station  Ada is signed in at Quay\n@ station  1 report came in\n"
+                      "+ high    #1 Crane stuck, Quay (Nils)\n@ station  Tea at four.\n"
+                      "+ low     #2 Rope frayed, Quay (Nils)\n= 1 report file so far\n", result.stdout)
+
+    def test_changes_the_settings(self):
+        result = self.answer({"settings": {"sortOrder": "place", "isDetailed": False}})
+        self.assertEqual(0, result.returncode)
+        self.assertIn("= reports will be listed by place\n= cards are short\n", result.stdout)
+
+    def test_that_is_not_there_is_said_so_and_the_folder_is_shown(self):
+        result = run("--station=missing", str(self.folder))
+        self.assertEqual(0, result.returncode)
+        self.assertIn("! station  no answer: missing: no such file\n= 0 report files so far\n", result.stdout)
+        self.assertRegex(result.stderr, "^[0-9:.]{12} E StationWorker:[0-9]+ receive .MAIN. the station does not answer: ")
+
+    def test_cannot_steer_a_terminal(self):
+        result = self.answer({"announcements": ["\x1b[2J"], "user": {"name": "Ada", "post": 3}, "settings": {"sortOrder": "\x1b"}})
+        self.assertEqual(0, result.returncode)
+        self.assertEqual(3, result.stdout.count("! station  "), result.stdout)
+        self.assertNotIn("\x1b", result.stdout + result.stderr)
 
 
 class Arguments(unittest.TestCase):
@@ -290,9 +354,9 @@ class WatchedFolder(Folder):
             with self.subTest(signal=number):
                 self.start("--watch", stdin=subprocess.DEVNULL)
                 self.await_output("= 0 report files so far\n")
-                self.put("a.report", "Rope frayed")
+                self.put("a.json", "Rope frayed")
                 self.await_output("+ low     #1 Rope frayed, Quay (Nils)\n")
-                (self.folder / "a.report").unlink()
+                (self.folder / "a.json").unlink()
                 self.await_output("- low     #1 Rope frayed, Quay (Nils)\n")
 
                 self.process.send_signal(number)
@@ -316,7 +380,7 @@ class WatchedFolder(Folder):
     def on_terminal(self, environment, typed=()):
         mine, programs = pty.openpty()
         self.addCleanup(os.close, mine)
-        self.put("a.report", "Crane stuck", "high")
+        self.put("a.json", "Crane stuck", "high")
         self.process = subprocess.Popen([PROGRAM, str(self.folder)], stdin=programs, stdout=programs, stderr=programs,
                                         env=environment, start_new_session=True)
         self.addCleanup(self.process.wait)
@@ -344,7 +408,7 @@ class WatchedFolder(Folder):
         self.assertNotIn("\x1b", self.output)
 
     def test_obeys_what_is_typed(self):
-        self.put("b.report", "Rope frayed", "low")
+        self.put("b.json", "Rope frayed", "low")
         self.on_terminal({**os.environ, "NO_COLOR": "1"}, [
             ("sort severity", "= by severity\r\n  #1 high    Crane stuck, Quay\r\n  #2 low     Rope frayed, Quay\r\n"),
             ("fieldbook://report/1", "| keep people away until it is cleared\r\n"),
@@ -358,7 +422,7 @@ class WatchedFolder(Folder):
 
 class Link(Folder):
     def test_is_followed_as_soon_as_everything_is_told(self):
-        self.put("a.report", "Crane stuck", "high")
+        self.put("a.json", "Crane stuck", "high")
         result = run(str(self.folder), "fieldbook://report/1")
         self.assertEqual(0, result.returncode)
         self.assertIn("= 1 report file so far\n| #1 high    Crane stuck\n| Quay, by Nils\n", result.stdout)

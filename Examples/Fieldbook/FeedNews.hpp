@@ -1,10 +1,9 @@
 #pragma once
 
 /// @file
-/// What a watched folder tells: the elements of its stream.
+/// What the feed tells: the elements of its stream.
 
 #include "Report.hpp"
-#include "ReportParser.hpp"
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -28,7 +27,7 @@ struct Scanned {
 
 /// A report that was not there before, or could not be read before.
 struct Added {
-    std::string file;
+    std::string file; ///< Or whatever else tells reports apart that come from elsewhere.
     Report report;
 
     friend bool operator==(const Added&, const Added&) = default;
@@ -53,12 +52,27 @@ struct Removed {
 /// A file that ought to be a report and is none, or not any more.
 struct Unreadable {
     std::string file;
-    ReportProblem problem;
+    std::string problem; ///< One line, shown as it is.
 
     friend bool operator==(const Unreadable&, const Unreadable&) = default;
 };
 
-using FolderNews = std::variant<Opened, Scanned, Added, Changed, Removed, Unreadable>;
+/// What the station has to say, one line.
+struct StationSays {
+    std::string text;
+
+    friend bool operator==(const StationSays&, const StationSays&) = default;
+};
+
+/// A part of the station's response that cannot be taken, or the whole of it.
+struct StationGarbled {
+    std::string problem; ///< One line, shown as it is.
+
+    friend bool operator==(const StationGarbled&, const StationGarbled&) = default;
+};
+
+using FeedNews
+    = std::variant<Opened, Scanned, Added, Changed, Removed, Unreadable, StationSays, StationGarbled>;
 
 /// Why there will be no more news: the failure of the stream.
 struct FolderLost {
