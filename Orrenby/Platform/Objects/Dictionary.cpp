@@ -80,6 +80,8 @@ bool Dictionary::erase(std::string_view key)
     return true;
 }
 
+void Dictionary::reserve(std::size_t count) { m_entries.reserve(count); }
+
 void Dictionary::clear() noexcept
 {
     m_entries.clear();

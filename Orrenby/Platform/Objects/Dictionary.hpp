@@ -66,7 +66,7 @@ public:
     /// Whether there was such a member. The others keep their order.
     bool erase(std::string_view key);
     void clear() noexcept;
-    void reserve(std::size_t count) { m_entries.reserve(count); }
+    void reserve(std::size_t count);
 
     std::size_t size() const noexcept { return m_entries.size(); }
     bool empty() const noexcept { return m_entries.empty(); }

@@ -6,7 +6,6 @@
 #include "Orrenby/Platform/Export.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
@@ -15,7 +14,7 @@ namespace orrenby::inline ORRENBY_ABI::detail {
 /// step.
 ///
 /// Open addressing over pairs of a position and half a hash, at most three quarters full. Not synchronised.
-class HashIndex {
+class ORRENBY_EXPORT HashIndex {
 public:
     static constexpr std::size_t notFound = static_cast<std::size_t>(-1);
 
@@ -23,7 +22,7 @@ public:
     /// average.
     template <class IsMatch> std::size_t find(std::size_t hash, IsMatch isMatch) const
     {
-        if (m_slots.empty())
+        if (isEmpty())
             return notFound;
         const auto mixed = mix(hash);
         for (auto place = mixed & mask();; place = (place + 1) & mask()) {
@@ -36,20 +35,8 @@ public:
     }
 
     /// The position must not be in the index yet; positions fit in 32 bits.
-    void insert(std::size_t hash, std::size_t position)
-    {
-        if ((m_count + 1) * 4 > m_slots.size() * 3)
-            grow();
-        place({static_cast<std::uint32_t>(position + 1), mix(hash)});
-        ++m_count;
-    }
-
-    void clear() noexcept
-    {
-        m_slots.clear();
-        m_count = 0;
-    }
-
+    void insert(std::size_t hash, std::size_t position);
+    void clear() noexcept;
     bool isEmpty() const noexcept { return m_slots.empty(); }
 
 private:
@@ -65,22 +52,8 @@ private:
     }
     std::uint32_t mask() const noexcept { return static_cast<std::uint32_t>(m_slots.size() - 1); }
 
-    void place(Slot slot)
-    {
-        auto index = slot.hash & mask();
-        while (m_slots[index].next != 0)
-            index = (index + 1) & mask();
-        m_slots[index] = slot;
-    }
-
-    void grow()
-    {
-        const auto old = std::move(m_slots);
-        m_slots.assign(old.empty() ? 16 : old.size() * 2, Slot{});
-        for (const Slot& slot : old)
-            if (slot.next != 0)
-                place(slot);
-    }
+    void place(Slot slot);
+    void grow();
 
     std::vector<Slot> m_slots;
     std::size_t m_count = 0;
