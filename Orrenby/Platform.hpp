@@ -17,6 +17,7 @@
 #include "Orrenby/Platform/Coding/JSONEncodingStrategies.hpp"
 #include "Orrenby/Platform/Coding/JSONOutput.hpp"
 #include "Orrenby/Platform/Coding/JSONReadError.hpp"
+#include "Orrenby/Platform/Coding/JSONStrategies.hpp"
 #include "Orrenby/Platform/Coding/JSONTable.hpp"
 #include "Orrenby/Platform/Coding/KeyedDecodingContainer.hpp"
 #include "Orrenby/Platform/Coding/KeyedEncodingContainer.hpp"

@@ -21,10 +21,10 @@ namespace {
 std::string convertedKey(const DecodingPlace& place, std::string_view key)
 {
     const auto& strategy = place.session->options().keys;
-    if (const auto* custom = strategy.customKeys()) {
+    if (const auto* custom = strategy.customCoding()) {
         auto path = codingPath(place.path);
         path.emplace_back(key);
-        return custom->key(path).stringValue();
+        return (*custom)(path).stringValue();
     }
     return fromSnakeCase(key);
 }
@@ -57,16 +57,20 @@ DecodingMembers::DecodingMembers(const DecodingPlace& place)
 
 JSONDocument::Node DecodingMembers::find(std::string_view key) const
 {
-    if (m_convertedKeys == nullptr) {
-        // The usual case, without a call.
-        const auto& document = m_place.document();
-        const auto next = m_cursor;
-        if (next < m_end && isSameKey(document.key(next), key)) {
-            m_cursor = document.next(next);
-            return next;
-        }
-        return document.find(m_place.node, key, m_cursor);
+    if (m_convertedKeys != nullptr)
+        return findConverted(key);
+    // The usual case, without a call.
+    const auto& document = m_place.document();
+    const auto next = m_cursor;
+    if (next < m_end && isSameKey(document.key(next), key)) {
+        m_cursor = document.next(next);
+        return next;
     }
+    return document.find(m_place.node, key, m_cursor);
+}
+
+JSONDocument::Node DecodingMembers::findConverted(std::string_view key) const
+{
     const auto& [entries, sorted] = *m_convertedKeys;
     const auto found = std::lower_bound(
         sorted.begin(), sorted.end(), key, [&entries = entries](std::uint32_t index, std::string_view text) {

@@ -1,20 +1,11 @@
 #include "Orrenby/Platform/Coding/DecodingSession.hpp"
 
 #include "Orrenby/Platform/Coding/JSONReadError.hpp"
+#include <deque>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
 namespace {
-
-std::unique_ptr<const JSONDocument> documentOf(std::span<const std::byte> data)
-{
-    try {
-        return std::make_unique<const JSONDocument>(data);
-    } catch (const JSONReadError& error) {
-        throw DecodingError::dataCorrupted(
-            {{}, "No valid JSON: " + error.description(), AnyError(error), error.position()});
-    }
-}
 
 std::string_view nameOf(JSONKind kind)
 {
@@ -37,30 +28,40 @@ std::string_view nameOf(JSONKind kind)
 
 } // namespace
 
+/// What most calls do not need.
+struct DecodingSession::Extras {
+    std::deque<CodingStep> steps;
+    std::vector<TextPosition> positions = {TextPosition()}; ///< At even distances, as far as counted.
+};
+
 DecodingSession::DecodingSession(std::span<const std::byte> data, const JSONDecodingOptions& options)
-    : m_document(documentOf(data))
-    , m_options(options)
-{}
+try : m_document(data), m_options(options) {
+} catch (const JSONReadError& error) {
+    throw DecodingError::dataCorrupted(
+        {{}, "No valid JSON: " + error.description(), AnyError(error), error.position()});
+}
 
 DecodingSession::~DecodingSession() = default;
+
+DecodingSession::Extras& DecodingSession::extras()
+{
+    if (m_extras == nullptr)
+        m_extras = std::make_unique<Extras>();
+    return *m_extras;
+}
 
 TextPosition DecodingSession::position(JSONDocument::Node node)
 {
     constexpr std::size_t distance = 4096;
-    const auto source = m_document->source();
-    const auto offset = m_document->offset(node);
-    if (m_positions.empty())
-        m_positions.emplace_back();
-    while (m_positions.size() <= offset / distance)
-        m_positions.push_back(TextPosition::in(source, m_positions.size() * distance, m_positions.back()));
-    return TextPosition::in(source, offset, m_positions[offset / distance]);
+    const auto source = m_document.source();
+    const auto offset = m_document.offset(node);
+    auto& positions = extras().positions;
+    while (positions.size() <= offset / distance)
+        positions.push_back(TextPosition::in(source, positions.size() * distance, positions.back()));
+    return TextPosition::in(source, offset, positions[offset / distance]);
 }
 
-const CodingStep* DecodingSession::keep(const CodingStep& step)
-{
-    m_steps.push_back(std::make_unique<const CodingStep>(step));
-    return m_steps.back().get();
-}
+const CodingStep* DecodingSession::keep(const CodingStep& step) { return &extras().steps.emplace_back(step); }
 
 DecodingError::Context DecodingPlace::context(std::string_view debugDescription) const
 {

@@ -39,7 +39,7 @@ public:
     DecodingSession& operator=(const DecodingSession&) = delete;
     ~DecodingSession();
 
-    const JSONDocument& document() const noexcept { return *m_document; }
+    const JSONDocument& document() const noexcept { return m_document; }
     const JSONDecodingOptions& options() const noexcept { return m_options; }
 
     /// Of a value's first byte. However many are asked for, the text is counted once.
@@ -49,10 +49,13 @@ public:
     const CodingStep* keep(const CodingStep& step);
 
 private:
-    std::unique_ptr<const JSONDocument> m_document;
+    struct Extras;
+
+    Extras& extras();
+
+    const JSONDocument m_document;
     const JSONDecodingOptions& m_options;
-    std::vector<std::unique_ptr<const CodingStep>> m_steps;
-    std::vector<TextPosition> m_positions; ///< At even distances, as far as the text has been counted.
+    std::unique_ptr<Extras> m_extras;
 };
 
 /// A value of the document, and the way to it. `JSONDocument::absent` reads as null.
@@ -95,6 +98,8 @@ public:
 
 private:
     struct ConvertedKeys;
+
+    JSONDocument::Node findConverted(std::string_view key) const;
 
     DecodingPlace m_place;
     mutable JSONDocument::Node m_cursor;

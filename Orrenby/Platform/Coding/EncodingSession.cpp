@@ -19,12 +19,12 @@ void appendKey(const EncodingPlace& object, std::string_view key)
 
 std::string convertedKey(const EncodingPlace& object, std::string_view key)
 {
-    const auto* custom = object.session->options().keys.customKeys();
+    const auto* custom = object.session->options().keys.customCoding();
     if (custom == nullptr)
         return toSnakeCase(key);
     auto path = codingPath(object.path);
     path.emplace_back(key);
-    return custom->key(path).stringValue();
+    return (*custom)(path).stringValue();
 }
 
 /// Recursive, which the limit of nesting allows.

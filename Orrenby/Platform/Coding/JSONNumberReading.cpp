@@ -1,6 +1,8 @@
 #include "Orrenby/Platform/Coding/JSONNumber.hpp"
 
+#include <bit>
 #include <charconv>
+#include <cstring>
 #include <limits>
 #include <system_error>
 
@@ -80,12 +82,37 @@ std::optional<std::uint64_t> wholeValue(const Decimal& decimal)
     return value;
 }
 
+/// The value of eight digits at once, where the first byte is the lowest of a word; nothing when one of them
+/// is no digit.
+///
+/// Neighbours are joined to numbers of two, four and eight digits, all pairs of a step by one multiplication.
+std::optional<std::uint64_t> eightDigits(const char* bytes)
+{
+    constexpr std::uint64_t ones = 0x0101010101010101U;
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    // The high half of a digit is 3, and adding 6 does not carry out of its low half.
+    if (((word & ones * 0xF0) | ((word + ones * 6) & ones * 0xF0) >> 4U) != ones * 0x33)
+        return std::nullopt;
+    word &= ones * 0x0F;
+    word = (word * (1U + (10U << 8U)) >> 8U) & 0x00FF00FF00FF00FFU;
+    word = (word * (1U + (100U << 16U)) >> 16U) & 0x0000FFFF0000FFFFU;
+    return word * (1U + (std::uint64_t{10'000} << 32U)) >> 32U;
+}
+
 /// The value of up to 18 digits, which cannot overflow; nothing for every other form.
 std::optional<std::uint64_t> fewDigits(std::string_view text)
 {
+    constexpr bool isFirstLowest = std::endian::native == std::endian::little;
     if (text.size() > 18)
         return std::nullopt;
     std::uint64_t value = 0;
+    for (; isFirstLowest && text.size() >= 8; text.remove_prefix(8)) {
+        const auto eight = eightDigits(text.data());
+        if (!eight)
+            return std::nullopt;
+        value = value * 100'000'000 + *eight;
+    }
     for (const char byte : text) {
         if (!isDigit(byte))
             return std::nullopt;
@@ -105,21 +132,20 @@ std::optional<double> exactQuotient(std::string_view text)
         return std::nullopt;
     const bool isNegative = text.front() == '-';
     std::int64_t digits = 0;
-    std::size_t decimals = 0;
     std::size_t count = 0;
-    bool isBehindPoint = false;
+    std::size_t countToPoint = 0;
     for (const char byte : text.substr(isNegative ? 1 : 0)) {
         if (isDigit(byte)) {
             digits = digits * 10 + (byte - '0');
             ++count;
-            decimals += isBehindPoint ? 1 : 0;
         } else if (byte == '.')
-            isBehindPoint = true;
+            countToPoint = count;
         else
             return std::nullopt;
     }
     if (count > 15)
         return std::nullopt;
+    const auto decimals = countToPoint == 0 ? 0 : count - countToPoint;
     const double value = static_cast<double>(digits) / powers[decimals];
     return isNegative ? -value : value;
 }

@@ -39,8 +39,8 @@ template <class T> T decodeFloating(const Decoder& decoder, std::optional<T> (*r
             return *value;
         throwDoesNotFit(decoder, typeName<T>());
     }
-    const auto& texts = decoder.place().session->options().floats.texts();
-    if (texts && isKind(decoder, JSONKind::Text)) {
+    const auto* texts = decoder.place().session->options().floats.texts();
+    if (texts != nullptr && isKind(decoder, JSONKind::Text)) {
         const auto text = textOf(decoder);
         if (text == texts->positiveInfinity)
             return std::numeric_limits<T>::infinity();
@@ -113,7 +113,7 @@ Date decodeDate(const Decoder& decoder)
         throwCorrupted(decoder, "Expected a date and time in the form of ISO 8601");
     }
     case Kind::Custom:
-        return strategy.customDecoding()->decode(decoder);
+        return (*strategy.customCoding())(decoder);
     }
     throwCorrupted(decoder, "Expected a date");
 }
@@ -122,8 +122,8 @@ Data decodeData(const Decoder& decoder)
 {
     using Kind = JSONDataDecodingStrategy::Kind;
     const auto& strategy = decoder.place().session->options().data;
-    if (const auto* custom = strategy.customDecoding())
-        return custom->decode(decoder);
+    if (const auto* custom = strategy.customCoding())
+        return (*custom)(decoder);
     if (isKind(decoder, JSONKind::Null))
         decoder.place().throwMismatch("Data");
     if (strategy.kind() == Kind::Base64) {

@@ -15,8 +15,8 @@ constexpr double referenceSeconds = 978'307'200;
 
 void encodeNonFinite(double value, const EncodingPlace& place)
 {
-    const auto& texts = place.session->options().floats.texts();
-    if (!texts)
+    const auto* texts = place.session->options().floats.texts();
+    if (texts == nullptr)
         place.throwInvalid(value, noNumberFor(value));
     encodeText(std::isnan(value) ? texts->nan
             : value > 0          ? texts->positiveInfinity
@@ -24,11 +24,11 @@ void encodeNonFinite(double value, const EncodingPlace& place)
         place);
 }
 
-template <class Value>
-void encodeCustom(const CustomEncoding<Value>& encoding, const Value& value, const EncodingPlace& place)
+template <class Strategy, class Value>
+void encodeCustom(const Strategy& strategy, const Value& value, const EncodingPlace& place)
 {
     EncodingSlot slot(place);
-    encoding.encode(value, Encoder(slot));
+    (*strategy.customCoding())(value, Encoder(slot));
     slot.close();
 }
 
@@ -76,15 +76,15 @@ void encodeDate(Date value, const EncodingPlace& place)
             return encodeText(*text, place);
         place.throwInvalid(value, "ISO 8601 has four digits for a year");
     case Kind::Custom:
-        return encodeCustom(*strategy.customEncoding(), value, place);
+        return encodeCustom(strategy, value, place);
     }
 }
 
 void encodeData(const Data& value, const EncodingPlace& place)
 {
     const auto& strategy = place.session->options().data;
-    if (const auto* custom = strategy.customEncoding())
-        return encodeCustom(*custom, value, place);
+    if (strategy.kind() == JSONDataEncodingStrategy::Kind::Custom)
+        return encodeCustom(strategy, value, place);
     auto& text = place.text();
     if (strategy.kind() == JSONDataEncodingStrategy::Kind::Base64) {
         text.append('"');
