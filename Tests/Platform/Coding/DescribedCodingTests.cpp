@@ -33,6 +33,20 @@ public:
 };
 //! [Describing a class]
 
+struct Tagged {
+    std::string tag;
+};
+BOOST_DESCRIBE_STRUCT(Tagged, (), (tag))
+
+class Puppy : public Dog, public Tagged {
+public:
+    const std::vector<Dog>& parents() const { return m_parents; }
+
+private:
+    std::vector<Dog> m_parents;
+    BOOST_DESCRIBE_CLASS(Puppy, (Dog, Tagged), (), (), (m_parents))
+};
+
 struct Kennel {
     std::vector<Dog> dogs;
 };
@@ -67,4 +81,16 @@ TEST(DescribedCoding, NamesThePathOfWhatIsWrong)
         EXPECT_EQ(error.description(),
             "typeMismatch(Int32, at dogs > Index 0 > age, line 1, column 30: Expected Int32 but found a text)");
     }
+}
+
+TEST(DescribedCoding, CodesEachOfSeveralBases)
+{
+    const std::string_view text
+        = R"({"name":"Rex","age":0,"tag":"red","parents":[{"name":"Ada","age":5,"isGood":false}]})";
+    const auto puppy = JSONDecoder().decode<Puppy>(text);
+
+    EXPECT_EQ(puppy.name(), "Rex");
+    EXPECT_EQ(puppy.tag, "red");
+    EXPECT_EQ(puppy.parents().at(0).age(), 5);
+    EXPECT_EQ(JSONEncoder().encodeText(puppy), text);
 }

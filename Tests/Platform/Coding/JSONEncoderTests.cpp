@@ -194,6 +194,10 @@ TEST(JSONEncoder, EncodesBytesAsItsStrategySays)
 
     encoder.setDataEncodingStrategy(JSONEncoder::DataEncodingStrategy::deferredToData());
     EXPECT_EQ(encoder.encodeText(dataFromText("ab")), "[97,98]");
+
+    encoder.setDataEncodingStrategy(JSONEncoder::DataEncodingStrategy::custom(
+        [](const Data& data, const Encoder& inner) { inner.singleValueContainer().encode(data.size()); }));
+    EXPECT_EQ(encoder.encodeText(dataFromText("ab")), "2");
 }
 
 TEST(JSONEncoder, ConvertsKeysAsItsStrategySays)
@@ -240,5 +244,15 @@ TEST(JSONEncoder, IsReadBackEqualByTheDecoder)
         const auto data = JSONEncoder().encode(value);
 
         ASSERT_EQ(JSONDecoder().decode<Everything>(data), value) << "seed " << seed;
+    }
+}
+
+TEST(JSONEncoder, ThrowsWhatIsAlsoCaughtAsAStandardException)
+{
+    try {
+        JSONEncoder().encode(std::vector<double>{0, std::numeric_limits<double>::infinity()});
+        FAIL();
+    } catch (const std::exception& error) {
+        EXPECT_THAT(error.what(), ::testing::HasSubstr("Index 1"));
     }
 }

@@ -55,6 +55,20 @@ struct PastTheEnd {
     }
 };
 
+/// A list whose first element is what a base class encoded.
+struct Derived {
+    std::vector<CodingKey> basePath;
+    int base = 0;
+    int own = 0;
+
+    static Derived init(const Decoder& decoder)
+    {
+        auto list = decoder.unkeyedContainer();
+        const auto base = list.superDecoder();
+        return {base.codingPath(), base.singleValueContainer().decode<int>(), list.decode<int>()};
+    }
+};
+
 } // namespace
 
 TEST(UnkeyedDecodingContainer, GivesOneElementAfterTheOther)
@@ -79,4 +93,13 @@ TEST(UnkeyedDecodingContainer, ThrowsPastTheEnd)
         EXPECT_EQ(
             error.description(), "valueNotFound(Int32, at Index 1: Expected Int32 but the list has ended)");
     }
+}
+
+TEST(UnkeyedDecodingContainer, HandsTheNextElementToABase)
+{
+    const auto derived = JSONDecoder().decode<Derived>("[1,2]");
+
+    EXPECT_THAT(derived.basePath, ::testing::ElementsAre(CodingKey::place(0)));
+    EXPECT_EQ(derived.base, 1);
+    EXPECT_EQ(derived.own, 2);
 }
