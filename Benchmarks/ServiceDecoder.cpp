@@ -62,7 +62,7 @@ std::string badText()
     for (auto place = text.find("isUrgent\":"); place != std::string::npos;
          place = text.find("isUrgent\":", place + 1))
         if (number++ % 100 == 0)
-            text.replace(place + 10, 4, "1234");
+            text.replace(place + 10, text.find(',', place) - place - 10, "1234");
     return text;
 }
 

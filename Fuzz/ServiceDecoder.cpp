@@ -27,19 +27,23 @@ struct Node {
 
 using Places = std::vector<std::array<double, 2>>;
 
+template <class Text> bool isJSON(const Text& text)
+{
+    try {
+        const JSONDocument document(text);
+        return true;
+    } catch (const JSONReadError&) {
+        return false;
+    }
+}
+
 /// Asks the reader, which is strict about it.
 bool isUTF8(std::string_view text)
 {
     std::string quoted = "\"";
     for (const char character : text)
         quoted += character == '"' || character == '\\' ? 'x' : character;
-    quoted += '"';
-    try {
-        const JSONDocument document(quoted);
-        return true;
-    } catch (const JSONReadError&) {
-        return false;
-    }
+    return isJSON(std::string_view(quoted += '"'));
 }
 
 void requireWhole(const DecodingReport& report, std::size_t size)
@@ -81,10 +85,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     requireThat(report.failures.size() >= refused);
     requireWhole(report, size);
 
-    requireSameVerdict<User>(bytes);
-    requireSameVerdict<Node>(bytes);
-    requireSameVerdict<Places>(bytes);
-    requireSameVerdict<std::map<std::string, std::vector<std::optional<User>>>>(bytes);
+    // Bytes that are no JSON are refused alike for every type, and exceptions are slow under sanitizers.
+    if (isJSON(bytes)) {
+        requireSameVerdict<User>(bytes);
+        requireSameVerdict<Node>(bytes);
+        requireSameVerdict<Places>(bytes);
+        requireSameVerdict<std::map<std::string, std::vector<std::optional<User>>>>(bytes);
+    }
     Log::onEvent(nullptr);
     return 0;
 }
