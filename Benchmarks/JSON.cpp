@@ -1,5 +1,6 @@
 // JSON between text and structs, beside two well-known libraries that go through a tree of values.
 
+#include "Benchmarks/Support/AllocationsPerTurn.hpp"
 #include "Orrenby/Platform/Coding/AggregateCoding.hpp"
 #include "Orrenby/Platform/Coding/JSONDecoder.hpp"
 #include "Orrenby/Platform/Coding/JSONEncoder.hpp"
@@ -146,6 +147,7 @@ void tag_invoke(boost::json::value_from_tag, boost::json::value& value, const Re
 namespace {
 
 using namespace orrenby;
+using benchmarks::AllocationsPerTurn;
 
 /// Reports with escapes, text of several scripts, nested objects, optional members and numbers of every kind.
 service::Response response(std::int64_t reports)
@@ -194,8 +196,11 @@ void decodeOrrenby(benchmark::State& state)
     const auto text = textOf(expected);
     const JSONDecoder decoder;
     require(decoder.decode<service::Response>(text) == expected);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(decoder.decode<service::Response>(text));
+    {
+        const auto counting = AllocationsPerTurn(state);
+        for (auto _ : state)
+            benchmark::DoNotOptimize(decoder.decode<service::Response>(text));
+    }
     count(state, text.size());
     state.counters["tree bytes per text byte"] = static_cast<double>(JSONDocument(text).byteCount())
         / static_cast<double>(text.size());
@@ -213,8 +218,11 @@ void decodeOrrenbyFromSortedKeys(benchmark::State& state)
 void decodeBoost(benchmark::State& state)
 {
     const auto text = textOf(response(state.range(0)));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(boost::json::value_to<service::Response>(boost::json::parse(text)));
+    {
+        const auto counting = AllocationsPerTurn(state);
+        for (auto _ : state)
+            benchmark::DoNotOptimize(boost::json::value_to<service::Response>(boost::json::parse(text)));
+    }
     count(state, text.size());
 }
 
@@ -223,8 +231,11 @@ void decodeNlohmann(benchmark::State& state)
     const auto expected = response(state.range(0));
     const auto text = textOf(expected);
     require(nlohmann::json::parse(text).get<service::Response>() == expected);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(nlohmann::json::parse(text).get<service::Response>());
+    {
+        const auto counting = AllocationsPerTurn(state);
+        for (auto _ : state)
+            benchmark::DoNotOptimize(nlohmann::json::parse(text).get<service::Response>());
+    }
     count(state, text.size());
 }
 

@@ -1,7 +1,7 @@
 /// @file
 /// What operators cost for each element, and sources for each life. Both engines.
 
-#include "Benchmarks/Support/Allocations.hpp"
+#include "Benchmarks/Support/AllocationsPerTurn.hpp"
 #include "Benchmarks/Support/ParkedThread.hpp"
 #include "Orrenby/Platform/Scheduling/DispatchQueue.hpp"
 #include "Orrenby/Testing/TestAccess.hpp"
@@ -12,7 +12,7 @@
 #include <benchmark/benchmark.h>
 
 using namespace orrenby;
-using benchmarks::allocations;
+using benchmarks::AllocationsPerTurn;
 
 namespace {
 
@@ -27,24 +27,6 @@ void use(detail::Engine engine)
     testing::TestAccess::resetEngineChoice();
     Streams::set({.isCombineEnabledWhenAvailable = engine == combine});
 }
-
-/// Counts the blocks that each turn of a benchmark allocates.
-class AllocationsPerTurn {
-public:
-    explicit AllocationsPerTurn(benchmark::State& state)
-        : m_state(state)
-        , m_before(allocations().blocks)
-    {}
-    ~AllocationsPerTurn()
-    {
-        m_state.counters["allocs"] = static_cast<double>(allocations().blocks - m_before)
-            / static_cast<double>(m_state.iterations());
-    }
-
-private:
-    benchmark::State& m_state;
-    decltype(allocations().blocks) m_before;
-};
 
 /// Sends to `subject` on each turn; `sum` gathers what arrives at the far end.
 void sendOnEachTurn(benchmark::State& state, const Subject& subject, std::int64_t& sum)
