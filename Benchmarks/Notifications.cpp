@@ -2,7 +2,7 @@
 /// What a post costs: it finds those who want it, however many others are registered, and calls them without
 /// allocating. Beside it, a signal of Boost.Signals2, which has neither names nor senders.
 
-#include "Benchmarks/Support/Allocations.hpp"
+#include "Benchmarks/Support/AllocationsPerTurn.hpp"
 #include "Benchmarks/Support/ParkedThread.hpp"
 #include "Orrenby/Utilities/Observers/NotificationObserver.hpp"
 #include <benchmark/benchmark.h>
@@ -10,19 +10,9 @@
 #include <string>
 
 using namespace orrenby;
-using benchmarks::allocations;
+using benchmarks::measure;
 
 namespace {
-
-/// Times `operation` and counts the blocks that one call of it allocates.
-template <class Operation> void measure(benchmark::State& state, Operation operation)
-{
-    const auto before = allocations();
-    for (auto _ : state)
-        operation();
-    state.counters["blocks"] = benchmark::Counter(
-        static_cast<double>((allocations() - before).blocks), benchmark::Counter::kAvgIterations);
-}
 
 /// Posts to `range(0)` observers, beside `range(1)` registrations that want other names or senders.
 void post(benchmark::State& state)

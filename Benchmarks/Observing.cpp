@@ -4,7 +4,7 @@
 /// observes stays within 1 ns of the plain member and allocates nothing; telling one observer of small
 /// values allocates nothing either.
 
-#include "Benchmarks/Support/Allocations.hpp"
+#include "Benchmarks/Support/AllocationsPerTurn.hpp"
 #include "Benchmarks/Support/ParkedThread.hpp"
 #include "Orrenby/Platform/Observing/ObservableObject.hpp"
 #include "Orrenby/Platform/Observing/Property.hpp"
@@ -14,7 +14,6 @@
 #include <memory>
 
 using namespace orrenby;
-using benchmarks::allocations;
 
 namespace {
 
@@ -37,24 +36,18 @@ public:
 
 constexpr ObservingOptions oldAndNew{.new_ = true, .old = true};
 
-/// Times `operation` and counts the blocks that one call of it allocates.
-template <class Operation> void measure(benchmark::State& state, Operation operation)
+/// Times `operation`, which gets another number each time.
+template <class Operation> void measureWithNumbers(benchmark::State& state, Operation operation)
 {
     int value = 0;
-    const auto before = allocations();
-    for (auto _ : state) {
-        operation(++value);
-        benchmark::ClobberMemory();
-    }
-    state.counters["blocks"] = benchmark::Counter(
-        static_cast<double>((allocations() - before).blocks), benchmark::Counter::kAvgIterations);
+    benchmarks::measure(state, [&] { operation(++value); });
 }
 
 void setPlainMember(benchmark::State& state)
 {
     int member = 0;
     benchmark::DoNotOptimize(&member);
-    measure(state, [&](int value) { member = value; });
+    measureWithNumbers(state, [&](int value) { member = value; });
 }
 BENCHMARK(setPlainMember);
 
@@ -62,7 +55,7 @@ void setUnobserved(benchmark::State& state)
 {
     Part part;
     benchmark::DoNotOptimize(&part);
-    measure(state, [&](int value) { part.size = value; });
+    measureWithNumbers(state, [&](int value) { part.size = value; });
 }
 BENCHMARK(setUnobserved);
 
@@ -71,7 +64,7 @@ void setBesideAnObservedKey(benchmark::State& state)
     Part part;
     benchmark::DoNotOptimize(&part);
     part.addObserver(std::make_shared<Counting>(), "weight");
-    measure(state, [&](int value) { part.size = value; });
+    measureWithNumbers(state, [&](int value) { part.size = value; });
 }
 BENCHMARK(setBesideAnObservedKey);
 
@@ -81,7 +74,7 @@ void setWithObservers(benchmark::State& state)
     const auto observer = std::make_shared<Counting>();
     for (auto i = 0; i < state.range(0); ++i)
         part.addObserver(observer, "size", oldAndNew);
-    measure(state, [&](int value) { part.size = value; });
+    measureWithNumbers(state, [&](int value) { part.size = value; });
 }
 BENCHMARK(setWithObservers)->Arg(1)->Arg(3)->Arg(10)->ArgName("observers");
 
@@ -91,7 +84,7 @@ void setWithOneSlotOfASignal(benchmark::State& state)
     long calls = 0;
     changed.connect([&](int, int) { ++calls; });
     int member = 0;
-    measure(state, [&](int value) {
+    measureWithNumbers(state, [&](int value) {
         const int old = std::exchange(member, value);
         changed(old, value);
     });
@@ -105,7 +98,7 @@ void setAtTheEndOfAPath(benchmark::State& state)
     whole.part = part;
     const auto observer = std::make_shared<Counting>();
     whole.addObserver(observer, "part.size", oldAndNew);
-    measure(state, [&](int value) { part->size = value; });
+    measureWithNumbers(state, [&](int value) { part->size = value; });
 }
 BENCHMARK(setAtTheEndOfAPath);
 
@@ -115,7 +108,7 @@ void replaceAnObjectAlongAPath(benchmark::State& state)
     const Ref<Part> parts[] = {std::make_shared<Part>(), std::make_shared<Part>()};
     const auto observer = std::make_shared<Counting>();
     whole.addObserver(observer, "part.size", oldAndNew);
-    measure(state, [&](int value) { whole.part = parts[value % 2]; });
+    measureWithNumbers(state, [&](int value) { whole.part = parts[value % 2]; });
 }
 BENCHMARK(replaceAnObjectAlongAPath);
 
@@ -125,7 +118,7 @@ void setWithATypedObserver(benchmark::State& state)
     const auto observer = make<KeyPathObserver<Part>>(part);
     long sum = 0;
     observer->observe(keyPath<&Part::size>(), [&](const auto& size) { sum += size.value(); });
-    measure(state, [&](int value) { part->size = value; });
+    measureWithNumbers(state, [&](int value) { part->size = value; });
     benchmark::DoNotOptimize(sum);
 }
 BENCHMARK(setWithATypedObserver);
@@ -134,7 +127,7 @@ void registerAndRemove(benchmark::State& state)
 {
     Part part;
     const auto observer = std::make_shared<Counting>();
-    measure(state, [&](int) {
+    measureWithNumbers(state, [&](int) {
         part.addObserver(observer, "size", oldAndNew);
         part.removeObserver(*observer, "size");
     });

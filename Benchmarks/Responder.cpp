@@ -2,14 +2,14 @@
 /// What it costs to send along a responder chain: every responder up to the one that claims the message is
 /// asked once.
 
-#include "Benchmarks/Support/Allocations.hpp"
+#include "Benchmarks/Support/AllocationsPerTurn.hpp"
 #include "Benchmarks/Support/ParkedThread.hpp"
 #include "Orrenby/Utilities/Discover/ResponderChain.hpp"
 #include <benchmark/benchmark.h>
 #include <cstdint>
 
 using namespace orrenby;
-using benchmarks::allocations;
+using benchmarks::measure;
 
 namespace {
 
@@ -31,11 +31,7 @@ void send(benchmark::State& state)
     }
     const auto last = static_cast<int>(state.range(0));
 
-    const auto before = allocations();
-    for (auto _ : state)
-        benchmark::DoNotOptimize(chain.send(last));
-    state.counters["blocks"] = benchmark::Counter(
-        static_cast<double>((allocations() - before).blocks), benchmark::Counter::kAvgIterations);
+    measure(state, [&] { benchmark::DoNotOptimize(chain.send(last)); });
     if (claimed == 0)
         state.SkipWithError("nobody claimed the message");
 }

@@ -3,7 +3,7 @@
 /// threads, and what a turn on an idle queue costs beside a mutex. A piece of work of a serial queue costs
 /// half of the peer's at most. Its maker allocates nothing for it.
 
-#include "Benchmarks/Support/Allocations.hpp"
+#include "Benchmarks/Support/AllocationsPerTurn.hpp"
 #include "Benchmarks/Support/ParkedThread.hpp"
 #include "Orrenby/Platform/Scheduling/DispatchQueue.hpp"
 #include "Orrenby/Platform/World/Signal.hpp"
@@ -103,13 +103,7 @@ template <DispatchQueue (*makeQueue)(std::string)> void queueTurn(benchmark::Sta
     const auto queue = makeQueue("queue");
     auto value = 0L;
     benchmark::DoNotOptimize(&value);
-    const auto before = allocations();
-    for (auto _ : state) {
-        queue.sync([&] { ++value; });
-        benchmark::ClobberMemory();
-    }
-    state.counters["blocks"] = benchmark::Counter(
-        static_cast<double>((allocations() - before).blocks), benchmark::Counter::kAvgIterations);
+    benchmarks::measure(state, [&] { queue.sync([&] { ++value; }); });
 }
 BENCHMARK(queueTurn<DispatchQueue::serial>)->Name("serialTurn");
 BENCHMARK(queueTurn<DispatchQueue::concurrent>)->Name("concurrentTurn");

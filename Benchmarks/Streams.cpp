@@ -2,7 +2,7 @@
 /// What streams cost: sending, subscribing, memory. Both engines, with Boost.Signals2 as the peer in the same
 /// run.
 
-#include "Benchmarks/Support/Allocations.hpp"
+#include "Benchmarks/Support/AllocationsPerTurn.hpp"
 #include "Benchmarks/Support/ParkedThread.hpp"
 #include "Orrenby/Testing/TestAccess.hpp"
 #include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
@@ -13,6 +13,7 @@
 
 using namespace orrenby;
 using benchmarks::allocations;
+using benchmarks::measure;
 
 namespace {
 
@@ -71,14 +72,10 @@ template <class Kind> void Send(benchmark::State& state)
     const auto source = kind.makeSource();
     auto sum = std::int64_t(0);
     const auto connections = connectMany<Kind>(source, state.range(0), sum);
-    const auto before = allocations();
 
-    for (auto _ : state)
-        kind.send(source, 1);
+    measure(state, [&] { kind.send(source, 1); });
 
     benchmark::DoNotOptimize(sum);
-    state.counters["allocs/send"] = static_cast<double>((allocations() - before).blocks)
-        / static_cast<double>(state.iterations());
 }
 
 /// One value through three hops, with the type erased at each.
@@ -91,8 +88,7 @@ template <class Kind> void SendThroughThreeMaps(benchmark::State& state)
     const auto handle = source.asPublisher().map(more).map(more).map(more).bind(
         [&sum](int value) { sum += value; });
 
-    for (auto _ : state)
-        kind.send(source, 1);
+    measure(state, [&] { kind.send(source, 1); });
 
     benchmark::DoNotOptimize(sum);
 }
@@ -102,17 +98,14 @@ template <class Kind> void CreateSubscribePushDispose(benchmark::State& state)
 {
     const auto kind = Kind();
     auto sum = std::int64_t(0);
-    const auto before = allocations();
 
-    for (auto _ : state) {
+    measure(state, [&] {
         const auto source = kind.makeState();
         const auto connection = kind.connect(source, [&sum](int value) { sum += value; });
         kind.send(source, 1);
-    }
+    });
 
     benchmark::DoNotOptimize(sum);
-    state.counters["allocs"] = static_cast<double>((allocations() - before).blocks)
-        / static_cast<double>(state.iterations());
 }
 
 /// One subscription made and ended beside `range(0)` others.
@@ -122,13 +115,9 @@ template <class Kind> void SubscribeDispose(benchmark::State& state)
     const auto source = kind.makeSource();
     auto sum = std::int64_t(0);
     const auto others = connectMany<Kind>(source, state.range(0), sum);
-    const auto before = allocations();
 
-    for (auto _ : state)
-        const auto connection = kind.connect(source, [&sum](int value) { sum += value; });
-
-    state.counters["allocs"] = static_cast<double>((allocations() - before).blocks)
-        / static_cast<double>(state.iterations());
+    measure(
+        state, [&] { const auto connection = kind.connect(source, [&sum](int value) { sum += value; }); });
 }
 
 /// Bytes and blocks that one of `range(0)` live subscriptions holds.

@@ -3,28 +3,16 @@
 /// way into the body and out of it. The box stays within 1 ns of the bare calls and allocates nothing.
 
 #include "Orrenby/Utilities/Synchronized.hpp"
-#include "Benchmarks/Support/Allocations.hpp"
+#include "Benchmarks/Support/AllocationsPerTurn.hpp"
 #include "Benchmarks/Support/ParkedThread.hpp"
 #include <benchmark/benchmark.h>
 #include <pthread.h>
 #include <shared_mutex>
 
 using namespace orrenby;
-using benchmarks::allocations;
+using benchmarks::measure;
 
 namespace {
-
-/// Times `operation` and counts the blocks that one call of it allocates.
-template <class Operation> void measure(benchmark::State& state, Operation operation)
-{
-    const auto before = allocations();
-    for (auto _ : state) {
-        operation();
-        benchmark::ClobberMemory();
-    }
-    state.counters["blocks"] = benchmark::Counter(
-        static_cast<double>((allocations() - before).blocks), benchmark::Counter::kAvgIterations);
-}
 
 struct BareMutex {
     BareMutex() { pthread_mutex_init(&lock, nullptr); }

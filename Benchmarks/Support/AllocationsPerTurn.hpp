@@ -26,4 +26,14 @@ private:
     decltype(allocations().blocks) m_before;
 };
 
+/// Times `operation`, and counts the blocks that one call of it allocates.
+template <class Operation> void measure(benchmark::State& state, Operation operation)
+{
+    const auto counting = AllocationsPerTurn(state);
+    for (auto _ : state) {
+        operation();
+        benchmark::ClobberMemory();
+    }
+}
+
 } // namespace orrenby::benchmarks
