@@ -129,6 +129,7 @@
 #include "Orrenby/Platform/Scheduling/Thread.hpp"
 #include "Orrenby/Platform/Scheduling/Timer.hpp"
 #include "Orrenby/Platform/Text/EmailPattern.hpp"
+#include "Orrenby/Platform/Text/EmailPatternMismatch.hpp"
 #include "Orrenby/Platform/Text/Hexadecimal.hpp"
 #include "Orrenby/Platform/Text/HexadecimalDigits.hpp"
 #include "Orrenby/Platform/Text/NSRange.hpp"

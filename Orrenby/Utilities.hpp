@@ -31,6 +31,7 @@
 #include "Orrenby/Utilities/Discover/WorkerController.hpp"
 #include "Orrenby/Utilities/EmailAddress.hpp"
 #include "Orrenby/Utilities/EmailAddressPieces.hpp"
+#include "Orrenby/Utilities/EmailAddressRefusal.hpp"
 #include "Orrenby/Utilities/EmailAddressValidator.hpp"
 #include "Orrenby/Utilities/Identifier.hpp"
 #include "Orrenby/Utilities/JSON/AnyJSONValue.hpp"

@@ -6,9 +6,11 @@
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Concepts.hpp"
 #include "Orrenby/Utilities/EmailAddress.hpp"
+#include "Orrenby/Utilities/EmailAddressRefusal.hpp"
 #include <concepts>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,13 +27,22 @@ concept EvaluatesEmailAddress = requires(const T& rule, std::string_view address
     { rule.evaluate(address) } -> std::convertible_to<bool>;
     // clang-format on
 };
+/// A rule that can also say why it refuses.
+template <class T>
+concept ExplainsEmailAddress = requires(const T& rule, std::string_view address)
+{
+    // clang-format off
+    { rule.explain(address) } -> std::convertible_to<EmailAddressRefusal>;
+    // clang-format on
+};
 template <class T>
 concept TestsText = std::predicate<const T&, std::string_view>;
 
 } // namespace detail
 
 /// Any rule for e-mail addresses: holds a copy of a value that has `bool evaluate(std::string_view address)
-/// const`.
+/// const`, and possibly `EmailAddressRefusal explain(std::string_view address) const`, which is asked about
+/// addresses that `evaluate` refuses.
 ///
 /// Copies share what they hold. Not synchronised.
 class EmailAddressValidationRule {
@@ -45,10 +56,18 @@ public:
         /// validator asks.
         bool evaluate(std::string_view emailAddress) const { return m_box->evaluate(emailAddress); }
 
+        /// Why the address is not acceptable, or nothing when it is. A rule that cannot tell gives the whole
+        /// address and a sentence that says no more than that.
+        std::optional<EmailAddressRefusal> explain(std::string_view emailAddress) const
+        {
+            return evaluate(emailAddress) ? std::nullopt : std::optional(m_box->explain(emailAddress));
+        }
+
     private:
         struct Box {
             virtual ~Box() = default;
             virtual bool evaluate(std::string_view emailAddress) const = 0;
+            virtual EmailAddressRefusal explain(std::string_view emailAddress) const = 0;
         };
         template <class Rule> struct BoxOf final : Box {
             explicit BoxOf(Rule held)
@@ -57,6 +76,13 @@ public:
             bool evaluate(std::string_view emailAddress) const override
             {
                 return rule.evaluate(emailAddress);
+            }
+            EmailAddressRefusal explain([[maybe_unused]] std::string_view emailAddress) const override
+            {
+                if constexpr (detail::ExplainsEmailAddress<Rule>)
+                    return rule.explain(emailAddress);
+                else
+                    return {.sentence = "A rule of the application refuses the address."};
             }
             Rule rule;
         };
@@ -91,6 +117,14 @@ public:
     /// Whether the address passes the pattern and all rules. Nothing is asked after the first refusal.
     bool validate(std::string_view emailAddress) const;
 
+    /// Why `validate` refuses the address, or nothing when it accepts it: the first thing that keeps it from
+    /// being one, or the first rule that refuses it.
+    ///
+    /// @snippet Tests/Utilities/EmailAddressRefusalTests.cpp Explaining a refusal
+    ///
+    /// The rules are asked exactly as `validate` asks them, and the one that refuses is then asked why.
+    std::optional<EmailAddressRefusal> explain(std::string_view emailAddress) const;
+
     /// What tells this validator and its copies from others.
     const void* sharedIdentity() const noexcept { return m_rules.get(); }
 
@@ -98,21 +132,26 @@ private:
     std::shared_ptr<std::vector<EmailAddressValidationRule>> m_rules;
 };
 
-/// Asks a callable.
+/// Asks a callable. What it refuses is explained by a sentence that goes with it.
 class EmailAddress::BlockValidationRule {
 public:
-    explicit BlockValidationRule(std::function<bool(std::string_view)> block)
+    explicit BlockValidationRule(std::function<bool(std::string_view)> block,
+        std::string refusal = "A rule of the application refuses the address.")
         : rule(std::move(block))
+        , sentence(std::move(refusal))
     {}
     bool evaluate(std::string_view emailAddress) const { return rule(emailAddress); }
+    EmailAddressRefusal explain(std::string_view) const { return {.sentence = sentence}; }
 
     std::function<bool(std::string_view)> rule;
+    std::string sentence;
 };
 
 /// The pattern alone, as `EmailAddress::isValid`.
 class EmailAddress::EmailValidationRule {
 public:
     bool evaluate(std::string_view emailAddress) const { return isValid(emailAddress); }
+    ORRENBY_EXPORT EmailAddressRefusal explain(std::string_view emailAddress) const;
 };
 
 /// Refuses addresses with certain texts in the domain before its last two labels.
@@ -125,6 +164,8 @@ public:
         : invalidPrefixes(std::move(invalidTexts))
     {}
     bool evaluate(std::string_view emailAddress) const;
+    /// Points to the domain, and names the first of the texts that is there.
+    EmailAddressRefusal explain(std::string_view emailAddress) const;
 
     std::vector<std::string> invalidPrefixes;
 };
@@ -137,6 +178,8 @@ public:
         : validDomains(std::move(domains))
     {}
     bool evaluate(std::string_view emailAddress) const;
+    /// Points to the domain, and names those that are accepted.
+    EmailAddressRefusal explain(std::string_view emailAddress) const;
 
     std::vector<std::string> validDomains;
 };

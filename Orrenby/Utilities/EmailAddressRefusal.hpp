@@ -1,0 +1,35 @@
+#pragma once
+
+/// @file
+/// Why an e-mail address is not accepted.
+
+#include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Text/EmailPatternMismatch.hpp"
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace orrenby::inline ORRENBY_ABI {
+
+/// The first step or rule that refuses an address. Made by `EmailAddress::Validator::explain`.
+///
+/// A rule of one's own gives one with its `position` and its `sentence`; the validator adds which rule it
+/// was.
+///
+/// A plain value. Not synchronised.
+struct EmailAddressRefusal {
+    /// The place among the validator's rules. Nothing when the pattern refuses.
+    std::optional<std::size_t> rule{};
+    /// The piece in which the pattern fails. Nothing when a rule refuses.
+    std::optional<EmailPatternPiece> piece{};
+    /// Where it shows, in bytes; the length of the text when something is missing at its end.
+    std::size_t position = 0;
+    /// One sentence in English.
+    std::string sentence{};
+
+    const std::string& description() const noexcept { return sentence; }
+
+    friend bool operator==(const EmailAddressRefusal&, const EmailAddressRefusal&) = default;
+};
+
+} // namespace orrenby
