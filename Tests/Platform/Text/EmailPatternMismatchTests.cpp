@@ -184,19 +184,13 @@ TEST(EmailPatternMismatch, StandsBehindWhatCanBeTheBeginningOfAnAddress)
 
 TEST(EmailPatternMismatch, IsFoundInLongTexts)
 {
-    const auto repeated = [](std::string_view piece) {
-        std::string text;
-        while (text.size() < 5'000'000)
-            text += piece;
-        return text;
-    };
-    const std::vector<std::string> texts{repeated("a"), "a@b." + repeated("a"), "a@" + repeated("b-b."),
-        "a@b." + repeated("A") + ".", "\"" + repeated("\\"), "\"" + repeated("a") + "\"@b.co",
-        "a@[1.2.3.a:" + repeated("\\"), "a@[1.2.3." + repeated("1-"), "a@[1.2.3.x:" + repeated("]"),
-        repeated("a.") + "a@b.co", repeated("@"), repeated("\u4E2D") + "@b.co"};
+    const auto many = [](char character) { return std::string(5'000'000, character); };
+    const std::vector<std::pair<std::string, std::size_t>> texts{{many('a'), 5'000'000},
+        {"a@b." + many('A') + ".", 5}, {"\"" + many('\\'), 5'000'001},
+        {"a@[1.2.3.a:" + many('\\'), 5'000'011}};
 
-    for (const auto& text : texts)
-        EXPECT_EQ(emailPatternMismatch(text).has_value(), !matchesEmailPattern(text)) << text.substr(0, 20);
-    EXPECT_EQ(emailPatternMismatch(texts[0])->position, 5'000'000U);
-    EXPECT_EQ(emailPatternMismatch(texts[3])->position, 5U);
+    for (const auto& [text, position] : texts) {
+        EXPECT_FALSE(matchesEmailPattern(text));
+        EXPECT_EQ(emailPatternMismatch(text)->position, position) << text.substr(0, 20);
+    }
 }
