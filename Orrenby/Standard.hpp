@@ -22,3 +22,4 @@
 #include "Orrenby/Standard/ResultDecoding.hpp"
 #include "Orrenby/Standard/SequenceOperation.hpp"
 #include "Orrenby/Standard/Sequences.hpp"
+#include "Orrenby/Standard/Texts.hpp"

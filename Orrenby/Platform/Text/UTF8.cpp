@@ -35,12 +35,9 @@ constexpr Lead leadOf(std::uint8_t byte) noexcept
 
 } // namespace
 
-UTF8Scalar firstUTF8Scalar(std::string_view text) noexcept
+UTF8Scalar detail::firstLongUTF8Scalar(std::string_view text) noexcept
 {
     const auto first = static_cast<std::uint8_t>(text.front());
-    if (first < 0x80)
-        return {.value = first, .length = 1, .isValid = true};
-
     const auto lead = leadOf(first);
     auto low = lead.low;
     auto high = lead.high;
@@ -59,7 +56,7 @@ UTF8Scalar firstUTF8Scalar(std::string_view text) noexcept
     return {.value = value, .length = length, .isValid = true};
 }
 
-UTF8Scalar lastUTF8Scalar(std::string_view text) noexcept
+UTF8Scalar detail::lastLongUTF8Scalar(std::string_view text) noexcept
 {
     for (std::size_t length = 1; length <= 4 && length <= text.size(); ++length) {
         const auto piece = text.substr(text.size() - length);

@@ -25,17 +25,39 @@ struct UTF8Scalar {
     friend constexpr bool operator==(const UTF8Scalar&, const UTF8Scalar&) = default;
 };
 
+namespace detail {
+
+/// Of text that does not begin with ASCII.
+ORRENBY_EXPORT UTF8Scalar firstLongUTF8Scalar(std::string_view text) noexcept;
+/// Of text that does not end with ASCII.
+ORRENBY_EXPORT UTF8Scalar lastLongUTF8Scalar(std::string_view text) noexcept;
+
+constexpr bool isASCII(char byte) noexcept { return static_cast<unsigned char>(byte) < 128; }
+constexpr UTF8Scalar asciiScalar(char byte) noexcept
+{
+    return {.value = static_cast<unsigned char>(byte), .length = 1, .isValid = true};
+}
+
+} // namespace detail
+
 /// The scalar value at the front of a text that is not empty.
 ///
 /// Of bytes that are no UTF-8 it takes as many as could begin a scalar value, one at least, and gives U+FFFD
 /// for them, as the Unicode standard recommends: walking on by `length` meets each byte once.
 ///
 /// Constant time. Safe to use from several threads.
-ORRENBY_EXPORT UTF8Scalar firstUTF8Scalar(std::string_view text) noexcept;
+inline UTF8Scalar firstUTF8Scalar(std::string_view text) noexcept
+{
+    return detail::isASCII(text.front()) ? detail::asciiScalar(text.front())
+                                         : detail::firstLongUTF8Scalar(text);
+}
 
 /// The scalar value at the end of a text that is not empty. In text that is no UTF-8 it may cut at another
 /// place than walking from the front does, but meets each byte once, too.
-ORRENBY_EXPORT UTF8Scalar lastUTF8Scalar(std::string_view text) noexcept;
+inline UTF8Scalar lastUTF8Scalar(std::string_view text) noexcept
+{
+    return detail::isASCII(text.back()) ? detail::asciiScalar(text.back()) : detail::lastLongUTF8Scalar(text);
+}
 
 /// How many bytes a scalar value takes in UTF-8.
 constexpr std::size_t utf8Length(char32_t scalar) noexcept
@@ -55,12 +77,6 @@ ORRENBY_EXPORT std::string replacingInvalidUTF8(std::string text);
 template <class F> void forEachScalar(std::string_view text, F&& perform)
 {
     while (!text.empty()) {
-        const auto byte = static_cast<unsigned char>(text.front());
-        if (byte < 0x80) {
-            perform(static_cast<char32_t>(byte));
-            text.remove_prefix(1);
-            continue;
-        }
         const auto scalar = firstUTF8Scalar(text);
         perform(scalar.value);
         text.remove_prefix(scalar.length);

@@ -101,6 +101,25 @@ TEST(ARC4RandomSource, DrawsKnownNumbers)
     EXPECT_THAT(draws("seed-1", 100, 8), ElementsAre(20, 12, 64, 65, 91, 19, 52, 31));
 }
 
+TEST(ARC4RandomSource, DrawsKnownNumbersBelowLargeBounds)
+{
+    constexpr auto words32 = std::uint64_t{1} << 32U;
+    constexpr auto highest = std::numeric_limits<std::uint64_t>::max();
+
+    EXPECT_THAT(draws("", words32, 3), ElementsAre(3726149953U, 2738314554U, 2315656807U));
+    EXPECT_THAT(draws("", words32 + 1, 3), ElementsAre(3307131898U, 3446174727U, 699558900U));
+    EXPECT_THAT(draws("", highest, 3),
+        ElementsAre(16003692190865251642U, 9945670256291648109U, 14346919905038494615U));
+    EXPECT_THAT(draws("orrenby", words32, 3), ElementsAre(1943294169U, 2827144238U, 3673212055U));
+    EXPECT_THAT(draws("orrenby", words32 + 1, 3), ElementsAre(883850069U, 4210305093U, 1584806033U));
+    EXPECT_THAT(draws("orrenby", highest, 3),
+        ElementsAre(8346384905189641262U, 15776325651086503131U, 12737701101184983098U));
+    EXPECT_THAT(draws("dice", words32, 3), ElementsAre(2890180889U, 758159218U, 550132848U));
+    EXPECT_THAT(draws("dice", words32 + 1, 3), ElementsAre(2162945626U, 2097586000U, 1194990016U));
+    EXPECT_THAT(draws("dice", highest, 3),
+        ElementsAre(12413232398537365362U, 2362802593263057856U, 13561114720394337212U));
+}
+
 TEST(ARC4RandomSource, ReadsWordsMostSignificantByteFirst)
 {
     const auto key = bytesOf("0102030405"); // the stream begins b2 39 63 05 f0 3d c0 27 cc c3 …
