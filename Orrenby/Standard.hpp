@@ -6,6 +6,7 @@
 #include "Orrenby/Standard/AllCasesDictionary.hpp"
 #include "Orrenby/Standard/Collect.hpp"
 #include "Orrenby/Standard/Comparables.hpp"
+#include "Orrenby/Standard/DetectedData.hpp"
 #include "Orrenby/Standard/Integers.hpp"
 #include "Orrenby/Standard/JSON/AnyOptional.hpp"
 #include "Orrenby/Standard/JSON/DecodingError+Readable.hpp"

@@ -81,3 +81,32 @@ function(orrenby_tests folder)
         gtest_discover_tests(${target} NO_PRETTY_VALUES TEST_PREFIX ${suite}/ DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
     endforeach()
 endfunction()
+
+# orrenby_embed_texts(target function folder)
+# Puts the .txt files of a folder into the target, which then needs no file when it runs. `function` gives them, in the
+# order of their names: std::span<const EmbeddedText> orrenby::detail::function(). See Orrenby/Platform/Text/EmbeddedText.hpp.
+function(orrenby_embed_texts target function folder)
+    file(GLOB files CONFIGURE_DEPENDS ${folder}/*.txt)
+    set(entries)
+    foreach(file IN LISTS files)
+        cmake_path(GET file STEM name)
+        file(READ ${file} text)
+        string(APPEND entries "        {\"${name}\", R\"text(${text})text\"},\n")
+        set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+    endforeach()
+    file(CONFIGURE OUTPUT ${function}.cpp @ONLY CONTENT [=[
+#include "Orrenby/Platform/Text/EmbeddedText.hpp"
+
+namespace orrenby::inline ORRENBY_ABI::detail {
+
+std::span<const EmbeddedText> @function@()
+{
+    static constexpr EmbeddedText texts[] = {
+@entries@    };
+    return texts;
+}
+
+} // namespace orrenby::inline ORRENBY_ABI::detail
+]=])
+    target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${function}.cpp)
+endfunction()
