@@ -239,8 +239,8 @@ std::optional<DetectedLink> LinkScanner::domainLink(const Head& head)
     const bool isWeb = name.size() > 4 && m_text.lowered({begin, begin + 4}) == "www.";
     if (isCapitalLabel(domain) && !isWeb)
         return std::nullopt;
-    const bool isNumbered = domain.labels == 2 && domain.end - domain.lastLabel == 2
-        && name.find_first_not_of("0123456789") == domain.lastLabel - 1 - begin;
+    const bool isNumbered = domain.end - domain.lastLabel == 2 // "in 4.2.in the manual"
+        && name.find_first_not_of("0123456789.") == domain.lastLabel - begin;
     const auto port = endOfPort(domain.end);
     const auto tail = m_text.at(port);
     const bool hasTail = tail == '/' || tail == '?' || tail == '#';
