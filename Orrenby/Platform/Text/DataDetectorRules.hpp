@@ -74,7 +74,7 @@ struct PostcodeForm {
 /// The tables, read once from the texts of the folder DataDetectorRules.
 ///
 /// Safe to use from several threads.
-class DetectorRules {
+class ORRENBY_EXPORT DetectorRules {
 public:
     static const DetectorRules& shared();
 
@@ -140,6 +140,6 @@ private:
 std::span<const EmbeddedText> detectorRuleTexts();
 
 /// Reads one line of PhoneForms.txt.
-PhoneForm phoneForm(std::string_view line);
+ORRENBY_EXPORT PhoneForm phoneForm(std::string_view line);
 
 } // namespace orrenby::inline ORRENBY_ABI::detail
