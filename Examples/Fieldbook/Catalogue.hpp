@@ -35,6 +35,9 @@ public:
     /// The readable report of this number. Empty if there is none at the moment. Valid until the next change.
     const Report* find(int number) const;
 
+    /// Whether there is no readable report at the moment.
+    bool isEmpty() const { return m_reports.empty(); }
+
     /// All readable reports. Those that are equal in that order stand by their numbers.
     std::vector<NumberedReport> sorted(SortOrder order) const;
 

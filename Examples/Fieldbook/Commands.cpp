@@ -8,6 +8,8 @@ Command parseCommand(std::string_view line)
 {
     if (line.starts_with(DeepLink::scheme))
         return Follow{std::string(line)};
+    if (constexpr std::string_view signIn = "sign in "; line.starts_with(signIn))
+        return SignIn{std::string(line.substr(signIn.size()))};
     if (line == "upload")
         return Upload{};
     if (line == "end")
@@ -22,7 +24,7 @@ Command parseCommand(std::string_view line)
 
 std::string_view commandHelp()
 {
-    return "sort number|severity|place, details on|off, fieldbook://report/NUMBER, upload, end";
+    return "sort number|severity|place, details on|off, fieldbook://report/NUMBER, sign in ADDRESS, upload, end";
 }
 
 } // namespace fieldbook

@@ -22,6 +22,10 @@ struct Follow {
     std::string link;
     friend bool operator==(const Follow&, const Follow&) = default;
 };
+struct SignIn {
+    std::string address; ///< As it was typed.
+    friend bool operator==(const SignIn&, const SignIn&) = default;
+};
 struct Upload {
     friend bool operator==(const Upload&, const Upload&) = default;
 };
@@ -32,10 +36,10 @@ struct Unknown {
     friend bool operator==(const Unknown&, const Unknown&) = default;
 };
 
-using Command = std::variant<Sort, ShowDetails, Follow, Upload, End, Unknown>;
+using Command = std::variant<Sort, ShowDetails, Follow, SignIn, Upload, End, Unknown>;
 
-/// Reads a line: `sort severity`, `details off`, `fieldbook://report/4`, `upload`, `end`. The words are taken
-/// as they stand, with one blank between them.
+/// Reads a line: `sort severity`, `details off`, `fieldbook://report/4`, `sign in ines@hut.example`, `upload`,
+/// `end`. The words are taken as they stand, with one blank between them.
 Command parseCommand(std::string_view line);
 
 /// The commands in one line, for whoever typed something else.

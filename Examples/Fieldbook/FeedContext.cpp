@@ -8,10 +8,10 @@ namespace fieldbook {
 
 // The station comes first, so that its response is told before the folder's files.
 FeedContext::FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Ref<FolderWorker> folder,
-    orrenby::Ref<StationWorker> station)
+    orrenby::Ref<StationWorker> station, orrenby::Ref<SignInWorker> signIn)
     : FeedContext(session, std::move(screen),
-        orrenby::Workers{station, folder, orrenby::make<SettingsWorker>(session)},
-        orrenby::Streams::merge(folder->news(), station->news()))
+        orrenby::Workers{station, signIn, folder, orrenby::make<SettingsWorker>(session)},
+        orrenby::Streams::merge(folder->news(), station->news(), signIn->news()))
 {}
 
 FeedContext::FeedContext(

@@ -9,11 +9,12 @@
 #include "FolderWorker.hpp"
 #include "Orrenby/Utilities/Discover/AbstractPresentableContext.hpp"
 #include "Session.hpp"
+#include "SignInWorker.hpp"
 #include "StationWorker.hpp"
 
 namespace fieldbook {
 
-/// Shows the news of a folder and of a station on a screen, as long as it is active.
+/// Shows the news of a folder, of a station and of who signs in on a screen, as long as it is active.
 class FeedContext : public orrenby::AbstractPresentableContext<AnalyticsWorker, orrenby::Ref<FeedScreen>>,
                     Counted<Part::context> {
 public:
@@ -21,7 +22,7 @@ public:
 
     /// @param session  Outlives the context.
     FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Ref<FolderWorker> folder,
-        orrenby::Ref<StationWorker> station);
+        orrenby::Ref<StationWorker> station, orrenby::Ref<SignInWorker> signIn);
     ~FeedContext() override;
 
     /// The news that it shows, for whoever else wants to know.

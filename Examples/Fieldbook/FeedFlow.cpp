@@ -18,7 +18,8 @@ orrenby::Ref<FeedFlow> FeedFlow::build(Session& session)
     const auto printer = std::make_shared<FeedPrinter>(session.terminal, session.catalogue);
     const auto folder = orrenby::make<FolderWorker>(session);
     const auto station = orrenby::make<StationWorker>(session);
-    const auto context = orrenby::make<FeedContext>(session, printer, folder, station);
+    const auto signIn = orrenby::make<SignInWorker>(session);
+    const auto context = orrenby::make<FeedContext>(session, printer, folder, station, signIn);
     return orrenby::make<FeedFlow>(session, context, printer);
 }
 

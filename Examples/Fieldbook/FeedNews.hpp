@@ -3,6 +3,7 @@
 /// @file
 /// What the feed tells: the elements of its stream.
 
+#include "Orrenby/Utilities/EmailAddress.hpp"
 #include "Report.hpp"
 #include <cstddef>
 #include <optional>
@@ -71,8 +72,22 @@ struct StationGarbled {
     friend bool operator==(const StationGarbled&, const StationGarbled&) = default;
 };
 
-using FeedNews
-    = std::variant<Opened, Scanned, Added, Changed, Removed, Unreadable, StationSays, StationGarbled>;
+/// Somebody signed in.
+struct SignedIn {
+    orrenby::EmailAddress address;
+
+    friend bool operator==(const SignedIn&, const SignedIn&) = default;
+};
+
+/// Somebody could not sign in.
+struct SignInRefused {
+    std::string problem; ///< One line, shown as it is.
+
+    friend bool operator==(const SignInRefused&, const SignInRefused&) = default;
+};
+
+using FeedNews = std::variant<Opened, Scanned, Added, Changed, Removed, Unreadable, StationSays,
+    StationGarbled, SignedIn, SignInRefused>;
 
 /// Why there will be no more news: the failure of the stream.
 struct FolderLost {

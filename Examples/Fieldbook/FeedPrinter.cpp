@@ -31,28 +31,31 @@ std::string padded(std::string_view text)
 
 void FeedPrinter::show(const FeedNews& news)
 {
-    std::visit(Cases{
-                   [&](const Opened& it) {
-                       m_terminal.print(m_terminal.styled(Style::bold, "Feed of " + printable(it.folder)));
-                   },
-                   [&](const Scanned& it) {
-                       m_terminal.print(m_terminal.styled(
-                           Style::faint, "= " + counted(it.fileCount, "report file") + " so far"));
-                   },
-                   [&](const Added& it) { printReport(Style::green, '+', it.file, it.report); },
-                   [&](const Changed& it) { printReport(Style::cyan, '~', it.file, it.report); },
-                   [&](const Removed& it) {
-                       if (it.report)
-                           printReport(Style::faint, '-', it.file, *it.report);
-                       else
-                           printText(Style::faint, '-', "unreadable", it.file);
-                   },
-                   [&](const Unreadable& it) {
-                       printText(Style::red, '!', "unreadable", it.file + ": " + it.problem);
-                   },
-                   [&](const StationSays& it) { printText(Style::cyan, '@', "station", it.text); },
-                   [&](const StationGarbled& it) { printText(Style::red, '!', "station", it.problem); },
-               },
+    std::visit(
+        Cases{
+            [&](const Opened& it) {
+                m_terminal.print(m_terminal.styled(Style::bold, "Feed of " + printable(it.folder)));
+            },
+            [&](const Scanned& it) {
+                m_terminal.print(
+                    m_terminal.styled(Style::faint, "= " + counted(it.fileCount, "report file") + " so far"));
+            },
+            [&](const Added& it) { printReport(Style::green, '+', it.file, it.report); },
+            [&](const Changed& it) { printReport(Style::cyan, '~', it.file, it.report); },
+            [&](const Removed& it) {
+                if (it.report)
+                    printReport(Style::faint, '-', it.file, *it.report);
+                else
+                    printText(Style::faint, '-', "unreadable", it.file);
+            },
+            [&](const Unreadable& it) {
+                printText(Style::red, '!', "unreadable", it.file + ": " + it.problem);
+            },
+            [&](const StationSays& it) { printText(Style::cyan, '@', "station", it.text); },
+            [&](const StationGarbled& it) { printText(Style::red, '!', "station", it.problem); },
+            [&](const SignedIn& it) { printText(Style::cyan, '*', "signed in", it.address.stringValue()); },
+            [&](const SignInRefused& it) { printText(Style::red, '!', "sign-in", it.problem); },
+        },
         news);
 }
 

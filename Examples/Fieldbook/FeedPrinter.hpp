@@ -16,9 +16,10 @@ namespace fieldbook {
 ///     + high    #1 Footbridge under water, Lower Marrow (Ines Calder)
 ///     ! unreadable  wasps.json: No valid JSON: Unexpected end of the text at line 3, column 9
 ///     @ station  Radio check at noon, channel 4.
+///     * signed in  ines.calder@chapel-bank.example
 ///
 /// The marks: `+` added, `~` changed, `-` removed, `!` unreadable, `@` said by the
-/// station. Not synchronised.
+/// station, `*` done by people. Not synchronised.
 class FeedPrinter : public FeedScreen {
 public:
     /// @param terminal  Outlives the printer.

@@ -1,6 +1,7 @@
 #include "Options.hpp"
 
 #include "DeepLink.hpp"
+#include "SignIn.hpp"
 #include "Text.hpp"
 #include <utility>
 
@@ -28,6 +29,18 @@ bool setOption(std::string_view name, Options& options)
     return true;
 }
 
+constexpr std::string_view userOption = "--user=";
+
+/// Sets who signs in; gives why nobody does.
+std::optional<std::string> setUser(std::string_view address, Options& options)
+{
+    const auto outcome = addressToSignIn(address);
+    if (const auto problem = outcome.error())
+        return "--user: " + *problem;
+    options.user = outcome.unwrap();
+    return {};
+}
+
 } // namespace
 
 orrenby::Result<Options, std::string> parseOptions(std::span<const char* const> arguments)
@@ -39,7 +52,10 @@ orrenby::Result<Options, std::string> parseOptions(std::span<const char* const> 
             areOptionsOver = true;
         else if (!areOptionsOver && argument.starts_with(DeepLink::scheme))
             options.link = argument;
-        else if (!areOptionsOver && argument.starts_with('-')) {
+        else if (!areOptionsOver && argument.starts_with(userOption)) {
+            if (const auto problem = setUser(argument.substr(userOption.size()), options))
+                return Outcome::failure(*problem);
+        } else if (!areOptionsOver && argument.starts_with('-')) {
             if (!setOption(argument, options))
                 return Outcome::failure("unknown option \"" + printable(argument) + "\"");
         } else if (options.folder)
@@ -68,14 +84,15 @@ LINK, such as fieldbook://report/4, opens the report of that number at once.
 
   --station=FILE  take the response of a station from FILE: a JSON object with the members user, settings,
                   reports and announcements, any of which may be missing
+  --user=ADDRESS  sign in with this e-mail address
   --watch         watch until Ctrl-C or a termination request, also without a terminal
   --script        play the script, also on a terminal
   --rx            run on the second of the two stream engines
   -h --help       print this text
 
 The feed goes to standard output, the log to standard error. In the feed, + is a report that was added,
-~ one that changed, - one that was removed, ! what cannot be read, and @ what the station says. Colours are
-used on a terminal, unless the environment variable NO_COLOR is set.
+~ one that changed, - one that was removed, ! what cannot be read, @ what the station says, and * what
+people do. Colours are used on a terminal, unless the environment variable NO_COLOR is set.
 
 Exit status: 0 after a session, also an interrupted one; 1 if the folder cannot be watched or goes away,
 if the output cannot be written, or if something of the tree is left at the end; 2 for wrong arguments.

@@ -4,6 +4,7 @@
 /// The command line.
 
 #include "Orrenby/Platform/Objects/Result.hpp"
+#include "Orrenby/Utilities/EmailAddress.hpp"
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -15,6 +16,7 @@ namespace fieldbook {
 struct Options {
     std::optional<std::filesystem::path> folder;  ///< Nothing for the bundled samples.
     std::optional<std::filesystem::path> station; ///< The response of a station.
+    std::optional<orrenby::EmailAddress> user;    ///< Who signs in at the start.
     std::optional<std::string> link;              ///< To be followed at the start.
     bool isHelp = false;
     bool isScript = false;

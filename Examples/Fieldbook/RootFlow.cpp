@@ -6,6 +6,7 @@
 #include "Orrenby/Platform/Observing/NotificationCenter.hpp"
 #include "ScriptWorker.hpp"
 #include "SettingsWorker.hpp"
+#include "SignInWorker.hpp"
 #include "Text.hpp"
 #include "UploadWorker.hpp"
 #include <variant>
@@ -50,6 +51,7 @@ void RootFlow::followFeed()
 
 void RootFlow::allIsTold()
 {
+    orrenby::NotificationCenter::defaultCenter()->post(feedIsTold);
     if (m_session.link)
         follow({*m_session.link});
     switch (m_session.course) {
@@ -87,6 +89,10 @@ void RootFlow::obey(const std::string& line)
                    },
                    [&](const ShowDetails& it) { m_session.settings->isDetailed = it.isOn; },
                    [&](const Follow& it) { follow({it.link}); },
+                   [&](const SignIn& it) {
+                       orrenby::NotificationCenter::defaultCenter()->post(
+                           userShouldSignIn, {}, {{addressKey, it.address}});
+                   },
                    [&](const Upload&) {
                        context()->withFirstWorker<UploadWorker>(
                            [](UploadWorker& uploads) { uploads.uploadAll(); });

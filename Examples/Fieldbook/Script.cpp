@@ -58,6 +58,22 @@ constexpr std::string_view signMended = R"({
 }
 )";
 
+constexpr std::string_view owls = R"({
+    "title": "Four young owls in the north barn",
+    "place": "Harrow Gate",
+    "observer": "Tomé Ferreira",
+    "severity": "low"
+}
+)";
+
+constexpr std::string_view fordMended = R"({
+    "title": "Footbridge open again",
+    "place": "Lower Marrow, ford",
+    "observer": "Ines Calder",
+    "severity": "low"
+}
+)";
+
 using Act = ScriptStep::Act;
 
 constexpr ScriptStep script[] = {
@@ -70,7 +86,13 @@ constexpr ScriptStep script[] = {
     {Act::move, "wasps.json", "wasps-harrow-gate.json"},
     {Act::remove, "mast-light.json"},
     {Act::remove, "torn-page.json"},
+    {Act::command, "sign in ines.calder@chapel-bank"},
+    {Act::command, "sign in ines.calder@chapel-bank.example"},
     {Act::command, "sort severity"},
+    {Act::write, "barn-owls.json", owls},
+    {Act::replace, "ford.json", fordMended},
+    {Act::remove, "washed-out-path.json"},
+    {Act::command, "sort place"},
     {Act::command, "fieldbook://report/6"},
     {Act::command, "fieldbook://report/8"},
     {Act::command, "details off"},

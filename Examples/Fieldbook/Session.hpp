@@ -6,6 +6,7 @@
 #include "Catalogue.hpp"
 #include "EventLoop.hpp"
 #include "LifeTrace.hpp"
+#include "Orrenby/Utilities/EmailAddress.hpp"
 #include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
 #include "Orrenby/Utilities/Streams/PassthroughSubject.hpp"
 #include "Settings.hpp"
@@ -38,6 +39,7 @@ struct Session {
     Course course;
     std::optional<std::string> link{};              ///< To be followed as soon as everything is told.
     std::optional<std::filesystem::path> station{}; ///< The file with the station's answer.
+    std::optional<orrenby::EmailAddress> user{};    ///< Who is signed in.
     orrenby::Streams::CurrentValueSubject<Tally, orrenby::Never> tally{Tally()};
     orrenby::Streams::CurrentValueSubject<Ending, orrenby::Never> ending{Ending::none};
     /// What the user typed, or the script in his place.

@@ -77,7 +77,8 @@ int runIn(const std::filesystem::path& folder, Course course, const Options& opt
     }
     auto loop = EventLoop();
     auto trace = LifeTrace(terminal);
-    auto session = Session{loop, terminal, trace, folder, course, options.link, stationOf(options)};
+    auto session = Session{
+        loop, terminal, trace, folder, course, options.link, stationOf(options), options.user};
     if (course == Course::script)
         session.secondLength = terminal.isInteractive() ? 0.25 : 0;
     live(session);

@@ -13,13 +13,16 @@ TEST(Commands, AreReadAsTheyStand)
     EXPECT_EQ(parseCommand("sort place"), Command(Sort{SortOrder::byPlace}));
     EXPECT_EQ(parseCommand("details off"), Command(ShowDetails{false}));
     EXPECT_EQ(parseCommand("fieldbook://report/4"), Command(Follow{"fieldbook://report/4"}));
+    EXPECT_EQ(parseCommand("sign in ada@hut.example"), Command(SignIn{"ada@hut.example"}));
+    EXPECT_EQ(parseCommand("sign in at the hut"), Command(SignIn{"at the hut"}));
     EXPECT_EQ(parseCommand("upload"), Command(Upload{}));
     EXPECT_EQ(parseCommand("end"), Command(End{}));
 }
 
 TEST(Commands, AreUnknownOtherwise)
 {
-    for (const auto* line : {"", "sort", "sort age", "Upload", "details maybe", "report/4"})
+    for (const auto* line :
+        {"", "sort", "sort age", "Upload", "details maybe", "report/4", "sign in", "sign out"})
         EXPECT_EQ(parseCommand(line), Command(Unknown{})) << line;
 }
 

@@ -29,7 +29,8 @@ protected:
     std::shared_ptr<NotingScreen> screen = std::make_shared<NotingScreen>();
     orrenby::Ref<FolderWorker> folder = orrenby::make<FolderWorker>(session);
     orrenby::Ref<StationWorker> station = orrenby::make<StationWorker>(session);
-    orrenby::Ref<FeedContext> context = orrenby::make<FeedContext>(session, screen, folder, station);
+    orrenby::Ref<SignInWorker> signIn = orrenby::make<SignInWorker>(session);
+    orrenby::Ref<FeedContext> context = orrenby::make<FeedContext>(session, screen, folder, station, signIn);
 };
 
 TEST_F(FeedContextTest, ShowsNothingBeforeItIsActive) { EXPECT_THAT(screen->news, ElementsAre()); }
@@ -70,7 +71,8 @@ TEST_F(FeedContextTest, RunsItsWorkersAndSubscriptionsWhileItIsActive)
     EXPECT_TRUE(folder->isWorking());
     EXPECT_TRUE(station->isWorking());
     EXPECT_TRUE(context->analytics()->isWorking());
-    EXPECT_EQ(orrenby::Streams::liveSubscriptionCount(), 6); // each of two to two streams as one
+    EXPECT_EQ(orrenby::Streams::liveSubscriptionCount(),
+        9); // each of two to three streams as one; one to the tally
 
     context->deactivate();
     EXPECT_FALSE(folder->isWorking());

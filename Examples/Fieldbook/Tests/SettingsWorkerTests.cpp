@@ -91,6 +91,72 @@ TEST_F(SettingsWorkerTest, ListsTheReportsWhenSomebodyElseChangesTheOrder)
     EXPECT_EQ(printed(), "= by place\n  #2 high    Flood, east\n  #1 low     Wasps, west\n");
 }
 
+TEST_F(SettingsWorkerTest, TellsWhichRowsMovedWhenTheOrderChangesAgain)
+{
+    session.catalogue.put("c", {"Ice", "north", "o", Severity::low, {}});
+    worker->start();
+    post("severity");
+    printed();
+
+    post("number");
+
+    EXPECT_EQ(printed(), "= by number: 1 row moved\n  row 1 → 2   #2 high    Flood, east\n");
+}
+
+TEST_F(SettingsWorkerTest, SaysThatNoRowMovedWhenTheOtherOrderIsTheSame)
+{
+    worker->start();
+    post("severity");
+    printed();
+
+    post("place");
+
+    EXPECT_EQ(printed(), "= by place: no row moved\n");
+}
+
+TEST_F(SettingsWorkerTest, TellsWhatNewsDoToTheRowsOnceTheyWereListed)
+{
+    worker->start();
+    session.catalogue.put("c", {"Ice", "north", "o", Severity::medium, {}});
+    session.tally.send(Tally());
+    post("severity");
+    printed();
+
+    session.catalogue.put("a", {"Hornets", "west", "o", Severity::high, {}});
+    session.tally.send(Tally());
+
+    EXPECT_EQ(printed(), "  row 3 → 1   #1\n");
+}
+
+TEST_F(SettingsWorkerTest, ListsWhatItPromisedOnceTheReportsOfTheBeginningAreKnown)
+{
+    session.catalogue.take("a");
+    session.catalogue.take("b");
+    worker->start();
+    post("severity");
+    session.catalogue.put("b", {"Flood", "east", "o", Severity::high, {}});
+    session.tally.send(Tally());
+    EXPECT_EQ(printed(), "= reports will be listed by severity\n");
+
+    orrenby::NotificationCenter::defaultCenter()->post(feedIsTold);
+
+    EXPECT_EQ(printed(), "= by severity\n  #2 high    Flood, east\n");
+}
+
+TEST_F(SettingsWorkerTest, TellsEachRowOfAFolderThatWasEmptyAtTheBeginning)
+{
+    session.catalogue.take("a");
+    session.catalogue.take("b");
+    worker->start();
+    orrenby::NotificationCenter::defaultCenter()->post(feedIsTold);
+    post("severity");
+
+    session.catalogue.put("b", {"Flood", "east", "o", Severity::high, {}});
+    session.tally.send(Tally());
+
+    EXPECT_EQ(printed(), "= reports will be listed by severity\n  row 1 in    #2\n");
+}
+
 TEST_F(SettingsWorkerTest, IgnoresAnOrderThatItDoesNotKnow)
 {
     worker->start();

@@ -59,6 +59,10 @@ FEED = """\
 - medium  #7 Warning light on the mast is out, Colder Hill (Jonas Brandt)
 > remove torn-page.json
 - unreadable  torn-page.json
+> sign in ines.calder@chapel-bank
+! sign-in  "ines.calder@chapel-bank", character 24: The domain has no dot.
+> sign in ines.calder@chapel-bank.example
+* signed in  ines.calder@chapel-bank.example
 > sort severity
 = by severity
   #6 high    Boulder loose above the quarry road, Quarry Road, second bend
@@ -72,6 +76,22 @@ FEED = """\
   #8 low     Orchids in flower, 214 stems, Harrow Gate
   #10 low     Signpost upright again, Three Stones crossing
   #14 low     Wasps in the information board, Harrow Gate
+> write barn-owls.json
++ low     #15 Four young owls in the north barn, Harrow Gate (Tomé Ferreira)
+  row 12 in   #15
+> replace ford.json
+~ low     #12 Footbridge open again, Lower Marrow, ford (Ines Calder)
+  row 3 → 10  #12
+> remove washed-out-path.json
+- high    #11 Path washed out below the weir, Weir Lane (Ines Calder)
+  row 2 out   #11
+> sort place
+= by place: 5 rows moved
+  row 1 → 9   #6 high    Boulder loose above the quarry road, Quarry Road, second bend
+  row 5 → 8   #2 low     Rescue line repaired, Quarry Road, second bend
+  row 6 → 11  #3 low     One bar of the cattle grid is bent, Weir Lane
+  row 8 → 10  #10 low     Signpost upright again, Three Stones crossing
+  row 9 → 7   #12 low     Footbridge open again, Lower Marrow, ford
 > fieldbook://report/6
 | #6 high    Boulder loose above the quarry road
 | Quarry Road, second bend, by Sunniva Øye
@@ -92,29 +112,38 @@ FEED = """\
 ! nothing opens fieldbook://report/99
 > upload
 = 11 to upload
-^ #6 sent
-^ #11 no answer; attempt 2 in 2 s
-^ #11 attempt 2
-^ #11 no answer; attempt 3 in 4 s
-^ #11 attempt 3
-^ #11 sent
-^ #12 sent
-^ #1 no answer; attempt 2 in 2 s
-^ #1 attempt 2
-^ #1 sent
 ^ #4 no answer; attempt 2 in 2 s
 ^ #4 attempt 2
 ^ #4 sent
+^ #1 no answer; attempt 2 in 2 s
+^ #1 attempt 2
+^ #1 sent
 ^ #5 no answer; attempt 2 in 2 s
 ^ #5 attempt 2
 ^ #5 no answer; attempt 3 in 4 s
 ^ #5 attempt 3
 ^ #5 sent
+^ #8 no answer; attempt 2 in 2 s
+^ #8 attempt 2
+^ #8 no answer; attempt 3 in 4 s
+^ #8 attempt 3
+^ #8 sent
+^ #14 no answer; attempt 2 in 2 s
+^ #14 attempt 2
+^ #14 no answer; attempt 3 in 4 s
+^ #14 attempt 3
+^ #14 sent
+^ #15 sent
+^ #12 sent
 ^ #2 no answer; attempt 2 in 2 s
 ^ #2 attempt 2
 ^ #2 no answer; attempt 3 in 4 s
 ^ #2 attempt 3
 ^ #2 sent
+^ #6 sent
+^ #10 no answer; attempt 2 in 2 s
+^ #10 attempt 2
+^ #10 sent
 ^ #3 no answer; attempt 2 in 2 s
 ^ #3 attempt 2
 ^ #3 no answer; attempt 3 in 4 s
@@ -122,28 +151,15 @@ FEED = """\
 ^ #3 no answer; attempt 4 in 8 s
 ^ #3 attempt 4
 ^ #3 given up after 4 attempts
-^ #8 no answer; attempt 2 in 2 s
-^ #8 attempt 2
-^ #8 no answer; attempt 3 in 4 s
-^ #8 attempt 3
-^ #8 sent
-^ #10 no answer; attempt 2 in 2 s
-^ #10 attempt 2
-^ #10 sent
-^ #14 no answer; attempt 2 in 2 s
-^ #14 attempt 2
-^ #14 no answer; attempt 3 in 4 s
-^ #14 attempt 3
-^ #14 sent
 """
 
 SUMMARY = """\
 Summary
-  events      added 14; changed 2; removed 3; unreadable 3
-  severity    high 3; medium 3; low 5
-  observers   Ines Calder 2; Jonas Brandt 3; Marit Lindqvist 3; Sunniva Øye 2; Tomé Ferreira 1
-  places      Chapel Bank 1; Colder Hill 2; Harrow Gate 2; Lower Marrow, ford 1; Quarry Road, second bend 2; \
-Three Stones crossing 1; Weir Lane 2
+  events      added 15; changed 3; removed 4; unreadable 3
+  severity    high 1; medium 3; low 7
+  observers   Ines Calder 1; Jonas Brandt 3; Marit Lindqvist 3; Sunniva Øye 2; Tomé Ferreira 2
+  places      Chapel Bank 1; Colder Hill 2; Harrow Gate 3; Lower Marrow, ford 1; Quarry Road, second bend 2; \
+Three Stones crossing 1; Weir Lane 1
   unreadable  owl-count.json
   opened      3
   uploads     sent 10; given up 1
@@ -151,9 +167,9 @@ Three Stones crossing 1; Weir Lane 2
 """
 
 OPENING = ["RootContext is active", "UploadWorker starts", "ScriptWorker starts", "SessionWorker starts", "RootFlow has started",
-           "FeedContext is active", "StationWorker starts", "FolderWorker starts", "SettingsWorker starts", "AnalyticsWorker starts",
+           "FeedContext is active", "StationWorker starts", "SignInWorker starts", "FolderWorker starts", "SettingsWorker starts", "AnalyticsWorker starts",
            "FeedFlow has started"]
-CLOSING = ["StationWorker stops", "FolderWorker stops", "SettingsWorker stops", "AnalyticsWorker stops", "FeedContext resigns", "FeedContext goes",
+CLOSING = ["StationWorker stops", "SignInWorker stops", "FolderWorker stops", "SettingsWorker stops", "AnalyticsWorker stops", "FeedContext resigns", "FeedContext goes",
            "FeedFlow goes", "UploadWorker stops", "ScriptWorker stops", "SessionWorker stops", "RootContext resigns", "RootContext goes", "RootFlow goes"]
 
 
@@ -170,8 +186,8 @@ def sections_of(output):
     """What stands under Opening (the feed apart), in the feed, under Closing, and from Summary on."""
     head, summary = output.split("Summary\n")
     head, closing = head.split("Closing\n")
-    opening = [line for line in head.splitlines() if line.startswith("  ") and not line.startswith("  #")]
-    feed = [line for line in head.splitlines()[1:] if line[:1] in "+~-!=>|^@" or line.startswith("  #")]
+    opening = [line for line in head.splitlines() if line.startswith("  ") and not line.startswith(("  #", "  row "))]
+    feed = [line for line in head.splitlines()[1:] if line[:1] in "+~-!=>|^@*" or line.startswith(("  #", "  row "))]
     return "\n".join(opening), "\n".join(feed) + "\n", closing, "Summary\n" + summary
 
 
@@ -294,6 +310,14 @@ class Station(Folder):
         self.assertEqual(0, result.returncode)
         self.assertIn("= reports will be listed by place\n= cards are short\n", result.stdout)
 
+    def test_has_the_reports_listed_once_they_are_all_known(self):
+        self.put("a.json", "Rope frayed")
+        self.put("b.json", "Crane stuck", "high")
+        result = self.answer({"settings": {"sortOrder": "severity"}})
+        self.assertEqual(0, result.returncode)
+        self.assertIn("= 2 report files so far\n= by severity\n  #2 high    Crane stuck, Quay\n  #1 low     Rope frayed, Quay\n",
+                      result.stdout)
+
     def test_that_is_not_there_is_said_so_and_the_folder_is_shown(self):
         result = run("--station=missing", str(self.folder))
         self.assertEqual(0, result.returncode)
@@ -322,6 +346,18 @@ class Arguments(unittest.TestCase):
                 self.assertEqual((2, ""), (result.returncode, result.stdout))
                 self.assertTrue(result.stderr.startswith("fieldbook: " + message), result.stderr)
                 self.assertTrue(result.stderr.endswith("Try --help.\n"))
+
+
+class User(Folder):
+    def test_is_told_before_the_folder(self):
+        result = run("--user=ada@hut.example", str(self.folder))
+        self.assertEqual((0, ""), (result.returncode, result.stderr))
+        self.assertIn("* signed in  ada@hut.example\n= 0 report files so far\n", result.stdout)
+
+    def test_that_is_refused_is_one_message_and_status_2(self):
+        result = run("--user=ada@hut", str(self.folder))
+        self.assertEqual((2, ""), (result.returncode, result.stdout))
+        self.assertEqual('fieldbook: --user: "ada@hut", character 8: The domain has no dot.\nTry --help.\n', result.stderr)
 
 
 class WatchedFolder(Folder):
@@ -377,7 +413,7 @@ class WatchedFolder(Folder):
         self.await_output("alive       flows 0  contexts 0  workers 0  subscriptions 0\n")
         self.assertEqual(1, self.process.wait(PATIENCE))
 
-    def on_terminal(self, environment, typed=()):
+    def on_terminal(self, environment, typed=(), act=lambda mine: None):
         mine, programs = pty.openpty()
         self.addCleanup(os.close, mine)
         self.put("a.json", "Crane stuck", "high")
@@ -392,6 +428,7 @@ class WatchedFolder(Folder):
         for command, answer in typed:
             os.write(mine, command.encode() + b"\n")
             self.await_output(answer, mine)
+        act(mine)
         self.process.send_signal(signal.SIGINT)
         self.await_output("subscriptions 0\r\n", mine)
         while "alive" not in self.output:
@@ -411,6 +448,9 @@ class WatchedFolder(Folder):
         self.put("b.json", "Rope frayed", "low")
         self.on_terminal({**os.environ, "NO_COLOR": "1"}, [
             ("sort severity", "= by severity\r\n  #1 high    Crane stuck, Quay\r\n  #2 low     Rope frayed, Quay\r\n"),
+            ("sort place", "= by place: no row moved\r\n"),
+            ("sign in nobody", '! sign-in  "nobody", character 7: The "@" is missing.\r\n'),
+            ("sign in ada@hut.example", "* signed in  ada@hut.example\r\n"),
             ("fieldbook://report/1", "| keep people away until it is cleared\r\n"),
             ("fieldbook://report/3", "! nothing opens fieldbook://report/3\r\n"),
             ("details off", "= cards are short\r\n"),
@@ -418,6 +458,21 @@ class WatchedFolder(Folder):
             ("dance", "= no such command; sort"),
         ])
         self.assertIn("uploads     sent 0; given up 0", self.output)
+
+    def test_tells_what_news_do_to_the_rows_that_were_listed(self):
+        self.put("b.json", "Rope frayed")
+
+        def typed_and_done(mine):
+            os.write(mine, b"sort severity\n")
+            self.await_output("  #2 low     Rope frayed, Quay\r\n", mine)
+            self.put("c.json", "Ladder gone", "medium")
+            self.await_output("+ medium  #3 Ladder gone, Quay (Nils)\r\n  row 2 in    #3\r\n", mine)
+            self.put("a.json", "Crane freed")
+            self.await_output("~ low     #1 Crane freed, Quay (Nils)\r\n  row 1 → 2   #1\r\n", mine)
+            (self.folder / "c.json").unlink()
+            self.await_output("- medium  #3 Ladder gone, Quay (Nils)\r\n  row 1 out   #3\r\n", mine)
+
+        self.on_terminal({**os.environ, "NO_COLOR": "1"}, act=typed_and_done)
 
 
 class Link(Folder):
