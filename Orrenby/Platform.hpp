@@ -94,6 +94,7 @@
 #include "Orrenby/Platform/Objects/Never.hpp"
 #include "Orrenby/Platform/Objects/Object.hpp"
 #include "Orrenby/Platform/Objects/Pipeable.hpp"
+#include "Orrenby/Platform/Objects/Printing.hpp"
 #include "Orrenby/Platform/Objects/RawRepresentable.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/Result.hpp"

@@ -4,6 +4,7 @@
 /// E-mail addresses that are known to be well-formed.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Printing.hpp"
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -59,11 +60,6 @@ public:
     const std::string& description() const noexcept { return m_stringValue; }
 
     friend bool operator==(const EmailAddress&, const EmailAddress&) = default;
-    template <class Stream> friend Stream& operator<<(Stream& stream, const EmailAddress& address)
-    {
-        stream << address.m_stringValue;
-        return stream;
-    }
 
 private:
     explicit EmailAddress(std::string stringValue)

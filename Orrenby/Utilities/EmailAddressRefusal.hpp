@@ -4,8 +4,10 @@
 /// Why an e-mail address is not accepted.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Printing.hpp"
 #include "Orrenby/Platform/Text/EmailPatternMismatch.hpp"
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -33,3 +35,10 @@ struct EmailAddressRefusal {
 };
 
 } // namespace orrenby
+
+template <> struct std::hash<orrenby::EmailAddressRefusal> {
+    std::size_t operator()(const orrenby::EmailAddressRefusal& refusal) const noexcept
+    {
+        return std::hash<std::string>{}(refusal.sentence) * 0x9E3779B97F4A7C15U + refusal.position;
+    }
+};

@@ -7,6 +7,7 @@
 #include "Orrenby/Platform/Objects/Concepts.hpp"
 #include "Orrenby/Platform/Objects/Describe.hpp"
 #include "Orrenby/Platform/Objects/FatalError.hpp"
+#include "Orrenby/Platform/Objects/Printing.hpp"
 #include <concepts>
 #include <cstddef>
 #include <functional>
@@ -113,11 +114,6 @@ public:
     }
 
     friend bool operator==(const Identifier&, const Identifier&) = default;
-    template <class Stream> friend Stream& operator<<(Stream& stream, const Identifier& identifier)
-    {
-        stream << identifier.description();
-        return stream;
-    }
 
 private:
     RawValue m_rawValue;

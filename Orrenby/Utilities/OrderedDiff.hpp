@@ -4,8 +4,12 @@
 /// How one ordered set turned into another.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Describe.hpp"
+#include "Orrenby/Platform/Objects/Printing.hpp"
 #include <concepts>
+#include <cstddef>
 #include <functional>
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -15,6 +19,10 @@ namespace orrenby::inline ORRENBY_ABI {
 template <class Index> struct OrderedDiffMove {
     Index from{};
     Index to{};
+
+    /// `(0, 1)`
+    std::string description() const { return "(" + describe(from) + ", " + describe(to) + ")"; }
+    std::string debugDescription() const { return description(); }
 
     friend bool operator==(const OrderedDiffMove&, const OrderedDiffMove&) = default;
 };
@@ -51,6 +59,20 @@ template <class Index> struct OrderedDiff {
                 OrderedDiffMove<Mapped>{std::invoke(transform, move.from), std::invoke(transform, move.to)});
         return mapped;
     }
+
+    /// `inserts [0], deletes [], moves [(0, 1)]`
+    std::string description() const
+    {
+        return "inserts " + describe(inserts) + ", deletes " + describe(deletes) + ", moves "
+            + describe(moves);
+    }
 };
 
 } // namespace orrenby
+
+template <class Index> struct std::hash<orrenby::OrderedDiffMove<Index>> {
+    std::size_t operator()(const orrenby::OrderedDiffMove<Index>& move) const
+    {
+        return std::hash<Index>{}(move.from) * 0x9E3779B97F4A7C15U + std::hash<Index>{}(move.to);
+    }
+};

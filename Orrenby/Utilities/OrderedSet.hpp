@@ -470,3 +470,14 @@ template <class Sequence>
 OrderedSet(Sequence&&) -> OrderedSet<std::remove_cvref_t<decltype(*std::begin(std::declval<Sequence&>()))>>;
 
 } // namespace orrenby
+
+/// That of the members in their order. Linear.
+template <class Element> struct std::hash<orrenby::OrderedSet<Element>> {
+    std::size_t operator()(const orrenby::OrderedSet<Element>& set) const
+    {
+        std::size_t result = set.size();
+        for (const Element& element : set)
+            result = result * 0x9E3779B97F4A7C15U + std::hash<Element>{}(element);
+        return result;
+    }
+};

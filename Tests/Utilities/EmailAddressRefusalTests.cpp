@@ -140,6 +140,15 @@ TEST(EmailAddressRefusal, PrintsAsItsSentence)
     EXPECT_EQ(describe(*Validator().explain("a")), "The \"@\" is missing.");
 }
 
+TEST(EmailAddressRefusal, HashesByItsSentenceAndPlace)
+{
+    const std::hash<EmailAddressRefusal> hash;
+    const auto refusal = *Validator().explain("a");
+
+    EXPECT_EQ(hash(refusal), hash(*Validator().explain("b")));
+    EXPECT_NE(hash(refusal), hash(*Validator().explain("aa")));
+}
+
 TEST(EmailAddressRefusal, IsThereExactlyWhenTheValidatorRefuses)
 {
     const Validator validator(Suffixes({"co", "com"}), Prefixes({"b"}), LengthRule{30});

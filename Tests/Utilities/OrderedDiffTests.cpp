@@ -177,3 +177,20 @@ TEST(OrderedDiffWithFewestMoves, LeavesOutWhatOnlyShifted)
     EXPECT_THAT(moved->moves, ElementsAre(Move{2, 1}));
     EXPECT_FALSE(Texts{"a"}.comparedWithFewestMoves(Texts{"a"}).has_value());
 }
+
+TEST(OrderedDiff, PrintsItsLists)
+{
+    const OrderedDiff<int> diff{{0}, {}, {{1, 2}, {3, 4}}};
+
+    EXPECT_EQ(describe(diff), "inserts [0], deletes [], moves [(1, 2), (3, 4)]");
+    EXPECT_EQ(describe(OrderedDiff<int>()), "inserts [], deletes [], moves []");
+}
+
+TEST(OrderedDiffMove, HashesByBothPlaces)
+{
+    const std::hash<OrderedDiffMove<int>> hash;
+
+    EXPECT_EQ(hash({1, 2}), hash({1, 2}));
+    EXPECT_NE(hash({1, 2}), hash({2, 1}));
+    EXPECT_NE(hash({1, 2}), hash({1, 3}));
+}

@@ -260,3 +260,12 @@ TEST(OrderedSetAlgebra, KeepsTheOrderOfTheReceiver)
     EXPECT_THAT(first.intersection(Numbers()), IsEmpty());
     EXPECT_THAT(first.subtracting(first), IsEmpty());
 }
+
+TEST(OrderedSet, HashesByItsMembersInTheirOrder)
+{
+    const std::hash<OrderedSet<std::string>> hash;
+
+    EXPECT_EQ(hash({"a", "b", "a"}), hash({"a", "b"}));
+    EXPECT_NE(hash({"a", "b"}), hash({"b", "a"}));
+    EXPECT_NE(hash({"a"}), hash({}));
+}
