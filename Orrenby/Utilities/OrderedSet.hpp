@@ -367,7 +367,7 @@ private:
     static std::uint32_t hash(Key element)
     {
         if constexpr (std::is_same_v<Element, std::string>)
-            return Positions::mix(detail::hashText(element));
+            return static_cast<std::uint32_t>(detail::hashText(element) >> 32U); // is spread already
         else
             return Positions::mix(std::hash<Element>{}(element));
     }
@@ -412,8 +412,15 @@ private:
     {
         if constexpr (requires { std::size(sequence); })
             m_positions.reserve(std::size(sequence)), m_elements.reserve(std::size(sequence));
-        for (auto&& element : sequence)
-            add(Element(std::forward<decltype(element)>(element)));
+        for (auto&& element : sequence) {
+            if constexpr (std::is_same_v<std::remove_cvref_t<decltype(element)>, Element>) {
+                // Looked for before it is copied. What is thrown then leaves no set at all.
+                m_positions.reserve(size() + 1);
+                if (m_positions.findOrInsert(hash(element), size(), isAt(element)) == Positions::notFound)
+                    m_elements.push_back(std::forward<decltype(element)>(element));
+            } else
+                add(Element(std::forward<decltype(element)>(element)));
+        }
     }
     void build(std::vector<Element>&& array)
     {

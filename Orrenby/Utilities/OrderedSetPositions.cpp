@@ -28,24 +28,27 @@ void OrderedSetPositions::grow(std::size_t count)
 
     std::vector<Slot> slots(std::bit_ceil(std::max<std::size_t>(count * 2, 16)));
     const auto last = slots.size() - 1;
+    // As many bits as a hash has are enough: beyond 2^32 places the first ones alone are homes.
+    const auto shift = static_cast<std::uint32_t>(std::max(0, 32 - std::countr_zero(slots.size())));
     for (const Slot& slot : m_slots) {
         if (slot.next == 0)
             continue;
-        auto place = slot.hash & last;
+        auto place = static_cast<std::size_t>(slot.hash >> shift);
         while (slots[place].next != 0)
             place = (place + 1) & last;
         slots[place] = slot;
     }
     m_slots.swap(slots);
+    m_shift = shift;
 }
 
 void OrderedSetPositions::close(std::size_t place) noexcept
 {
     const auto last = mask();
     for (auto next = (place + 1) & last; m_slots[next].next != 0; next = (next + 1) & last) {
-        const auto home = m_slots[next].hash & last;
+        const auto origin = home(m_slots[next].hash);
         // What already stands at or behind its home, seen from the gap, must not move in front of it.
-        if (((next - home) & last) >= ((next - place) & last)) {
+        if (((next - origin) & last) >= ((next - place) & last)) {
             m_slots[place] = m_slots[next];
             place = next;
         }

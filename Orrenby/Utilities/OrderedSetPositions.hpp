@@ -26,6 +26,7 @@ public:
     OrderedSetPositions(OrderedSetPositions&& other) noexcept
         : m_slots(std::move(other.m_slots))
         , m_count(std::exchange(other.m_count, 0))
+        , m_shift(other.m_shift)
     {
         other.m_slots.clear();
     }
@@ -33,16 +34,16 @@ public:
     {
         m_slots.swap(other.m_slots);
         std::swap(m_count, other.m_count);
+        m_shift = other.m_shift;
         return *this;
     }
     ~OrderedSetPositions() = default;
 
-    /// Half a hash, spread: std::hash of an integer is the integer itself, and the low bits choose the place.
+    /// Half a hash, spread: std::hash of an integer is the integer itself. All bits of it reach the highest
+    /// bits, which choose the place.
     static std::uint32_t mix(std::size_t hash) noexcept
     {
-        __extension__ using Wide = unsigned __int128;
-        const auto product = static_cast<Wide>(hash) * 0x9E3779B97F4A7C15U;
-        return static_cast<std::uint32_t>(product >> 64U) ^ static_cast<std::uint32_t>(product >> 32U);
+        return static_cast<std::uint32_t>((hash * 0x9E3779B97F4A7C15U) >> 32U);
     }
 
     /// How many positions are held.
@@ -62,7 +63,7 @@ public:
     {
         Slot* const slots = m_slots.data();
         const auto last = mask();
-        for (auto place = mixed & last;; place = (place + 1) & last) {
+        for (auto place = home(mixed);; place = (place + 1) & last) {
             Slot& slot = slots[place];
             if (slot.next == 0) {
                 slot = {static_cast<std::uint32_t>(position + 1), mixed};
@@ -110,6 +111,7 @@ private:
     };
 
     std::size_t mask() const noexcept { return m_slots.size() - 1; }
+    std::size_t home(std::uint32_t mixed) const noexcept { return mixed >> m_shift; }
 
     template <class IsMatch> std::size_t placeOf(std::uint32_t mixed, IsMatch isMatch) const
     {
@@ -117,7 +119,7 @@ private:
             return notFound;
         const Slot* const slots = m_slots.data();
         const auto last = mask();
-        for (auto place = mixed & last;; place = (place + 1) & last) {
+        for (auto place = home(mixed);; place = (place + 1) & last) {
             const Slot slot = slots[place];
             if (slot.next == 0)
                 return notFound;
@@ -131,6 +133,7 @@ private:
 
     std::vector<Slot> m_slots;
     std::size_t m_count = 0;
+    std::uint32_t m_shift = 0; ///< 32 less the bits of a place.
 };
 
 /// Hashes text: sixteen bytes for each multiplication, where `std::hash` takes eight. Not the same from one

@@ -36,15 +36,15 @@ TEST(OrderedSetPositions, CloseTheGapBehindWhatStandsAcrossTheEnd)
     OrderedSetPositions positions;
     positions.reserve(4); // 16 places: the third of these wraps around to the first
     for (const std::size_t position : {0U, 1U, 2U, 3U})
-        positions.findOrInsert(14, position, [](std::size_t) { return false; });
+        positions.findOrInsert(14U << 28U, position, [](std::size_t) { return false; });
 
-    positions.erase(14, [](std::size_t position) { return position == 0; });
+    positions.erase(14U << 28U, [](std::size_t position) { return position == 0; });
 
     EXPECT_EQ(positions.count(), 3U);
-    EXPECT_EQ(find(positions, 14, 0), OrderedSetPositions::notFound);
-    EXPECT_EQ(find(positions, 14, 1), 1U);
-    EXPECT_EQ(find(positions, 14, 2), 2U);
-    EXPECT_EQ(find(positions, 14, 3), 3U);
+    EXPECT_EQ(find(positions, 14U << 28U, 0), OrderedSetPositions::notFound);
+    EXPECT_EQ(find(positions, 14U << 28U, 1), 1U);
+    EXPECT_EQ(find(positions, 14U << 28U, 2), 2U);
+    EXPECT_EQ(find(positions, 14U << 28U, 3), 3U);
 }
 
 TEST(OrderedSetPositions, ShiftFromAPositionOn)
@@ -78,7 +78,7 @@ TEST(OrderedSetPositions, SpreadNumbersThatDifferInHighBitsOnly)
 {
     std::unordered_set<std::uint32_t> places;
     for (std::size_t number = 0; number < 256; ++number)
-        places.insert(OrderedSetPositions::mix(number << 56U) & 1023U);
+        places.insert(OrderedSetPositions::mix(number << 56U) >> 22U);
 
     EXPECT_GT(places.size(), 200U);
 }
