@@ -220,7 +220,7 @@ TEST(DataDetector, TakesMegabytesOfAnything)
 {
     constexpr std::size_t size = 5'000'000;
     EXPECT_THAT(workPerByte(repeated(".", size)), Le(80U));
-    EXPECT_THAT(workPerByte(repeated("a@a.", size)), Le(80U));
+    EXPECT_THAT(workPerByte(repeated("a@a.", size / 5)), Le(80U));
     EXPECT_THAT(workPerByte("http://a/" + repeated("(", size / 2) + repeated(")", size / 2)), Le(80U));
 }
 
