@@ -4,6 +4,7 @@
 /// Stretches of text, counted in UTF-16 units.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Printing.hpp"
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -51,11 +52,6 @@ struct ORRENBY_EXPORT NSRange {
     std::string debugDescription() const { return "NSRange" + description(); }
 
     friend constexpr bool operator==(const NSRange&, const NSRange&) = default;
-    template <class Stream> friend Stream& operator<<(Stream& stream, const NSRange& range)
-    {
-        stream << range.description();
-        return stream;
-    }
 };
 
 } // namespace orrenby
