@@ -1,6 +1,7 @@
 #include "Card.hpp"
 
 #include "FeedPrinter.hpp"
+#include "MarkedText.hpp"
 #include <algorithm>
 #include <memory>
 #include <string_view>
@@ -98,12 +99,12 @@ std::vector<std::string> Card::lines(const NumberedReport& numbered) const
     std::vector<std::string> lines;
     lines.push_back('#' + std::to_string(numbered.number) + ' '
         + terminal().styled(styleOf(report.severity), padded(nameOf(report.severity)))
-        + terminal().styled(Style::bold, report.title.text));
-    lines.push_back(report.place.text + ", by " + report.observer.text);
+        + marked(terminal(), report.title.text, Style::bold));
+    lines.push_back(marked(terminal(), report.place.text) + ", by " + report.observer.text);
     if (auto text = note(report); !text.empty())
         lines.push_back(std::move(text));
     if (m_style.isDetailed && report.body)
-        for (auto& line : linesOf(report.body->text))
+        for (auto& line : linesOf(marked(terminal(), report.body->text)))
             lines.push_back(std::move(line));
     for (auto& line : lines)
         line.insert(0, "| ");

@@ -23,6 +23,8 @@ struct CardStyle {
 ///     | #1 low     Wasps in the information board
 ///     | Harrow Gate, by Jonas Brandt
 ///     | A nest behind the map.
+///
+/// What can be followed, called or visited is underlined, see MarkedText.hpp.
 class Card {
 public:
     explicit Card(CardStyle style)

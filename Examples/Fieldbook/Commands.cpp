@@ -10,6 +10,11 @@ Command parseCommand(std::string_view line)
         return Follow{std::string(line)};
     if (constexpr std::string_view signIn = "sign in "; line.starts_with(signIn))
         return SignIn{std::string(line.substr(signIn.size()))};
+    if (constexpr std::string_view samples = "samples "; line.starts_with(samples)) {
+        if (const auto request = sampleRequestIn(line.substr(samples.size())))
+            return MakeSamples{*request};
+        return Unknown{};
+    }
     if (line == "upload")
         return Upload{};
     if (line == "end")
@@ -24,7 +29,8 @@ Command parseCommand(std::string_view line)
 
 std::string_view commandHelp()
 {
-    return "sort number|severity|place, details on|off, fieldbook://report/NUMBER, sign in ADDRESS, upload, end";
+    return "sort number|severity|place, details on|off, fieldbook://report/NUMBER, sign in ADDRESS, "
+           "samples NUMBER [SEED], upload, end";
 }
 
 } // namespace fieldbook

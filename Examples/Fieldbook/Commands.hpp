@@ -3,6 +3,7 @@
 /// @file
 /// What a user may type.
 
+#include "SampleFiles.hpp"
 #include "Settings.hpp"
 #include <string>
 #include <string_view>
@@ -26,6 +27,10 @@ struct SignIn {
     std::string address; ///< As it was typed.
     friend bool operator==(const SignIn&, const SignIn&) = default;
 };
+struct MakeSamples {
+    SampleRequest request;
+    friend bool operator==(const MakeSamples&, const MakeSamples&) = default;
+};
 struct Upload {
     friend bool operator==(const Upload&, const Upload&) = default;
 };
@@ -36,10 +41,10 @@ struct Unknown {
     friend bool operator==(const Unknown&, const Unknown&) = default;
 };
 
-using Command = std::variant<Sort, ShowDetails, Follow, SignIn, Upload, End, Unknown>;
+using Command = std::variant<Sort, ShowDetails, Follow, SignIn, MakeSamples, Upload, End, Unknown>;
 
-/// Reads a line: `sort severity`, `details off`, `fieldbook://report/4`, `sign in ines@hut.example`, `upload`,
-/// `end`. The words are taken as they stand, with one blank between them.
+/// Reads a line, such as `sort severity` or `samples 5 autumn`: what `commandHelp` names. The words are taken
+/// as they stand, with one blank between them.
 Command parseCommand(std::string_view line);
 
 /// The commands in one line, for whoever typed something else.

@@ -41,6 +41,17 @@ std::optional<std::string> setUser(std::string_view address, Options& options)
     return {};
 }
 
+constexpr std::string_view samplesOption = "--generate=";
+
+std::optional<std::string> setSamples(std::string_view request, Options& options)
+{
+    options.samples = sampleRequestIn(request, ',');
+    if (options.samples)
+        return {};
+    return "--generate takes a number up to " + std::to_string(SampleRequest::limit)
+        + ", and a seed of letters and digits behind a comma";
+}
+
 } // namespace
 
 orrenby::Result<Options, std::string> parseOptions(std::span<const char* const> arguments)
@@ -54,6 +65,9 @@ orrenby::Result<Options, std::string> parseOptions(std::span<const char* const> 
             options.link = argument;
         else if (!areOptionsOver && argument.starts_with(userOption)) {
             if (const auto problem = setUser(argument.substr(userOption.size()), options))
+                return Outcome::failure(*problem);
+        } else if (!areOptionsOver && argument.starts_with(samplesOption)) {
+            if (const auto problem = setSamples(argument.substr(samplesOption.size()), options))
                 return Outcome::failure(*problem);
         } else if (!areOptionsOver && argument.starts_with('-')) {
             if (!setOption(argument, options))
@@ -75,16 +89,18 @@ std::string_view helpText()
     return R"(fieldbook [OPTION...] [FOLDER] [LINK]
 
 Shows the field reports (*.json files) of FOLDER, and what happens to them, as a live feed.
-Without FOLDER it takes the bundled sample reports, and the response of a station that belongs to them.
+Without FOLDER it takes a copy of the bundled sample reports, and the response of a station that belongs to them.
 
 On a terminal it watches until Ctrl-C. Elsewhere it shows what is in FOLDER and ends; without FOLDER it
-plays a script on a copy of the samples and ends. At the end it prints a summary.
+plays a script on the copy and ends. At the end it prints a summary.
 
 LINK, such as fieldbook://report/4, opens the report of that number at once.
 
   --station=FILE  take the response of a station from FILE: a JSON object with the members user, settings,
                   reports and announcements, any of which may be missing
   --user=ADDRESS  sign in with this e-mail address
+  --generate=N[,SEED]
+                  make N reports up and write them into FOLDER first; the same ones for the same seed
   --watch         watch until Ctrl-C or a termination request, also without a terminal
   --script        play the script, also on a terminal
   --rx            run on the second of the two stream engines

@@ -93,6 +93,7 @@ void RootFlow::obey(const std::string& line)
                        orrenby::NotificationCenter::defaultCenter()->post(
                            userShouldSignIn, {}, {{addressKey, it.address}});
                    },
+                   [&](const MakeSamples& it) { makeSamples(it.request); },
                    [&](const Upload&) {
                        context()->withFirstWorker<UploadWorker>(
                            [](UploadWorker& uploads) { uploads.uploadAll(); });
@@ -101,6 +102,15 @@ void RootFlow::obey(const std::string& line)
                    [&](const Unknown&) { say("no such command; " + std::string(commandHelp())); },
                },
         parseCommand(line));
+}
+
+void RootFlow::makeSamples(const SampleRequest& request)
+{
+    const auto outcome = writeSamples(request, m_session.folder);
+    if (const auto problem = outcome.error())
+        m_session.terminal.print(m_session.terminal.styled(Style::red, "! " + *problem));
+    else
+        say(counted(outcome.unwrap(), "sample") + " of " + request.seed);
 }
 
 void RootFlow::follow(const DeepLink& link)

@@ -9,6 +9,7 @@
 #include "Orrenby/Platform/Objects/Never.hpp"
 #include "Orrenby/Utilities/Discover/AbstractFlow.hpp"
 #include "RootContext.hpp"
+#include "SampleFiles.hpp"
 #include "Session.hpp"
 #include <string>
 
@@ -31,6 +32,7 @@ private:
     void playScript();
 
     void obey(const std::string& line);
+    void makeSamples(const SampleRequest& request);
     void follow(const DeepLink& link);
     void say(const std::string& text);
 

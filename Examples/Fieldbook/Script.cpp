@@ -92,6 +92,7 @@ constexpr ScriptStep script[] = {
     {Act::write, "barn-owls.json", owls},
     {Act::replace, "ford.json", fordMended},
     {Act::remove, "washed-out-path.json"},
+    {Act::command, "samples 2 autumn"},
     {Act::command, "sort place"},
     {Act::command, "fieldbook://report/6"},
     {Act::command, "fieldbook://report/8"},

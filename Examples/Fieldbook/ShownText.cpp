@@ -1,6 +1,7 @@
 #include "ShownText.hpp"
 
 #include "Orrenby/Platform/Coding/Decodable.hpp"
+#include "Orrenby/Platform/Coding/Encodable.hpp"
 #include "Text.hpp"
 #include <array>
 #include <cstdio>
@@ -44,6 +45,10 @@ std::string checkedText(const orrenby::Decoder& decoder, std::string_view allowe
 
 Line Line::init(const orrenby::Decoder& decoder) { return checkedText(decoder, ""); }
 
+void Line::encode(const orrenby::Encoder& encoder) const { encoder.singleValueContainer().encode(text); }
+
 Passage Passage::init(const orrenby::Decoder& decoder) { return checkedText(decoder, "\t\n"); }
+
+void Passage::encode(const orrenby::Encoder& encoder) const { encoder.singleValueContainer().encode(text); }
 
 } // namespace fieldbook

@@ -4,6 +4,7 @@
 /// Texts from outside that are shown on terminals, checked where they are decoded.
 
 #include "Orrenby/Platform/Coding/Decoder.hpp"
+#include "Orrenby/Platform/Coding/Encoder.hpp"
 #include <string>
 #include <utility>
 
@@ -21,6 +22,7 @@ struct Line {
 
     /// Throws `DecodingError`, which says where in the document the text stands and what is wrong with it.
     static Line init(const orrenby::Decoder& decoder);
+    void encode(const orrenby::Encoder& encoder) const;
 
     std::string text;
 
@@ -37,6 +39,7 @@ struct Passage {
     {}
 
     static Passage init(const orrenby::Decoder& decoder);
+    void encode(const orrenby::Encoder& encoder) const;
 
     std::string text;
 

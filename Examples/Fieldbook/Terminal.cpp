@@ -24,6 +24,8 @@ std::string_view codeOf(Style style)
         return "2";
     case Style::bold:
         return "1";
+    case Style::underlined:
+        return "4";
     case Style::red:
         return "31";
     case Style::yellow:

@@ -8,7 +8,7 @@
 
 namespace fieldbook {
 
-enum class Style { plain, faint, bold, red, yellow, green, cyan };
+enum class Style { plain, faint, bold, underlined, red, yellow, green, cyan };
 
 /// Writes whole lines to one descriptor, in colours where they are welcome: on a terminal, unless the
 /// environment variable `NO_COLOR` says something.

@@ -75,6 +75,13 @@ int runIn(const std::filesystem::path& folder, Course course, const Options& opt
         complain(*problem);
         return failed;
     }
+    if (options.samples) {
+        const auto outcome = writeSamples(*options.samples, folder);
+        if (const auto problem = outcome.error()) {
+            complain(*problem);
+            return failed;
+        }
+    }
     auto loop = EventLoop();
     auto trace = LifeTrace(terminal);
     auto session = Session{
@@ -96,10 +103,10 @@ int run(const Options& options)
     setUp(options);
     auto terminal = Terminal(STDOUT_FILENO);
     const auto course = courseOf(options, terminal);
-    const auto folder = options.folder ? *options.folder : samplesFolder();
-    if (course != Course::script)
-        return runIn(folder, course, options, terminal);
-    const auto copy = TemporaryCopy(folder);
+    if (options.folder)
+        return runIn(*options.folder, course, options, terminal);
+    // What is written during the run is not for the bundle.
+    const auto copy = TemporaryCopy(samplesFolder());
     return runIn(copy.path(), course, options, terminal);
 }
 

@@ -85,19 +85,27 @@ FEED = """\
 > remove washed-out-path.json
 - high    #11 Path washed out below the weir, Weir Lane (Ines Calder)
   row 2 out   #11
+> samples 2 autumn
+= 2 samples of autumn
++ low     #16 Gate left open, Quarry Road, second bend (Tomé Ferreira)
+  row 12 in   #16
++ medium  #17 6 trees across the path, Weir Lane (Sunniva Øye)
+  row 5 in    #17
 > sort place
-= by place: 5 rows moved
+= by place: 6 rows moved
   row 1 → 9   #6 high    Boulder loose above the quarry road, Quarry Road, second bend
-  row 5 → 8   #2 low     Rescue line repaired, Quarry Road, second bend
-  row 6 → 11  #3 low     One bar of the cattle grid is bent, Weir Lane
-  row 8 → 10  #10 low     Signpost upright again, Three Stones crossing
-  row 9 → 7   #12 low     Footbridge open again, Lower Marrow, ford
+  row 5 → 13  #17 medium  6 trees across the path, Weir Lane
+  row 6 → 8   #2 low     Rescue line repaired, Quarry Road, second bend
+  row 7 → 12  #3 low     One bar of the cattle grid is bent, Weir Lane
+  row 9 → 11  #10 low     Signpost upright again, Three Stones crossing
+  row 10 → 7  #12 low     Footbridge open again, Lower Marrow, ford
 > fieldbook://report/6
 | #6 high    Boulder loose above the quarry road
 | Quarry Road, second bend, by Sunniva Øye
 | keep people away until it is cleared
 | It moved about a hand's breadth since Tuesday (paint marks A and B).
 | No parking below it until the climbers have looked at it.
+| Whoever sees it move: (555) 010-9999, or warden@quarry-road.example.
 > fieldbook://report/8
 | #8 low     Orchids in flower, 214 stems
 | Harrow Gate, by Marit Lindqvist
@@ -111,7 +119,7 @@ FEED = """\
 > fieldbook://report/99
 ! nothing opens fieldbook://report/99
 > upload
-= 11 to upload
+= 13 to upload
 ^ #4 no answer; attempt 2 in 2 s
 ^ #4 attempt 2
 ^ #4 sent
@@ -141,6 +149,9 @@ FEED = """\
 ^ #2 attempt 3
 ^ #2 sent
 ^ #6 sent
+^ #16 no answer; attempt 2 in 2 s
+^ #16 attempt 2
+^ #16 sent
 ^ #10 no answer; attempt 2 in 2 s
 ^ #10 attempt 2
 ^ #10 sent
@@ -151,18 +162,23 @@ FEED = """\
 ^ #3 no answer; attempt 4 in 8 s
 ^ #3 attempt 4
 ^ #3 given up after 4 attempts
+^ #17 no answer; attempt 2 in 2 s
+^ #17 attempt 2
+^ #17 no answer; attempt 3 in 4 s
+^ #17 attempt 3
+^ #17 sent
 """
 
 SUMMARY = """\
 Summary
-  events      added 15; changed 3; removed 4; unreadable 3
-  severity    high 1; medium 3; low 7
-  observers   Ines Calder 1; Jonas Brandt 3; Marit Lindqvist 3; Sunniva Øye 2; Tomé Ferreira 2
-  places      Chapel Bank 1; Colder Hill 2; Harrow Gate 3; Lower Marrow, ford 1; Quarry Road, second bend 2; \
-Three Stones crossing 1; Weir Lane 1
+  events      added 17; changed 3; removed 4; unreadable 3
+  severity    high 1; medium 4; low 8
+  observers   Ines Calder 1; Jonas Brandt 3; Marit Lindqvist 3; Sunniva Øye 3; Tomé Ferreira 3
+  places      Chapel Bank 1; Colder Hill 2; Harrow Gate 3; Lower Marrow, ford 1; Quarry Road, second bend 3; \
+Three Stones crossing 1; Weir Lane 2
   unreadable  owl-count.json
   opened      3
-  uploads     sent 10; given up 1
+  uploads     sent 12; given up 1
   alive       flows 0  contexts 0  workers 0  subscriptions 0
 """
 
@@ -360,6 +376,43 @@ class User(Folder):
         self.assertEqual('fieldbook: --user: "ada@hut", character 8: The domain has no dot.\nTry --help.\n', result.stderr)
 
 
+class MadeUpReports(Folder):
+    def files(self):
+        return {file.name: file.read_bytes() for file in self.folder.iterdir()}
+
+    def test_are_the_same_files_for_the_same_seed(self):
+        first = run("--generate=3,autumn", str(self.folder))
+        files = self.files()
+        second = run("--generate=3,autumn", str(self.folder))
+        self.assertEqual((0, "", ""), (first.returncode, first.stderr, second.stderr))
+        self.assertEqual(["sample-autumn-1.json", "sample-autumn-2.json", "sample-autumn-3.json"], sorted(files))
+        self.assertEqual(files, self.files())
+        self.assertIn("= 3 report files so far\n", first.stdout)
+        self.assertEqual(first.stdout, second.stdout)
+        self.assertEqual({"title", "place", "observer", "severity", "body"}, set(json.loads(files["sample-autumn-1.json"])))
+
+    def test_are_others_for_another_seed(self):
+        run("--generate=1,autumn", str(self.folder))
+        run("--generate=1", str(self.folder))
+        self.assertEqual(2, len(set(self.files().values())))
+
+    def test_are_refused_in_numbers_and_seeds_that_do_not_fit(self):
+        for request in ("", "0", "1001", "3,", "3,../autumn"):
+            with self.subTest(request=request):
+                result = run(f"--generate={request}", str(self.folder))
+                self.assertEqual((2, ""), (result.returncode, result.stdout))
+                self.assertTrue(result.stderr.startswith("fieldbook: --generate takes a number up to 1000"), result.stderr)
+        self.assertEqual({}, self.files())
+
+    @unittest.skipIf(os.geteuid() == 0, "root may write everywhere")
+    def test_that_cannot_be_written_are_one_message_and_status_1(self):
+        self.folder.chmod(0o500)
+        result = run("--generate=1", str(self.folder))
+        self.folder.chmod(0o700)
+        self.assertEqual((1, ""), (result.returncode, result.stdout))
+        self.assertTrue(result.stderr.startswith("fieldbook: no samples: "), result.stderr)
+
+
 class WatchedFolder(Folder):
     """A run that somebody else has to end."""
 
@@ -439,6 +492,13 @@ class WatchedFolder(Folder):
         self.on_terminal({name: value for name, value in os.environ.items() if name != "NO_COLOR"})
         self.assertIn("\x1b[32m+\x1b[0m \x1b[31mhigh    \x1b[0m#1 \x1b[1mCrane stuck\x1b[0m, Quay", self.output)
 
+    def test_has_what_can_be_followed_or_called_underlined_on_a_terminal(self):
+        body = "Ask warden@quay.example, or call (555) 010-9999."
+        (self.folder / "b.json").write_text(json.dumps(REPORT | {"title": "Rope frayed", "severity": "low", "body": body}))
+        environment = {name: value for name, value in os.environ.items() if name != "NO_COLOR"}
+        self.on_terminal(environment, [("fieldbook://report/2", "9999")])
+        self.assertIn("| Ask \x1b[4mwarden@quay.example\x1b[0m, or call \x1b[4m(555) 010-9999\x1b[0m.\r\n", self.output)
+
     def test_is_not_coloured_against_the_will_of_its_reader(self):
         self.on_terminal({**os.environ, "NO_COLOR": "1"})
         self.assertIn("+ high    #1 Crane stuck, Quay (Nils)\r\n", self.output)
@@ -451,10 +511,11 @@ class WatchedFolder(Folder):
             ("sort place", "= by place: no row moved\r\n"),
             ("sign in nobody", '! sign-in  "nobody", character 7: The "@" is missing.\r\n'),
             ("sign in ada@hut.example", "* signed in  ada@hut.example\r\n"),
+            ("samples 1 autumn", "= 1 sample of autumn\r\n+ low     #3 Gate left open"),
             ("fieldbook://report/1", "| keep people away until it is cleared\r\n"),
-            ("fieldbook://report/3", "! nothing opens fieldbook://report/3\r\n"),
+            ("fieldbook://report/4", "! nothing opens fieldbook://report/4\r\n"),
             ("details off", "= cards are short\r\n"),
-            ("upload", "= 2 to upload\r\n"),
+            ("upload", "= 3 to upload\r\n"),
             ("dance", "= no such command; sort"),
         ])
         self.assertIn("uploads     sent 0; given up 0", self.output)

@@ -1,0 +1,41 @@
+#include "Examples/Fieldbook/ReportEncoding.hpp"
+
+#include "Examples/Fieldbook/ReportDecoding.hpp"
+#include "Orrenby/Platform/Coding/EncodingError.hpp"
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace fieldbook;
+
+TEST(ReportEncoding, WritesOneMemberALine)
+{
+    EXPECT_EQ(encodedReport({"Wasps", "Gate", "Jo", Severity::low, "A nest."}), R"({
+  "title" : "Wasps",
+  "place" : "Gate",
+  "observer" : "Jo",
+  "severity" : "low",
+  "body" : "A nest."
+}
+)");
+}
+
+TEST(ReportEncoding, LeavesOutABodyThatIsMissing)
+{
+    EXPECT_EQ(encodedReport({"Wasps", "Gate", "Jo", Severity::high, {}}).find("body"), std::string::npos);
+}
+
+TEST(ReportEncoding, GivesWhatDecodingReadsBack)
+{
+    const auto report = Report{
+        "\"Wasps\" \\ Øye", "Gate", "Jo", Severity::medium, "One line.\n\tAnd another one / more."};
+
+    EXPECT_EQ(decodedReport(encodedReport(report)).unwrap(), report);
+}
+
+TEST(ReportEncoding, ThrowsForATextThatIsNoUTF8)
+{
+    EXPECT_THROW(encodedReport({"\xFF", "Gate", "Jo", Severity::low, {}}), orrenby::EncodingError);
+}
+
+} // namespace
