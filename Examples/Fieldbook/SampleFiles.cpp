@@ -3,6 +3,7 @@
 #include "ReportEncoding.hpp"
 #include "SampleReports.hpp"
 #include "Text.hpp"
+#include <cerrno>
 #include <fstream>
 #include <system_error>
 
@@ -24,11 +25,13 @@ bool isSeed(std::string_view text)
 void write(const fs::path& path, std::string_view text)
 {
     const auto draft = path.parent_path() / ".sample";
+    errno = 0;
     auto file = std::ofstream(draft, std::ios::binary);
     file.write(text.data(), static_cast<std::streamsize>(text.size()));
     file.close();
-    if (!file)
-        throw fs::filesystem_error("cannot write", path, std::make_error_code(std::errc::io_error));
+    if (!file) // streams tell no reasons of their own
+        throw fs::filesystem_error(
+            "cannot write", path, std::error_code(errno != 0 ? errno : EIO, std::generic_category()));
     fs::rename(draft, path);
 }
 
@@ -59,7 +62,8 @@ orrenby::Result<std::size_t, std::string> writeSamples(const SampleRequest& requ
             write(folder / ("sample-" + request.seed + '-' + std::to_string(number) + ".json"),
                 encodedReport(reports.next()));
     } catch (const fs::filesystem_error& error) {
-        return Outcome::failure("no samples: " + printable(error.what()));
+        return Outcome::failure(
+            "no samples: " + printable(error.path1().string()) + ": " + error.code().message());
     }
     return Outcome::success(static_cast<std::size_t>(request.count));
 }

@@ -410,7 +410,7 @@ class MadeUpReports(Folder):
         result = run("--generate=1", str(self.folder))
         self.folder.chmod(0o700)
         self.assertEqual((1, ""), (result.returncode, result.stdout))
-        self.assertTrue(result.stderr.startswith("fieldbook: no samples: "), result.stderr)
+        self.assertEqual(f"fieldbook: no samples: {self.folder / 'sample-demo-1.json'}: Permission denied\n", result.stderr)
 
 
 class WatchedFolder(Folder):
