@@ -24,8 +24,6 @@ struct Report {
     std::optional<std::string> note;
     std::vector<std::string> tags;
     double score = 0;
-
-    friend bool operator==(const Report&, const Report&) = default;
 };
 using Reports = std::vector<Report>;
 
