@@ -3,6 +3,7 @@
 #include "Orrenby/Platform/Coding/AggregateCoding.hpp"
 #include "Orrenby/Platform/Coding/JSONReadError.hpp"
 #include "Orrenby/Platform/Objects/Result.hpp"
+#include "Tests/Platform/Coding/JSONDecoderParts.hpp"
 #include <cmath>
 #include <gmock/gmock.h>
 #include <limits>
@@ -12,6 +13,8 @@
 #include <unordered_map>
 
 using namespace orrenby;
+using orrenby::testing::decoded;
+using orrenby::testing::failure;
 using ::testing::ElementsAre;
 using ::testing::Pair;
 
@@ -36,18 +39,6 @@ std::vector<Report> reports(std::string_view text)
     return decoder.decode<std::vector<Report>>(text);
 }
 //! [Decoding a response]
-
-template <class T> T decoded(std::string_view text) { return JSONDecoder().decode<T>(text); }
-
-template <class T> std::string failure(std::string_view text, const JSONDecoder& decoder = {})
-{
-    try {
-        decoder.decode<T>(text);
-        return "no failure";
-    } catch (const DecodingError& error) {
-        return error.description();
-    }
-}
 
 struct Tree {
     int value = 0;
@@ -81,16 +72,6 @@ struct Holder {
 };
 
 struct Empty {};
-
-struct Timed {
-    Date at;
-    Data bytes;
-};
-
-struct Snake {
-    std::string firstName;
-    std::map<std::string, int> countsByName;
-};
 
 } // namespace
 
@@ -274,89 +255,6 @@ TEST(JSONDecoder, DecodesAnEmptyAggregateFromAnyObject)
     EXPECT_NE(failure<Empty>("1"), "no failure");
 }
 
-TEST(JSONDecoder, DecodesDatesAsItsStrategySays)
-{
-    using Strategy = JSONDecoder::DateDecodingStrategy;
-    const auto date = [](std::string_view text, Strategy strategy) {
-        JSONDecoder decoder;
-        decoder.setDateDecodingStrategy(std::move(strategy));
-        return decoder.decode<Date>(text).secondsSince1970();
-    };
-
-    EXPECT_EQ(date("0", Strategy::deferredToDate()), 978'307'200);
-    EXPECT_EQ(date("1.5", Strategy::secondsSince1970()), 1.5);
-    EXPECT_EQ(date("1500", Strategy::millisecondsSince1970()), 1.5);
-    EXPECT_EQ(date(R"("1970-01-02T00:00:01Z")", Strategy::iso8601()), 86'401);
-    EXPECT_EQ(date(R"("2024-02-29T23:30:00-01:30")", Strategy::iso8601()), 1'709'254'800);
-    EXPECT_EQ(date(R"("7 days")", Strategy::custom([](const Decoder& decoder) {
-        return Date(86'400.0 * std::stoi(decoder.singleValueContainer().decode<std::string>()));
-    })),
-        604'800);
-}
-
-TEST(JSONDecoder, RefusesDatesOfAnotherForm)
-{
-    JSONDecoder decoder;
-    decoder.setDateDecodingStrategy(JSONDecoder::DateDecodingStrategy::iso8601());
-
-    EXPECT_EQ(failure<Date>("null", decoder),
-        "valueNotFound(Date, at the root, line 1, column 1: Expected Date but found null)");
-    EXPECT_EQ(failure<Date>(R"("2023-02-29T00:00:00Z")", decoder),
-        "dataCorrupted(at the root, line 1, column 1: Expected a date and time in the form of ISO 8601)");
-    for (const std::string_view text :
-        {R"("")", R"("2024-01-01")", R"("2024-01-01T00:00:00")", R"("2024-01-01T24:00:00Z")",
-            R"("2024-01-01T00:00:00.5Z")", R"("2024-01-01T00:00:00Z ")", R"("2024-1-01T00:00:00Z")",
-            R"("2024-01-01T00:00:00+1:00")", R"("2024-01-01 00:00:00Z")", R"("+024-01-01T00:00:00Z")", "5"})
-        EXPECT_NE(failure<Date>(text, decoder), "no failure") << text;
-}
-
-TEST(JSONDecoder, DecodesBytesAsItsStrategySays)
-{
-    JSONDecoder decoder;
-    EXPECT_EQ(decoder.decode<Data>(R"("AP8Q")"), (Data{std::byte{0}, std::byte{255}, std::byte{16}}));
-    EXPECT_EQ(decoder.decode<Data>(R"("AA==")"), Data{std::byte{0}});
-    EXPECT_EQ(decoder.decode<Data>(R"("")"), Data{});
-    for (const std::string_view text :
-        {R"("A")", R"("AA=")", R"("AA==\n")", R"("A===")", R"("AB==")", R"("A*==")", "[1]", "null"})
-        EXPECT_NE(failure<Data>(text), "no failure") << text;
-
-    decoder.setDataDecodingStrategy(JSONDecoder::DataDecodingStrategy::deferredToData());
-    EXPECT_EQ(decoder.decode<Data>("[0,255]"), (Data{std::byte{0}, std::byte{255}}));
-    EXPECT_NE(failure<Data>("[256]", decoder), "no failure");
-
-    decoder.setDataDecodingStrategy(JSONDecoder::DataDecodingStrategy::custom([](const Decoder& inner) {
-        return dataFromText(inner.singleValueContainer().decode<std::string>());
-    }));
-    EXPECT_EQ(decoder.decode<Data>(R"("a")"), Data{std::byte{'a'}});
-}
-
-TEST(JSONDecoder, ConvertsKeysAsItsStrategySays)
-{
-    JSONDecoder decoder;
-    decoder.setKeyDecodingStrategy(JSONDecoder::KeyDecodingStrategy::convertFromSnakeCase());
-    const auto snake = decoder.decode<Snake>(R"({"first_name":"Ada","counts_by_name":{"not_changed":1}})");
-    EXPECT_EQ(snake.firstName, "Ada");
-    EXPECT_THAT(snake.countsByName, ElementsAre(Pair("not_changed", 1)));
-
-    decoder.setKeyDecodingStrategy(JSONDecoder::KeyDecodingStrategy::custom(
-        [](const std::vector<CodingKey>& path) { return CodingKey(path.back().stringValue().substr(1)); }));
-    EXPECT_EQ(decoder.decode<Place>(R"({"_latitude":1,"_longitude":2})").longitude, 2);
-}
-
-TEST(JSONDecoder, ReadsTextsForNumbersThatAreNoneWhereTold)
-{
-    JSONDecoder decoder;
-    EXPECT_NE(failure<double>(R"("inf")", decoder), "no failure");
-
-    decoder.setNonConformingFloatDecodingStrategy(
-        JSONDecoder::NonConformingFloatDecodingStrategy::convertFromString(
-            {.positiveInfinity = "inf", .negativeInfinity = "-inf", .nan = "nan"}));
-    EXPECT_EQ(decoder.decode<double>(R"("-inf")"), -std::numeric_limits<double>::infinity());
-    EXPECT_EQ(decoder.decode<float>(R"("inf")"), std::numeric_limits<float>::infinity());
-    EXPECT_TRUE(std::isnan(decoder.decode<double>(R"("nan")")));
-    EXPECT_NE(failure<double>(R"("1")", decoder), "no failure");
-}
-
 TEST(JSONDecoder, DecodesIdentifiers)
 {
     EXPECT_EQ(decoded<UUID>(R"("00112233-4455-6677-8899-aabbccddeeff")").uuidString(),
@@ -416,142 +314,4 @@ TEST(JSONDecoder, KnowsEachOfManyPlacesInALongText)
     text += "]";
 
     EXPECT_EQ(decoded<WrongPlaces>(text).places, expected);
-}
-
-namespace {
-
-/// Takes whatever there is.
-struct Anything {
-    static Anything init(const Decoder&) { return {}; }
-};
-
-std::string nestedLists(std::size_t depth) { return std::string(depth, '[') + std::string(depth, ']'); }
-
-/// Counts itself; a list of them fails at an element that is no number.
-struct Counted {
-    static inline int alive = 0;
-
-    Counted() { ++alive; }
-    Counted(const Counted&) { ++alive; }
-    Counted& operator=(const Counted&) = default;
-    ~Counted() { --alive; }
-
-    static Counted init(const Decoder& decoder)
-    {
-        static_cast<void>(decoder.singleValueContainer().decode<int>());
-        return {};
-    }
-};
-
-struct Wide {
-    int a01 = 0, a02 = 0, a03 = 0, a04 = 0, a05 = 0, a06 = 0, a07 = 0, a08 = 0, a09 = 0, a10 = 0, a11 = 0;
-    std::optional<int> b01, b02, b03, b04, b05, b06, b07, b08, b09, b10;
-    std::string c01, c02, c03, c04, c05, c06, c07, c08, c09;
-    std::optional<Place> place;
-    std::vector<Place> places;
-};
-
-} // namespace
-
-TEST(JSONDecoder, DecodesADepthOf512AndNoMore)
-{
-    EXPECT_NO_THROW(decoded<Anything>(nestedLists(512)));
-    EXPECT_EQ(failure<Anything>(nestedLists(513)),
-        "dataCorrupted(at the root, line 1, column 513: No valid JSON: More than 512 nested values at line 1, "
-        "column 513)");
-    EXPECT_NE(failure<Anything>(std::string(1'000'000, '[')), "no failure");
-}
-
-TEST(JSONDecoder, TakesTheLastOfRepeatedMembers)
-{
-    const auto place = decoded<Place>(R"({"latitude":"x","longitude":2,"latitude":3})");
-
-    EXPECT_EQ(place.latitude, 3);
-    EXPECT_EQ(place.longitude, 2);
-}
-
-TEST(JSONDecoder, NamesThePathOfANumberThatIsTooLarge)
-{
-    EXPECT_EQ(failure<std::vector<Place>>(R"([{"latitude":1e400,"longitude":0}])"),
-        "dataCorrupted(at Index 0 > latitude, line 1, column 14: The number 1e400 does not fit in Double)");
-}
-
-TEST(JSONDecoder, RefusesTextThatIsCutOrHasALoneSurrogate)
-{
-    for (const std::string_view text : {"", "[", "[1,", "\"a", "{\"a\"", "{\"a\":", "tru", "-", R"("\uD800")",
-             R"("\uDC00")", R"("\uD800\u0041")", "\"\xC3\"", "\"\xED\xA0\x80\""})
-        EXPECT_THAT(failure<Anything>(text), ::testing::StartsWith("dataCorrupted(")) << text;
-}
-
-TEST(JSONDecoder, DecodesTextsOfMegabytes)
-{
-    const std::string plain(3'000'000, 'x');
-
-    EXPECT_EQ(decoded<std::string>('"' + plain + '"'), plain);
-    EXPECT_EQ(decoded<std::string>("\"\\n" + plain + "\""), '\n' + plain);
-    EXPECT_EQ(decoded<double>("0." + std::string(1'000'000, '0') + "1"), 0.0);
-}
-
-TEST(JSONDecoder, LeavesNothingOfAValueThatFails)
-{
-    EXPECT_NE(failure<std::vector<Counted>>("[1,2,3,null]"), "no failure");
-    EXPECT_NE((failure<std::map<std::string, Counted>>(R"({"a":1,"b":"2"})")), "no failure");
-
-    EXPECT_EQ(Counted::alive, 0);
-}
-
-TEST(JSONDecoder, DecodesAggregatesOf32Fields)
-{
-    std::string text = "{";
-    for (int field = 1; field <= 11; ++field)
-        text += std::string(field < 10 ? R"("a0)" : R"("a)") + std::to_string(field) + R"(":)"
-            + std::to_string(field) + ',';
-    for (int field = 1; field <= 9; ++field)
-        text += R"("c0)" + std::to_string(field) + R"(":"text",)";
-    text += R"("b10":5,"b01":null,"place":{"latitude":1,"longitude":2},"places":[]})";
-    const auto wide = decoded<Wide>(text);
-
-    EXPECT_EQ(wide.a01, 1);
-    EXPECT_EQ(wide.a11, 11);
-    EXPECT_EQ(wide.b01, std::nullopt);
-    EXPECT_EQ(wide.b10, 5);
-    EXPECT_EQ(wide.c09, "text");
-    EXPECT_EQ(wide.place.value().longitude, 2);
-    EXPECT_EQ(failure<Wide>(R"({"a01":1})"),
-        "keyNotFound(a02, at the root, line 1, column 1: No value under the key \"a02\")");
-}
-
-TEST(JSONDecoder, ThrowsWhatIsAlsoCaughtAsAStandardException)
-{
-    try {
-        decoded<int>("null");
-        FAIL();
-    } catch (const std::exception& error) {
-        EXPECT_STREQ(error.what(),
-            "valueNotFound(Int32, at the root, line 1, column 1: Expected Int32 but found null)");
-    }
-}
-
-TEST(JSONDecoder, DecodesOnSeveralThreadsAtOnce)
-{
-    JSONDecoder decoder;
-    decoder.setKeyDecodingStrategy(JSONDecoder::KeyDecodingStrategy::convertFromSnakeCase());
-    decoder.setDateDecodingStrategy(JSONDecoder::DateDecodingStrategy::custom(
-        [](const Decoder& inner) { return Date(inner.singleValueContainer().decode<double>() * 2); }));
-    std::vector<int> right(4);
-    std::vector<std::thread> threads;
-    for (int& count : right)
-        threads.emplace_back([&decoder, &count] {
-            for (int number = 0; number < 200; ++number) {
-                const auto digits = std::to_string(number);
-                const auto snake = decoder.decode<Snake>(
-                    R"({"first_name":")" + digits + R"(","counts_by_name":{}})");
-                const auto date = decoder.decode<Date>(digits);
-                count += snake.firstName == digits && date == Date(number * 2.0) ? 1 : 0;
-            }
-        });
-    for (auto& thread : threads)
-        thread.join();
-
-    EXPECT_THAT(right, ElementsAre(200, 200, 200, 200));
 }
