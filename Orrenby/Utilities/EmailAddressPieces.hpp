@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// What an address and its rules take apart.
+/// What an address and its rules take apart. Not in the umbrella header: part of the validator's sources.
 
 #include "Orrenby/Platform/Export.hpp"
 #include <string_view>

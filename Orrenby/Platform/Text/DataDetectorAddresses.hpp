@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// Finds postal addresses.
+/// Finds postal addresses. Not in the umbrella header: part of DataDetector.cpp.
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Text/DataDetectorRules.hpp"

@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// Finds links and mail addresses.
+/// Finds links and mail addresses. Not in the umbrella header: part of DataDetector.cpp.
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Text/DataDetectorRules.hpp"

@@ -1,7 +1,8 @@
 #pragma once
 
 /// @file
-/// The tables that tell links, telephone numbers and addresses from other text.
+/// The tables that tell links, telephone numbers and addresses from other text. Not in the umbrella header:
+/// part of DataDetector.cpp.
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Text/EmbeddedText.hpp"

@@ -1,7 +1,8 @@
 #pragma once
 
 /// @file
-/// The text that a detector reads, and the kinds of its characters.
+/// The text that a detector reads, and the kinds of its characters. Not in the umbrella header: part of
+/// DataDetector.cpp.
 
 #include "Orrenby/Platform/Export.hpp"
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// Text files that the build puts into a program.
+/// Text files that the build puts into a program. Not in the umbrella header: part of the detector's rules.
 
 #include "Orrenby/Platform/Export.hpp"
 #include <span>

@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// The value of a hexadecimal digit.
+/// The value of a hexadecimal digit. Not in the umbrella header: part of Hexadecimal.cpp.
 
 #include "Orrenby/Platform/Export.hpp"
 

@@ -1,7 +1,8 @@
 #pragma once
 
 /// @file
-/// Texts of any content made fit for one line of output. Not for use of its own.
+/// Texts of any content made fit for one line of output. Not in the umbrella header: part of the log's
+/// sources.
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Time/Date.hpp"

@@ -1,7 +1,8 @@
 #pragma once
 
 /// @file
-/// A memory barrier that one thread pays for all.
+/// A memory barrier that one thread pays for all. Not in the umbrella header: part of the engines' own
+/// workings.
 
 #include "Orrenby/Platform/Export.hpp"
 
