@@ -10,6 +10,7 @@
 #include "Orrenby/Platform/Coding/SingleValueDecodingContainer.hpp"
 #include "Orrenby/Platform/Coding/UnkeyedDecodingContainer.hpp"
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Net/URL.hpp"
 #include "Orrenby/Platform/Net/UUID.hpp"
 #include "Orrenby/Platform/Objects/Concepts.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
@@ -28,10 +29,10 @@ namespace orrenby::inline ORRENBY_ABI {
 // | `bool` | true, false | numbers |
 // | integers | a number that is exactly one of the type's, `1.0` and `1e3` included | booleans, `1.5`, what
 // does not fit | | `double`, `float` | any number up to the largest; the nearest value | booleans | |
-// `std::string` | text | | | `Date`, `Data` | as the decoder's strategies say | | | `UUID` | its text form |
-// other texts | | `RawRepresentable` types | their raw value | raw values that stand for nothing | |
-// optionals and pointers | null, or what they hold | | | vectors, arrays, sets | a list; an array one of its
-// length | | | maps from text or integers | an object | keys that are no such integers |
+// `std::string` | text | | | `Date`, `Data` | as the decoder's strategies say | | | `UUID`, `URL` | their
+// text forms | other texts | | `RawRepresentable` types | their raw value | raw values that stand for nothing
+// | | optionals and pointers | null, or what they hold | | | vectors, arrays, sets | a list; an array one of
+// its length | | | maps from text or integers | an object | keys that are no such integers |
 //
 // Null is refused by all but optionals, with `valueNotFound`; another kind with `typeMismatch`; a value that
 // is not allowed with `dataCorrupted`.
@@ -94,6 +95,10 @@ template <> struct Decodable<Data> {
 
 template <> struct Decodable<UUID> {
     static UUID decode(const Decoder& decoder) { return detail::decodeUUID(decoder); }
+};
+
+template <> struct Decodable<URL> {
+    static URL decode(const Decoder& decoder) { return detail::decodeURL(decoder); }
 };
 
 template <detail::DecodesByRawValue T> struct Decodable<T> {

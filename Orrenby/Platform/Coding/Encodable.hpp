@@ -104,6 +104,13 @@ template <> struct Encodable<UUID> {
     }
 };
 
+template <> struct Encodable<URL> {
+    static void write(const URL& value, const detail::EncodingPlace& place)
+    {
+        detail::encodeURL(value, place);
+    }
+};
+
 template <detail::EncodesByRawValue T> struct Encodable<T> {
     static void write(const T& value, const detail::EncodingPlace& place)
     {

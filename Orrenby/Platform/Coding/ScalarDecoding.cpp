@@ -148,6 +148,15 @@ UUID decodeUUID(const Decoder& decoder)
     throwCorrupted(decoder, "Expected the text of a UUID");
 }
 
+URL decodeURL(const Decoder& decoder)
+{
+    if (isKind(decoder, JSONKind::Null))
+        decoder.place().throwMismatch("URL");
+    if (auto url = URL::make(decodeText(decoder)))
+        return *std::move(url);
+    throwCorrupted(decoder, "Expected the text of a URL");
+}
+
 void throwNoValueFor(const Decoder& decoder, std::string_view typeName, std::string_view rawValue)
 {
     throwCorrupted(decoder, "No " + std::string(typeName) + " has the raw value " + std::string(rawValue));

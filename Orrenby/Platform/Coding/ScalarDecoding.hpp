@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Coding/Decoder.hpp"
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Net/URL.hpp"
 #include "Orrenby/Platform/Net/UUID.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include "Orrenby/Platform/Time/Date.hpp"
@@ -25,6 +26,7 @@ ORRENBY_EXPORT std::string_view decodeText(const Decoder& decoder);
 ORRENBY_EXPORT Date decodeDate(const Decoder& decoder);
 ORRENBY_EXPORT Data decodeData(const Decoder& decoder);
 ORRENBY_EXPORT UUID decodeUUID(const Decoder& decoder);
+ORRENBY_EXPORT URL decodeURL(const Decoder& decoder);
 
 /// Throws `dataCorrupted`: the raw value stands for no value of the type.
 [[noreturn]] ORRENBY_EXPORT void throwNoValueFor(

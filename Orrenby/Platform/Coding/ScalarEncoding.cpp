@@ -103,4 +103,6 @@ void encodeData(const Data& value, const EncodingPlace& place)
 
 void encodeUUID(const UUID& value, const EncodingPlace& place) { encodeText(value.uuidString(), place); }
 
+void encodeURL(const URL& value, const EncodingPlace& place) { encodeText(value.absoluteString(), place); }
+
 } // namespace orrenby::inline ORRENBY_ABI::detail

@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Coding/EncodingSession.hpp"
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Net/URL.hpp"
 #include "Orrenby/Platform/Net/UUID.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include "Orrenby/Platform/Time/Date.hpp"
@@ -21,5 +22,6 @@ ORRENBY_EXPORT void encodeText(std::string_view value, const EncodingPlace& plac
 ORRENBY_EXPORT void encodeDate(Date value, const EncodingPlace& place);
 ORRENBY_EXPORT void encodeData(const Data& value, const EncodingPlace& place);
 ORRENBY_EXPORT void encodeUUID(const UUID& value, const EncodingPlace& place);
+ORRENBY_EXPORT void encodeURL(const URL& value, const EncodingPlace& place);
 
 } // namespace orrenby::inline ORRENBY_ABI::detail

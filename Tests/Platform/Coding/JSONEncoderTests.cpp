@@ -122,6 +122,7 @@ TEST(JSONEncoder, EncodesEveryStandardKind)
     EXPECT_EQ(encoded(std::map<int, std::string>{{-1, "x"}}), R"({"-1":"x"})");
     EXPECT_EQ(encoded(*UUID::make("00112233-4455-6677-8899-AABBCCDDEEFF")),
         R"("00112233-4455-6677-8899-AABBCCDDEEFF")");
+    EXPECT_EQ(encoded("http://example.com/a?b#c"_url), R"("http://example.com/a?b#c")");
 }
 
 TEST(JSONEncoder, GivesBytes) { EXPECT_EQ(JSONEncoder().encode(std::vector<int>{1}), dataFromText("[1]")); }
