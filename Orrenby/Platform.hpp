@@ -73,6 +73,7 @@
 #include "Orrenby/Platform/Errors/NSErrorKeys.hpp"
 #include "Orrenby/Platform/Errors/UserInfoValueProvider.hpp"
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Net/URL.hpp"
 #include "Orrenby/Platform/Net/UUID.hpp"
 #include "Orrenby/Platform/Objects/Any.hpp"
 #include "Orrenby/Platform/Objects/AnyBox.hpp"

@@ -268,8 +268,8 @@ TEST(JSONDecoder, DecodesURLs)
     EXPECT_EQ(decoded<URL>(R"("http:\/\/example.com\/a?b#c")"), "http://example.com/a?b#c"_url);
     EXPECT_EQ(
         failure<URL>(R"("a b")"), "dataCorrupted(at the root, line 1, column 1: Expected the text of a URL)");
-    EXPECT_THAT(failure<URL>("7"), testing::StartsWith("typeMismatch("));
-    EXPECT_THAT(failure<URL>("null"), testing::StartsWith("valueNotFound("));
+    EXPECT_THAT(failure<URL>("7"), ::testing::StartsWith("typeMismatch("));
+    EXPECT_THAT(failure<URL>("null"), ::testing::StartsWith("valueNotFound("));
 }
 
 TEST(JSONDecoder, HandsItsUserInfoToTheTypes)
