@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
 """Every example that a header's comment points to exists: `@snippet FILE TITLE` means a block of FILE between two lines
-`//! [TITLE]`. The files are tests and examples, so each of these examples is compiled and run. A C++ block of README.md stands
-word for word in one of the examples.
+`//! [TITLE]`. The files are tests and examples, so each of these examples is compiled and run. A C++ block of a page (README.md and
+those in Docs/) stands word for word in one of the examples, though perhaps further to the right there.
 
     snippets.py [ROOT]       prints one line per finding, fails if there is one
     snippets.py --self-test  shows on made-up trees that the check can fail
 """
 
 import re
+import textwrap
 
 import checker
 
@@ -18,15 +19,20 @@ BLOCK = re.compile(r"^```cpp\n(.*?)^```$", re.M | re.S)
 
 def check(root):
     yield from check_headers(root)
-    yield from check_readme(root)
+    yield from check_pages(root)
 
 
-def check_readme(root):
-    readme = root / "README.md"
-    examples = [example.read_text(encoding="utf-8") for example in (root / "Examples").rglob("*.cpp")]
-    for block in BLOCK.findall(readme.read_text(encoding="utf-8") if readme.exists() else ""):
-        if not any(block in example for example in examples):
-            yield f"README.md: a block that begins with {block.splitlines()[0]} stands in no example"
+def check_pages(root):
+    examples = [example.read_text(encoding="utf-8") for example in sorted((root / "Examples").rglob("*.cpp"))]
+    for page in sorted([*root.glob("README.md"), *(root / "Docs").glob("*.md")]):
+        for block in BLOCK.findall(page.read_text(encoding="utf-8")):
+            if not any(stands_in(block, example) for example in examples):
+                yield f"{page.name}: a block that begins with {block.splitlines()[0]} stands in no example"
+
+
+def stands_in(block, example):
+    """At the left margin of the page, it may stand inside a class or a function of the example."""
+    return any("\n" + textwrap.indent(block, margin) in "\n" + example for margin in ("", " " * 4, " " * 8))
 
 
 def check_headers(root):
@@ -65,6 +71,13 @@ class SelfTest(checker.TreeTest):
         self.put("README.md", "```cpp\nrun();\n```\n")
         self.assertEqual(1, len(self.findings("", "")))
         self.put("Examples/a.cpp", "int main() {\nrun();\n}\n")
+        self.assertEqual([], self.findings("", ""))
+
+    def test_code_of_a_page_may_stand_further_to_the_right_in_an_example(self):
+        self.put("Docs/Page.md", "```cpp\nif (ready)\n    run();\n```\n")
+        self.put("Examples/a.cpp", "int main() {\n    if (ready)\n    run();\n}\n")
+        self.assertEqual(1, len(self.findings("", "")))
+        self.put("Examples/a.cpp", "int main() {\n    if (ready)\n        run();\n}\n")
         self.assertEqual([], self.findings("", ""))
 
 
