@@ -4,13 +4,19 @@ include(CMakePackageConfigHelpers)
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Orrenby)
 
-install(TARGETS OrrenbyPlatform OrrenbyStandard OrrenbyUtilities OrrenbyFoundation OrrenbyTesting OrrenbyOrrenby
-    EXPORT OrrenbyTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(EXPORT OrrenbyTargets NAMESPACE Orrenby:: DESTINATION ${package_folder})
+# What a program needs to run is one component; what a programmer needs beyond it, the test kit included, is the other.
+function(orrenby_install libraries)
+    install(TARGETS ${ARGN}
+        EXPORT OrrenbyTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${libraries} NAMELINK_COMPONENT Development
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT ${libraries}
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development)
+endfunction()
+
+orrenby_install(Runtime OrrenbyPlatform OrrenbyStandard OrrenbyUtilities OrrenbyFoundation OrrenbyOrrenby)
+orrenby_install(Development OrrenbyTesting)
+install(EXPORT OrrenbyTargets NAMESPACE Orrenby:: DESTINATION ${package_folder} COMPONENT Development)
 
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/OrrenbyConfig.cmake.in
     ${PROJECT_BINARY_DIR}/OrrenbyConfig.cmake
@@ -19,7 +25,7 @@ configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/OrrenbyConfig.cmake.in
 # Before 1.0 every minor version may change what a program sees.
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/OrrenbyConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/OrrenbyConfig.cmake ${PROJECT_BINARY_DIR}/OrrenbyConfigVersion.cmake
-    DESTINATION ${package_folder})
+    DESTINATION ${package_folder} COMPONENT Development)
 
 # orrenby_pkgconfig(name description libraries requires): paths are relative to the file, so that an installed tree can be moved.
 function(orrenby_pkgconfig PC_NAME PC_DESCRIPTION PC_LIBRARIES PC_REQUIRES)
@@ -33,7 +39,7 @@ function(orrenby_pkgconfig PC_NAME PC_DESCRIPTION PC_LIBRARIES PC_REQUIRES)
         set(PC_DEFINITIONS -DORRENBY_DIAGNOSTICS)
     endif()
     configure_file(${PROJECT_SOURCE_DIR}/cmake/orrenby.pc.in ${PROJECT_BINARY_DIR}/${PC_NAME}.pc @ONLY)
-    install(FILES ${PROJECT_BINARY_DIR}/${PC_NAME}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+    install(FILES ${PROJECT_BINARY_DIR}/${PC_NAME}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
 endfunction()
 
 # A static library hands on what it links to; a shared one has it inside.

@@ -1,14 +1,25 @@
-# One development package with libraries, headers and package files, as an archive and for Debian.
+# Two Debian packages, the libraries and what is needed to build against them, and one archive with both.
 
-set(CPACK_GENERATOR TGZ DEB)
 set(CPACK_PACKAGE_NAME orrenby)
-set(CPACK_PACKAGE_CONTACT "Orrenby maintainers <maintainers@orrenby.example>")
+set(CPACK_PACKAGE_CONTACT "Orrenby developers")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY ${PROJECT_DESCRIPTION})
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_DEBIAN_PACKAGE_NAME liborrenby-dev)
-set(CPACK_DEBIAN_PACKAGE_SECTION libdevel)
+set(CPACK_GENERATOR TGZ DEB)
+set(CPACK_COMPONENTS_ALL Runtime Development)
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(runtime_package liborrenby${PROJECT_VERSION_MAJOR})
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "The shared libraries.")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtime_package})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
+    "Headers, the test kit, and what CMake and pkg-config need to find the library.")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME liborrenby-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS ON) # of the test kit
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/Orrenby)
 include(CPack)

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Installs the library into a temporary folder, then builds and runs a small program against what is there:
 once found through CMake, once through pkg-config. A program compiled for the other configuration, diagnostic or plain, must
-not link. With --static the library is built anew as static libraries first."""
+not link. With --static the library is built anew as static libraries first. With --packages it is packed for Debian, and what is
+installed is the content of those packages, put into the temporary folder without asking the system's package manager."""
 
 import argparse
 import os
@@ -34,6 +35,26 @@ def build_static(build, arguments):
     run(arguments.cmake, "-G", "Ninja", "-S", SOURCE_TREE, "-B", build, "-DBUILD_SHARED_LIBS=OFF", "-DORRENBY_TESTS=OFF",
         "-DORRENBY_EXAMPLES=OFF", *flags)
     run(arguments.cmake, "--build", build)
+
+
+def unpack_debian_packages(build, folder):
+    """Returns the prefix below which the packages lie. Each has what it should have, and none has the other's."""
+    # Compressing is most of the work of packing, and nobody keeps these packages.
+    run("cpack", "-G", "DEB", "--config", build / "CPackConfig.cmake", "-B", folder / "packages",
+        "-D", "CPACK_DEBIAN_COMPRESSION_TYPE=none", "-D", "CPACK_STRIP_FILES=OFF", stdout=subprocess.DEVNULL)
+    packages = {package.name.split("_")[0]: package for package in (folder / "packages").glob("*.deb")}
+    runtime = [name for name in packages if name != "liborrenby-dev"]
+    if len(packages) != 2 or len(runtime) != 1 or not runtime[0].removeprefix("liborrenby").isdigit():
+        sys.exit(f"Packages of these names were made: {sorted(packages)}")
+    for name, package in packages.items():
+        files = run("dpkg-deb", "--contents", package, stdout=subprocess.PIPE, text=True).stdout
+        if ("/usr/include/" in files) != (name == "liborrenby-dev"):
+            sys.exit(f"The headers lie in the wrong package: {name} has\n{files}")
+        run("dpkg-deb", "--extract", package, folder / "root")
+    depends = run("dpkg-deb", "--field", packages["liborrenby-dev"], "Depends", stdout=subprocess.PIPE, text=True).stdout
+    if f"{runtime[0]} (= " not in depends:
+        sys.exit(f"The development package does not ask for the libraries of its version: {depends}")
+    return folder / "root" / "usr"
 
 
 def through_cmake(prefix, build, arguments):
@@ -82,6 +103,7 @@ def main():
     parser.add_argument("--diagnostics", default="OFF")
     parser.add_argument("--libdir", default="lib")
     parser.add_argument("--static", action="store_true")
+    parser.add_argument("--packages", action="store_true")
     arguments = parser.parse_args()
 
     with tempfile.TemporaryDirectory(prefix="orrenby-install-") as folder:
@@ -90,10 +112,14 @@ def main():
         if arguments.static:
             build = folder / "static"
             build_static(build, arguments)
-        run(arguments.cmake, "--install", build, "--prefix", folder / "prefix", stdout=subprocess.DEVNULL)
-        through_cmake(folder / "prefix", folder / "consumer", arguments)
-        through_pkg_config(folder / "prefix", folder / "consumer-of-pkg-config", arguments)
-        other_configuration_does_not_link(folder / "prefix", folder / "consumer-of-the-other-kind", arguments)
+        if arguments.packages:
+            prefix = unpack_debian_packages(build, folder)
+        else:
+            prefix = folder / "prefix"
+            run(arguments.cmake, "--install", build, "--prefix", prefix, stdout=subprocess.DEVNULL)
+        through_cmake(prefix, folder / "consumer", arguments)
+        through_pkg_config(prefix, folder / "consumer-of-pkg-config", arguments)
+        other_configuration_does_not_link(prefix, folder / "consumer-of-the-other-kind", arguments)
 
 
 if __name__ == "__main__":
