@@ -36,9 +36,10 @@ def of_port(port):
 def of_recipe(text):
     """(version, names of what is required) of the class in a recipe."""
     values = {}
-    for statement in ast.walk(ast.parse(text)):
-        if isinstance(statement, ast.Assign) and isinstance(statement.value, (ast.Constant, ast.Tuple)):
-            values[statement.targets[0].id] = ast.literal_eval(statement.value)
+    for recipe in (statement for statement in ast.parse(text).body if isinstance(statement, ast.ClassDef)):
+        for statement in recipe.body:
+            if isinstance(statement, ast.Assign):
+                values[statement.targets[0].id] = ast.literal_eval(statement.value)
     return values.get("version"), {required.split("/")[0] for required in values.get("requires", ())}
 
 
