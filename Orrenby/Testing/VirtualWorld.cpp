@@ -1,6 +1,8 @@
 #include "Orrenby/Testing/VirtualWorld.hpp"
 
 #include "Orrenby/Platform/Scheduling/RunLoop.hpp"
+#include "Orrenby/Platform/Time/Locale.hpp"
+#include "Orrenby/Platform/Time/TimeZone.hpp"
 #include "Orrenby/Platform/World/World.hpp"
 #include "Orrenby/Testing/CountedUUIDs.hpp"
 #include "Orrenby/Testing/SeededRandomSource.hpp"
@@ -41,6 +43,8 @@ struct VirtualWorld::Parts {
         world.setExecutor(executor);
         world.setRandom(std::make_shared<SeededRandomSource>(options.seed));
         world.setUUIDs(std::make_shared<CountedUUIDs>());
+        world.setLocale(Locale(options.locale));
+        world.setTimeZone(TimeZone::fromName(options.timeZone).value());
         return world;
     }
 

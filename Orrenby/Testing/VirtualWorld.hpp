@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 
 namespace orrenby::inline ORRENBY_ABI::testing {
 
@@ -20,6 +21,10 @@ struct VirtualWorldOptions {
     /// Seconds of real time for which the test waits for its real threads, if it has any, before it fails
     /// because nothing that is pending could ever end a wait.
     double patience = 5;
+    /// What texts for people follow, whatever the machine is set to.
+    std::string locale = "en_US";
+    /// The name of the zone of days and hours; one that does not exist throws `std::bad_optional_access`.
+    std::string timeZone = "GMT";
 };
 
 /// Replaces the current world, while it lives, by one without threads, in which time passes only when the
@@ -44,6 +49,9 @@ struct VirtualWorldOptions {
 ///
 /// **Chance and names.** Random numbers follow from the seed. UUIDs are counted:
 /// `00000000-0000-4000-8000-000000000001` is the first.
+///
+/// **Place.** English as in the United States, in GMT, unless chosen otherwise: the same texts and days on
+/// every machine.
 ///
 /// **Its end.** What is still pending in queues and in the thread's run loop is dropped, not run: the test's
 /// own variables may be gone already. Timers of the loop become invalid.

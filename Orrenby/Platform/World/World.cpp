@@ -1,6 +1,8 @@
 #include "Orrenby/Platform/World/World.hpp"
 
 #include "Orrenby/Platform/Objects/FatalError.hpp"
+#include "Orrenby/Platform/Time/Locale.hpp"
+#include "Orrenby/Platform/Time/TimeZone.hpp"
 #include "Orrenby/Platform/World/Clock.hpp"
 #include "Orrenby/Platform/World/Executor.hpp"
 #include "Orrenby/Platform/World/RandomSource.hpp"
@@ -62,6 +64,14 @@ void World::setRandom(std::shared_ptr<RandomSource> random) { replace(m_random, 
 void World::setUUIDs(std::shared_ptr<UUIDSource> uuids) { replace(m_uuids, std::move(uuids)); }
 
 void World::setMainBundle(Bundle bundle) { m_mainBundle = std::move(bundle); }
+
+Locale World::locale() const { return m_locale ? *m_locale : Locale::system(); }
+
+void World::setLocale(Locale locale) { m_locale = std::make_shared<const Locale>(std::move(locale)); }
+
+TimeZone World::timeZone() const { return m_timeZone ? *m_timeZone : TimeZone::host(); }
+
+void World::setTimeZone(TimeZone zone) { m_timeZone = std::make_shared<const TimeZone>(std::move(zone)); }
 
 World::Override::Override(World world)
     : m_world(std::move(world))

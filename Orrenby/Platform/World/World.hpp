@@ -12,7 +12,9 @@ namespace orrenby::inline ORRENBY_ABI {
 
 class Clock;
 class Executor;
+class Locale;
 class RandomSource;
+class TimeZone;
 class UUIDSource;
 
 /// The sources of time, chance, names and facts about the platform that the library reads.
@@ -27,7 +29,8 @@ class UUIDSource;
 /// replace the current one.
 class ORRENBY_EXPORT World {
 public:
-    /// The platform's own sources, version 13.0.0, and a main bundle without identifier.
+    /// The platform's own sources, version 13.0.0, a main bundle without identifier, and the locale and the
+    /// time zone of the environment.
     World();
     World(const World&);
     World& operator=(const World&);
@@ -61,6 +64,14 @@ public:
     Bundle mainBundle() const { return m_mainBundle; }
     void setMainBundle(Bundle bundle);
 
+    /// What texts for people follow: `Locale::system()` unless another was set.
+    Locale locale() const;
+    void setLocale(Locale locale);
+
+    /// What clocks on the wall follow: `TimeZone::host()` unless another was set.
+    TimeZone timeZone() const;
+    void setTimeZone(TimeZone zone);
+
     class Override;
 
 private:
@@ -70,6 +81,8 @@ private:
     std::shared_ptr<UUIDSource> m_uuids;
     OperatingSystemVersion m_operatingSystemVersion;
     Bundle m_mainBundle;
+    std::shared_ptr<const Locale> m_locale; ///< None stands for the system's: most programs ask for no text.
+    std::shared_ptr<const TimeZone> m_timeZone; ///< None stands for the host's.
 };
 
 /// Replaces the current world while it lives, for tests.

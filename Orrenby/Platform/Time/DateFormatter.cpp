@@ -1,0 +1,315 @@
+#include "Orrenby/Platform/Time/DateFormatter.hpp"
+
+#include "Orrenby/Platform/Objects/Data.hpp"
+#include "Orrenby/Platform/Time/Milliseconds.hpp"
+#include "Orrenby/Platform/Time/ServerTimestamp.hpp"
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <cstring>
+#include <mutex>
+#include <unicode/calendar.h>
+#include <unicode/dtptngen.h>
+#include <unicode/smpdtfmt.h>
+#include <unicode/timezone.h>
+#include <utility>
+
+namespace orrenby::inline ORRENBY_ABI {
+
+namespace {
+
+using detail::ServerTimestamp;
+
+std::string utf8(const icu::UnicodeString& text)
+{
+    std::string result;
+    return text.toUTF8String(result);
+}
+
+icu::Locale icuLocale(const Locale& locale) { return icu::Locale(locale.identifier().c_str()); }
+
+icu::DateFormat::EStyle icuStyle(DateFormatter::Style style)
+{
+    switch (style) {
+    case DateFormatter::Style::None:
+        return icu::DateFormat::kNone;
+    case DateFormatter::Style::Short:
+        return icu::DateFormat::kShort;
+    case DateFormatter::Style::Medium:
+        return icu::DateFormat::kMedium;
+    case DateFormatter::Style::Long:
+        return icu::DateFormat::kLong;
+    case DateFormatter::Style::Full:
+        return icu::DateFormat::kFull;
+    }
+    return icu::DateFormat::kNone;
+}
+
+/// Years of two digits are those from 80 years ago on.
+void setCentury(icu::SimpleDateFormat& format)
+{
+    constexpr std::int32_t yearsBack = 80;
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::Calendar> calendar(format.getCalendar()->clone());
+    calendar->setTime(detail::milliseconds(Date::now()), status);
+    calendar->add(UCAL_YEAR, -yearsBack, status);
+    format.set2DigitYearStart(calendar->getTime(status), status);
+}
+
+bool isLetter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z'); }
+
+/// ICU reads a text that ends before the last signs of the pattern do, and skips white space before fields.
+/// This knows what of that a strict reader has to refuse.
+class Strictness {
+public:
+    explicit Strictness(const icu::UnicodeString& pattern)
+    {
+        bool isQuoted = false;
+        for (std::int32_t place = 0; place < pattern.length(); ++place) {
+            const char16_t unit = pattern[place];
+            if (unit == u'\'') {
+                if (place + 1 < pattern.length() && pattern[place + 1] == u'\'')
+                    addSign(pattern[++place]);
+                else
+                    isQuoted = !isQuoted;
+            } else if (isLetter(unit) && !isQuoted) {
+                addField(unit, place > 0 && pattern[place - 1] == unit);
+            } else {
+                addSign(unit);
+            }
+        }
+    }
+
+    bool admits(const icu::UnicodeString& text) const
+    {
+        if (!text.endsWith(m_end))
+            return false;
+        if (m_mayHoldBlanks)
+            return m_beginsBlank || !u_isUWhiteSpace(text.char32At(0));
+        for (std::int32_t place = 0; place < text.length(); ++place)
+            if (u_isUWhiteSpace(text[place]))
+                return false;
+        return true;
+    }
+
+private:
+    void addSign(char16_t unit)
+    {
+        m_end += unit;
+        if (!u_isUWhiteSpace(unit))
+            return;
+        m_mayHoldBlanks = true;
+        m_beginsBlank = m_beginsBlank || !m_hasFields;
+    }
+    void addField(char16_t letter, bool isContinued)
+    {
+        constexpr std::u16string_view numbers = u"yYuUMLdDFHhKkmsSAwWQq";
+        constexpr std::u16string_view maybeNames = u"MLQqU";
+        m_length = isContinued ? m_length + 1 : 1;
+        const bool isNumber = numbers.find(letter) != std::u16string_view::npos
+            && (m_length < 3 || maybeNames.find(letter) == std::u16string_view::npos);
+        m_mayHoldBlanks = m_mayHoldBlanks || !isNumber;
+        m_hasFields = true;
+        m_end.remove();
+    }
+
+    icu::UnicodeString m_end; ///< The signs after the last field.
+    int m_length = 0;         ///< Of the field.
+    bool m_hasFields = false;
+    bool m_mayHoldBlanks = false; ///< The pattern has some, or a name that may.
+    bool m_beginsBlank = false;
+};
+
+/// ICU's formatter of one configuration. Never changes, and ICU's own `const` operations work on copies of
+/// its calendar, so that all threads may share it.
+struct Engine {
+    explicit Engine(std::unique_ptr<const icu::SimpleDateFormat> newFormat)
+        : format(std::move(newFormat))
+        , strictness(patternOf(*format))
+    {}
+
+    static icu::UnicodeString patternOf(const icu::SimpleDateFormat& format)
+    {
+        icu::UnicodeString pattern;
+        return format.toPattern(pattern);
+    }
+
+    std::unique_ptr<const icu::SimpleDateFormat> format;
+    Strictness strictness;
+};
+
+} // namespace
+
+struct DateFormatter::Parts {
+    std::unique_ptr<icu::SimpleDateFormat> makeFormat() const
+    {
+        UErrorCode status = U_ZERO_ERROR;
+        std::unique_ptr<icu::SimpleDateFormat> result;
+        if (!format.empty()) {
+            result = std::make_unique<icu::SimpleDateFormat>(
+                icu::UnicodeString::fromUTF8(format), icuLocale(locale), status);
+        } else if (dateStyle != Style::None || timeStyle != Style::None) {
+            std::unique_ptr<icu::DateFormat> styled(icu::DateFormat::createDateTimeInstance(
+                icuStyle(dateStyle), icuStyle(timeStyle), icuLocale(locale)));
+            if (dynamic_cast<icu::SimpleDateFormat*>(styled.get()))
+                result.reset(static_cast<icu::SimpleDateFormat*>(styled.release()));
+        }
+        if (!result || U_FAILURE(status))
+            return nullptr;
+        result->adoptTimeZone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(zone.name())));
+        setCentury(*result);
+        result->setLenient(false);
+        result->setBooleanAttribute(UDAT_PARSE_PARTIAL_LITERAL_MATCH, false, status);
+        result->setBooleanAttribute(UDAT_PARSE_MULTIPLE_PATTERNS_FOR_MATCH, false, status);
+        return result;
+    }
+
+    /// Nothing when there is neither format nor style.
+    const Engine* engine()
+    {
+        if (isReady.load(std::memory_order_acquire))
+            return made.get();
+        const auto lock = std::lock_guard(mutex);
+        if (!isReady.load(std::memory_order_relaxed)) {
+            if (auto newFormat = makeFormat())
+                made = std::make_unique<const Engine>(std::move(newFormat));
+            isReady.store(true, std::memory_order_release);
+        }
+        return made.get();
+    }
+
+    Locale locale = Locale::current();
+    TimeZone zone = TimeZone::system();
+    std::string format;
+    Style dateStyle = Style::None;
+    Style timeStyle = Style::None;
+
+    std::mutex mutex; ///< Of making the engine.
+    std::atomic<bool> isReady = false;
+    std::unique_ptr<const Engine> made;
+};
+
+DateFormatter::DateFormatter()
+    : m_parts(std::make_unique<Parts>())
+{}
+
+DateFormatter::~DateFormatter() = default;
+
+void DateFormatter::change()
+{
+    m_parts->isReady.store(false, std::memory_order_relaxed);
+    m_parts->made.reset();
+    const auto& zone = m_parts->zone.name();
+    m_isTimestamp = m_parts->format == ServerTimestamp::format
+        && m_parts->locale.identifier() == "en_US_POSIX" && (zone == "GMT" || zone == "UTC");
+}
+
+std::optional<std::string> DateFormatter::dateFormat(std::string_view fromTemplate, const Locale& locale)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::DateTimePatternGenerator> generator(
+        icu::DateTimePatternGenerator::createInstance(icuLocale(locale), status));
+    if (U_FAILURE(status))
+        return std::nullopt;
+    const auto pattern = generator->getBestPattern(icu::UnicodeString::fromUTF8(fromTemplate), status);
+    return U_FAILURE(status) || pattern.isEmpty() ? std::nullopt : std::optional(utf8(pattern));
+}
+
+std::string DateFormatter::dateFormat() const
+{
+    if (!m_parts->format.empty())
+        return m_parts->format;
+    const auto* engine = m_parts->engine();
+    return engine ? utf8(Engine::patternOf(*engine->format)) : std::string();
+}
+
+void DateFormatter::setDateFormat(std::string format)
+{
+    m_parts->format = std::move(format);
+    change();
+}
+
+Locale DateFormatter::locale() const { return m_parts->locale; }
+
+void DateFormatter::setLocale(Locale locale)
+{
+    m_parts->locale = std::move(locale);
+    change();
+}
+
+TimeZone DateFormatter::timeZone() const { return m_parts->zone; }
+
+void DateFormatter::setTimeZone(TimeZone zone)
+{
+    m_parts->zone = std::move(zone);
+    change();
+}
+
+DateFormatter::Style DateFormatter::dateStyle() const noexcept { return m_parts->dateStyle; }
+
+void DateFormatter::setDateStyle(Style style)
+{
+    m_parts->dateStyle = style;
+    setDateFormat({});
+}
+
+DateFormatter::Style DateFormatter::timeStyle() const noexcept { return m_parts->timeStyle; }
+
+void DateFormatter::setTimeStyle(Style style)
+{
+    m_parts->timeStyle = style;
+    setDateFormat({});
+}
+
+std::string DateFormatter::string(Date date) const
+{
+    const auto milliseconds = detail::milliseconds(date);
+    if (m_isTimestamp) {
+        char text[ServerTimestamp::length];
+        if (ServerTimestamp::write(milliseconds, text))
+            return {text, sizeof text};
+    }
+    const auto* engine = m_parts->engine();
+    if (!engine || std::isnan(milliseconds))
+        return {};
+    UErrorCode status = U_ZERO_ERROR;
+    icu::UnicodeString text;
+    engine->format->format(milliseconds, text, nullptr, status);
+    return U_FAILURE(status) ? std::string() : utf8(text);
+}
+
+std::optional<Date> DateFormatter::date(std::string_view text) const
+{
+    if (m_isTimestamp)
+        if (const auto milliseconds = ServerTimestamp::read(text))
+            return detail::dateFromMilliseconds(static_cast<double>(*milliseconds));
+    const auto* engine = m_parts->engine();
+    if (!engine || !isValidUTF8(text))
+        return std::nullopt;
+    const auto units = icu::UnicodeString::fromUTF8(text);
+    if (!engine->strictness.admits(units))
+        return std::nullopt;
+    icu::ParsePosition place(0);
+    const auto milliseconds = engine->format->parse(units, place);
+    if (place.getErrorIndex() >= 0 || place.getIndex() != units.length() || units.isEmpty())
+        return std::nullopt;
+    return detail::dateFromMilliseconds(milliseconds);
+}
+
+std::size_t DateFormatter::format(Date date, std::span<char> buffer) const
+{
+    if (m_isTimestamp && buffer.size() >= ServerTimestamp::length
+        && ServerTimestamp::write(detail::milliseconds(date), buffer.data()))
+        return ServerTimestamp::length;
+    const auto text = string(date);
+    if (text.size() <= buffer.size())
+        std::copy(text.begin(), text.end(), buffer.begin());
+    return text.size();
+}
+
+std::string DateFormatter::description() const
+{
+    return dateFormat() + ", " + m_parts->locale.identifier() + ", " + m_parts->zone.name();
+}
+
+} // namespace orrenby
