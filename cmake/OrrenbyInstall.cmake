@@ -27,6 +27,13 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/OrrenbyConfigVersion.cmak
 install(FILES ${PROJECT_BINARY_DIR}/OrrenbyConfig.cmake ${PROJECT_BINARY_DIR}/OrrenbyConfigVersion.cmake
     DESTINATION ${package_folder} COMPONENT Development)
 
+# gdb loads what lies here under the whole name of a library that a program has loaded.
+file(REAL_PATH ${CMAKE_INSTALL_FULL_LIBDIR} library_folder)
+install(FILES ${PROJECT_SOURCE_DIR}/Debugging/orrenby_printers.py
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${library_folder}
+    RENAME libOrrenbyPlatform.so.${PROJECT_VERSION}-gdb.py
+    COMPONENT Development)
+
 # orrenby_pkgconfig(name description libraries requires): paths are relative to the file, so that an installed tree can be moved.
 function(orrenby_pkgconfig PC_NAME PC_DESCRIPTION PC_LIBRARIES PC_REQUIRES)
     set(folder ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
