@@ -1,0 +1,170 @@
+#include "Orrenby/Platform/Store/Connection.hpp"
+#include "Orrenby/Platform/Store/StoreError.hpp"
+#include <algorithm>
+#include <sqlite3.h>
+
+namespace orrenby::inline ORRENBY_ABI::detail {
+
+namespace {
+
+StoreError::Kind kindOf(int resultCode)
+{
+    switch (resultCode & 0xFF) {
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+        return StoreError::Kind::CannotOpen;
+    case SQLITE_READONLY:
+        return StoreError::Kind::ReadOnly;
+    case SQLITE_FULL:
+        return StoreError::Kind::DiskFull;
+    case SQLITE_IOERR:
+        return StoreError::Kind::InputOutput;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+    case SQLITE_PROTOCOL:
+        return StoreError::Kind::Busy;
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_FORMAT:
+        return StoreError::Kind::Corrupt;
+    case SQLITE_CONSTRAINT:
+        return StoreError::Kind::Constraint;
+    case SQLITE_SCHEMA:
+        return StoreError::Kind::SchemaMismatch;
+    default:
+        return StoreError::Kind::Other;
+    }
+}
+
+const char* name(StoreSynchronous synchronous)
+{
+    switch (synchronous) {
+    case StoreSynchronous::Normal:
+        return "NORMAL";
+    case StoreSynchronous::Off:
+        return "OFF";
+    default:
+        return "FULL";
+    }
+}
+
+int milliseconds(double seconds)
+{
+    // Also for what is no number.
+    return seconds > 0 ? static_cast<int>(std::min(seconds * 1000, 2e9)) : 0;
+}
+
+} // namespace
+
+void throwStoreError(sqlite3* connection, int resultCode)
+{
+    const char* const message = connection != nullptr ? sqlite3_errmsg(connection)
+                                                      : sqlite3_errstr(resultCode);
+    throw StoreError(kindOf(resultCode), {.message = message, .resultCode = resultCode});
+}
+
+Connection::Connection(const StoreSettings& settings)
+    : m_isReadOnly(settings.isReadOnly)
+{
+    const int access = settings.isReadOnly ? SQLITE_OPEN_READONLY
+                                           : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    // Without a mutex: the store has one. A path is a path, never a URI.
+    const int flags = access | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_EXRESCODE;
+    const char* const path = settings.path.empty() ? ":memory:" : settings.path.c_str();
+    try {
+        if (settings.path.find('\0') != std::string::npos)
+            throw StoreError(StoreError::Kind::CannotOpen, {.message = "The path holds a null character"});
+        // A leading dot keeps a file named ":memory:" a file.
+        const std::string file = path[0] == ':' && !settings.path.empty() ? "./" + settings.path : path;
+        const int resultCode = sqlite3_open_v2(file.c_str(), &m_handle, flags, nullptr);
+        if (resultCode != SQLITE_OK)
+            throwStoreError(m_handle, resultCode);
+        configure(settings);
+    } catch (...) {
+        sqlite3_close_v2(m_handle);
+        throw;
+    }
+}
+
+Connection::~Connection() { sqlite3_close_v2(m_handle); }
+
+void Connection::configure(const StoreSettings& settings)
+{
+    sqlite3_busy_timeout(m_handle, milliseconds(settings.busyTimeout));
+    // What a damaged or forged file says is not trusted, and cannot run anything.
+    sqlite3_db_config(m_handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(m_handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(m_handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(m_handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    execute("PRAGMA foreign_keys = ON; PRAGMA cell_size_check = ON; PRAGMA temp_store = MEMORY;");
+    execute(std::string("PRAGMA synchronous = ") + name(settings.synchronous));
+    if (!settings.isReadOnly && !settings.path.empty())
+        execute("PRAGMA journal_mode = WAL");
+    else
+        integer("PRAGMA schema_version"); // the first look into the file, which tells what is none
+    if (settings.maximumPageCount > 0)
+        execute("PRAGMA max_page_count = " + std::to_string(settings.maximumPageCount));
+}
+
+void Connection::execute(const std::string& sql)
+{
+    const int resultCode = sqlite3_exec(m_handle, sql.c_str(), nullptr, nullptr, nullptr);
+    if (resultCode != SQLITE_OK)
+        throwStoreError(m_handle, resultCode);
+}
+
+Statement Connection::prepare(std::string_view sql)
+{
+    sqlite3_stmt* statement = nullptr;
+    const int resultCode = sqlite3_prepare_v3(
+        m_handle, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+    if (resultCode != SQLITE_OK)
+        throwStoreError(m_handle, resultCode);
+    return Statement(statement);
+}
+
+std::int64_t Connection::integer(std::string_view sql)
+{
+    auto statement = prepare(sql);
+    return statement.step() ? statement.integer(0) : 0;
+}
+
+std::int64_t Connection::changeCount() const noexcept { return sqlite3_changes64(m_handle); }
+
+Transaction::Transaction(Connection& connection, Kind kind)
+    : m_connection(connection)
+    , m_isSavepoint(sqlite3_get_autocommit(connection.handle()) == 0)
+{
+    m_connection.execute(m_isSavepoint ? "SAVEPOINT nested"
+            : kind == Kind::Write      ? "BEGIN IMMEDIATE"
+                                       : "BEGIN");
+}
+
+Transaction::~Transaction()
+{
+    if (m_isOpen)
+        undo();
+}
+
+void Transaction::commit()
+{
+    m_isOpen = false;
+    try {
+        m_connection.execute(m_isSavepoint ? "RELEASE nested" : "COMMIT");
+    } catch (...) {
+        undo();
+        throw;
+    }
+}
+
+void Transaction::undo() noexcept
+{
+    // Some failures, a full disk among them, have ended the transaction already.
+    if (sqlite3_get_autocommit(m_connection.handle()) != 0)
+        return;
+    const char* const sql = m_isSavepoint ? "ROLLBACK TO nested; RELEASE nested" : "ROLLBACK";
+    sqlite3_exec(m_connection.handle(), sql, nullptr, nullptr, nullptr);
+}
+
+} // namespace orrenby::inline ORRENBY_ABI::detail

@@ -1,0 +1,105 @@
+#include "Orrenby/Platform/Store/StoreSchema.hpp"
+#include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
+
+namespace orrenby::inline ORRENBY_ABI::detail {
+
+namespace {
+
+// Names consist of letters, digits and underscores: quoting them is enough, and dots make names that no
+// entity has.
+std::string quotedName(const std::string& name) { return '"' + name + '"'; }
+
+const char* columnType(AttributeKind kind)
+{
+    switch (kind) {
+    case AttributeKind::Int:
+    case AttributeKind::Bool:
+        return " INTEGER";
+    case AttributeKind::Double:
+    case AttributeKind::Date:
+        return " REAL";
+    case AttributeKind::Text:
+        return " TEXT";
+    case AttributeKind::Bytes:
+    case AttributeKind::UUID:
+        return " BLOB";
+    }
+    return " BLOB";
+}
+
+// Checked at the commit, so that the order of saving does not matter.
+std::string reference(const NSEntityDescription& destination)
+{
+    return " REFERENCES " + quotedName(*destination.name()) + "(\"_key\") DEFERRABLE INITIALLY DEFERRED";
+}
+
+std::string entityTable(const NSEntityDescription& entity)
+{
+    auto sql = "CREATE TABLE " + quotedName(*entity.name())
+        + " (\"_key\" INTEGER PRIMARY KEY, \"_version\" INTEGER NOT NULL";
+    for (const auto& attribute : entity.attributes())
+        sql += ", " + quotedName(attribute.name) + columnType(attribute.kind)
+            + (attribute.isOptional ? "" : " NOT NULL");
+    for (const auto& relationship : entity.relationships())
+        if (relationship.storage == RelationshipStorage::Column)
+            sql += ", " + quotedName(relationship.description.name) + " INTEGER"
+                + (relationship.description.isOptional ? "" : " NOT NULL")
+                + reference(*relationship.destination);
+    return sql + ") STRICT";
+}
+
+} // namespace
+
+std::vector<std::string> schemaStatements(const NSManagedObjectModel& model)
+{
+    std::vector<std::string> statements;
+    for (const auto& entity : model.entities())
+        statements.push_back(entityTable(*entity));
+    for (const auto& entity : model.entities())
+        for (const auto& relationship : entity->relationships()) {
+            const auto name = *entity->name() + "." + relationship.description.name;
+            if (relationship.storage == RelationshipStorage::Column)
+                statements.push_back("CREATE INDEX " + quotedName("index." + name) + " ON "
+                    + quotedName(*entity->name()) + "(" + quotedName(relationship.description.name) + ")");
+            if (!relationship.writesJoinTable)
+                continue;
+            statements.push_back("CREATE TABLE " + quotedName(name) + " (source INTEGER NOT NULL"
+                + reference(*entity) + ", target INTEGER NOT NULL" + reference(*relationship.destination)
+                + ", PRIMARY KEY (source, target)) STRICT, WITHOUT ROWID");
+            statements.push_back(
+                "CREATE INDEX " + quotedName("index." + name) + " ON " + quotedName(name) + "(target)");
+        }
+    return statements;
+}
+
+std::string columnList(const NSEntityDescription& entity)
+{
+    std::string list = "\"_key\", \"_version\"";
+    for (const auto& attribute : entity.attributes())
+        list += ", " + quotedName(attribute.name);
+    for (const auto& relationship : entity.relationships())
+        if (relationship.storage == RelationshipStorage::Column)
+            list += ", " + quotedName(relationship.description.name);
+    return list;
+}
+
+std::string insertStatement(const NSEntityDescription& entity)
+{
+    auto sql = "INSERT INTO " + quotedName(*entity.name()) + " (" + columnList(entity) + ") VALUES (?, 1";
+    for (std::size_t count = 0; count < entity.valueCount(); ++count)
+        sql += ", ?";
+    return sql + ")";
+}
+
+std::string updateStatement(const NSEntityDescription& entity)
+{
+    auto sql = "UPDATE " + quotedName(*entity.name()) + " SET \"_version\" = \"_version\" + 1";
+    for (const auto& attribute : entity.attributes())
+        sql += ", " + quotedName(attribute.name) + " = ?";
+    for (const auto& relationship : entity.relationships())
+        if (relationship.storage == RelationshipStorage::Column)
+            sql += ", " + quotedName(relationship.description.name) + " = ?";
+    return sql + " WHERE \"_key\" = ? AND \"_version\" = ?";
+}
+
+} // namespace orrenby::inline ORRENBY_ABI::detail

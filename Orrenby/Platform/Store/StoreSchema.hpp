@@ -1,0 +1,30 @@
+#pragma once
+
+/// @file
+/// The tables of a model. Not in the umbrella header: stores ask for them.
+
+#include "Orrenby/Platform/Export.hpp"
+#include <string>
+#include <vector>
+
+namespace orrenby::inline ORRENBY_ABI {
+
+class NSEntityDescription;
+class NSManagedObjectModel;
+
+namespace detail {
+
+/// The statements that make the tables, one per element, always in the same order.
+ORRENBY_EXPORT std::vector<std::string> schemaStatements(const NSManagedObjectModel& model);
+
+/// `"_key", "_version", "name", …` in the order of the values.
+std::string columnList(const NSEntityDescription& entity);
+
+/// The statements for one object each, values in the order of the columns; that of changing takes the number
+/// and the expected version after them.
+std::string insertStatement(const NSEntityDescription& entity);
+std::string updateStatement(const NSEntityDescription& entity);
+
+} // namespace detail
+
+} // namespace orrenby
