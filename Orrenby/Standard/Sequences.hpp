@@ -115,11 +115,29 @@ inline constexpr auto compactOperation = [](auto&& sequence) {
     return result;
 };
 
+/// What a list of values of any kind cannot hold as an element, because it says that there is none.
+template <class T>
+concept MayBeNothing = AnyOptional<T> || AnyReference<T>;
+
 inline constexpr auto mapOperation = [](auto&& sequence, auto& path) {
-    std::vector<detail::Projected<decltype(path), SequenceElement<decltype(sequence)>>> result;
-    for (auto&& element : sequence)
-        result.push_back(detail::projected(path, element));
-    return result;
+    using Element = SequenceElement<decltype(sequence)>;
+    using Result = detail::Projected<decltype(path), Element>;
+    if constexpr (std::is_same_v<Element, Any> && MayBeNothing<Result>) {
+        std::vector<Any> result;
+        for (auto&& element : sequence)
+            if (auto value = detail::projected(path, element)) {
+                if constexpr (AnyOptional<Result>)
+                    result.push_back(*std::move(value));
+                else
+                    result.push_back(std::move(value));
+            }
+        return result;
+    } else {
+        std::vector<Result> result;
+        for (auto&& element : sequence)
+            result.push_back(detail::projected(path, element));
+        return result;
+    }
 };
 
 inline constexpr auto flatMapOperation = [](auto&& sequence, auto& path) {
@@ -206,6 +224,11 @@ template <Sequence S> auto compact(S&& sequence) { return detail::compactOperati
 inline auto compact() { return detail::boundOperation(detail::compactOperation); }
 
 /// What a key path, a member or a callable gives for each element.
+///
+/// Over an `Array` it gives an `Array` without the elements for which a callable gives nothing (an empty
+/// optional or reference). Of any other sequence every element is kept: `compactMap` drops what is absent.
+///
+/// @snippet Tests/Standard/SequencesTests.cpp Mapping values of any kind
 template <Sequence S, class F> auto map(S&& sequence, F&& path)
 {
     return detail::mapOperation(sequence, path);

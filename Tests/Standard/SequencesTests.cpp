@@ -146,6 +146,41 @@ TEST(SequenceMap, FollowsAKeyPathFromReferences)
     EXPECT_THAT(map(shared, &Note::title), ElementsAre("storm", "owl"));
 }
 
+TEST(SequenceMap, LeavesOutWhatHasNoResultInAListOfAnyKind)
+{
+    //! [Mapping values of any kind]
+    const Array values = {1, "two", 3, NSNull{}};
+    const auto number = [](const Any& value) { return value.cast<int>(); };
+
+    EXPECT_EQ(values | map(number), (Array{1, 3}));
+    EXPECT_EQ(map(values, describe<Any>), (std::vector<std::string>{"1", "two", "3", "<null>"}));
+    //! [Mapping values of any kind]
+}
+
+TEST(SequenceMap, TakesAnEmptyReferenceForNothingInAListOfAnyKind)
+{
+    const auto shared = std::make_shared<const int>(7);
+    const auto odd = [&](const Any& value) { return *value.cast<int>() % 2 == 1 ? shared : nullptr; };
+
+    EXPECT_EQ(map(Array{1, 2, 3}, odd), (Array{shared, shared}));
+}
+
+TEST(SequenceMap, KeepsNullMarkersThatATransformGives)
+{
+    const auto marker = [](const Any&) { return Any(NSNull{}); };
+    const auto optionalMarker = [](const Any&) { return std::optional<Any>(NSNull{}); };
+
+    EXPECT_EQ(map(Array{1, 2}, marker), (Array{NSNull{}, NSNull{}}));
+    EXPECT_EQ(map(Array{1, 2}, optionalMarker), (Array{NSNull{}, NSNull{}}));
+}
+
+TEST(SequenceMap, KeepsAbsentResultsOfTypedSequences)
+{
+    const auto odd = [](int value) { return value % 2 == 1 ? std::optional(value) : std::nullopt; };
+
+    EXPECT_THAT(map(std::vector{1, 2, 3}, odd), ElementsAre(1, std::nullopt, 3));
+}
+
 TEST(SequenceFlatMap, PutsProjectedSequencesTogether)
 {
     EXPECT_THAT(flatMap(notes, keyPath<&Note::tags>()), ElementsAre("sky", "wet", "wood"));

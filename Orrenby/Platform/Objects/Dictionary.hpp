@@ -68,6 +68,26 @@ public:
     void clear() noexcept;
     void reserve(std::size_t count);
 
+    /// Walks over the members once, in order, and erases those for which `shouldErase(key, value)` holds. It
+    /// may change the values on the way; it must not throw. The others keep their order. Linear.
+    ///
+    /// @returns How many were erased.
+    template <class F> std::size_t eraseIf(F&& shouldErase)
+    {
+        auto kept = m_entries.begin();
+        for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry)
+            if (!shouldErase(std::string_view(entry->key), entry->value)) {
+                if (kept != entry)
+                    *kept = std::move(*entry);
+                ++kept;
+            }
+        const auto erased = static_cast<std::size_t>(m_entries.end() - kept);
+        m_entries.erase(kept, m_entries.end());
+        if (erased != 0)
+            buildIndex();
+        return erased;
+    }
+
     std::size_t size() const noexcept { return m_entries.size(); }
     bool empty() const noexcept { return m_entries.empty(); }
     const_iterator begin() const noexcept { return m_entries.data(); }

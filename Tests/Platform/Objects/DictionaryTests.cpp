@@ -156,6 +156,31 @@ TEST(Dictionary, ReplacesWhenIndexed)
     EXPECT_EQ(dictionary[keyNumber(50)], "new");
 }
 
+TEST(Dictionary, ErasesWhatAFunctionNamesAndTakesItsChanges)
+{
+    auto dictionary = numbered(100);
+
+    const auto erased = dictionary.eraseIf([](std::string_view key, Any& value) {
+        const int number = *value.cast<int>();
+        value = number * 10;
+        return number % 2 == 1 || key == keyNumber(0);
+    });
+
+    EXPECT_EQ(erased, 51U);
+    EXPECT_EQ(dictionary.size(), 49U);
+    EXPECT_EQ(dictionary.begin()->key, keyNumber(2));
+    EXPECT_EQ(dictionary.cast<int>(keyNumber(98)), 980);
+    EXPECT_FALSE(dictionary.contains(keyNumber(99)));
+}
+
+TEST(Dictionary, ErasesNothingOfNothing)
+{
+    Dictionary empty;
+
+    EXPECT_EQ(empty.eraseIf([](std::string_view, Any&) { return true; }), 0U);
+    EXPECT_THAT(empty, IsEmpty());
+}
+
 TEST(Dictionary, ErasesAcrossTheSizeOfTheIndex)
 {
     auto dictionary = numbered(40);
