@@ -9,6 +9,8 @@
 #include "Orrenby/Platform/Objects/Dictionary.hpp"
 #include "Orrenby/Platform/Objects/NSSet.hpp"
 #include "Orrenby/Platform/Objects/Pipeable.hpp"
+#include <concepts>
+#include <type_traits>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -27,38 +29,32 @@ ORRENBY_EXPORT DictionaryEntries safeDictionaryOf(DictionaryEntries entries, Saf
 ORRENBY_EXPORT Array safeArrayOf(Array array);
 ORRENBY_EXPORT NSSet safeSetOf(NSSet set);
 
-/// `safeDictionary` has two kinds of subjects, so it is no plain pipeable operation.
+template <class T>
+concept DictionaryForm = std::same_as<std::remove_cvref_t<T>,
+    Dictionary> || std::same_as<std::remove_cvref_t<T>, DictionaryEntries>;
+
+/// `safeDictionary` has two kinds of subjects, so it is no plain pipeable operation. Templates throughout: no
+/// list in braces is taken for a subject where options are meant.
 struct SafeDictionary {
     struct Bound {
         SafeDictionaryOptions options;
 
-        friend Dictionary operator|(Dictionary dictionary, Bound bound)
+        template <DictionaryForm D> friend std::remove_cvref_t<D> operator|(D&& dictionary, Bound bound)
         {
-            return safeDictionaryOf(std::move(dictionary), bound.options);
-        }
-        friend DictionaryEntries operator|(DictionaryEntries entries, Bound bound)
-        {
-            return safeDictionaryOf(std::move(entries), bound.options);
+            return safeDictionaryOf(std::forward<D>(dictionary), bound.options);
         }
     };
 
-    Dictionary operator()(Dictionary dictionary, SafeDictionaryOptions options = {}) const
+    template <DictionaryForm D>
+    std::remove_cvref_t<D> operator()(D&& dictionary, SafeDictionaryOptions options = {}) const
     {
-        return safeDictionaryOf(std::move(dictionary), options);
-    }
-    DictionaryEntries operator()(DictionaryEntries entries, SafeDictionaryOptions options = {}) const
-    {
-        return safeDictionaryOf(std::move(entries), options);
+        return safeDictionaryOf(std::forward<D>(dictionary), options);
     }
     [[nodiscard]] constexpr Bound operator()(SafeDictionaryOptions options) const { return {options}; }
 
-    friend Dictionary operator|(Dictionary dictionary, SafeDictionary)
+    template <DictionaryForm D> friend std::remove_cvref_t<D> operator|(D&& dictionary, SafeDictionary)
     {
-        return safeDictionaryOf(std::move(dictionary), {});
-    }
-    friend DictionaryEntries operator|(DictionaryEntries entries, SafeDictionary)
-    {
-        return safeDictionaryOf(std::move(entries), {});
+        return safeDictionaryOf(std::forward<D>(dictionary), {});
     }
 };
 

@@ -1,5 +1,6 @@
 #include "Orrenby/Standard/Sequences.hpp"
 
+#include "Orrenby/Platform/Objects/Array.hpp"
 #include "Orrenby/Platform/Observing/KeyPath.hpp"
 #include <array>
 #include <gmock/gmock.h>
