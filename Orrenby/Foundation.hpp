@@ -8,6 +8,7 @@
 #include "Orrenby/Foundation/Countdowns.hpp"
 #include "Orrenby/Foundation/DictionaryEntries.hpp"
 #include "Orrenby/Foundation/Hashes.hpp"
+#include "Orrenby/Foundation/NSAttributedString.hpp"
 #include "Orrenby/Foundation/NSError.hpp"
 #include "Orrenby/Foundation/OptionalNumbers.hpp"
 #include "Orrenby/Foundation/SafeCopies.hpp"
