@@ -3,7 +3,6 @@
 #include "Orrenby/Platform/Net/URLGrammar.hpp"
 #include "Orrenby/Platform/Net/URLPieces.hpp"
 #include "Orrenby/Platform/Objects/FatalError.hpp"
-#include <charconv>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -41,10 +40,7 @@ std::optional<std::string_view> URL::host() const noexcept
 
 std::optional<std::uint16_t> URL::port() const noexcept
 {
-    const auto digits = detail::splitURL(m_text).port.value_or("");
-    std::uint16_t port = 0;
-    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), port);
-    return result.ec == std::errc() ? std::optional(port) : std::nullopt;
+    return detail::portNumber(detail::splitURL(m_text).port.value_or(""));
 }
 
 std::string_view URL::path() const noexcept { return detail::splitURL(m_text).path; }

@@ -1,21 +1,11 @@
 #include "Orrenby/Platform/Net/URLPieces.hpp"
 
 #include <algorithm>
+#include <charconv>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
 namespace {
-
-/// Takes what follows the sign off the end of the text, and the sign.
-std::optional<std::string_view> takeBehind(std::string_view& text, char sign) noexcept
-{
-    const auto place = text.find(sign);
-    if (place == std::string_view::npos)
-        return std::nullopt;
-    const auto taken = text.substr(place + 1);
-    text = text.substr(0, place);
-    return taken;
-}
 
 void splitAuthority(URLPieces& pieces, std::string_view authority) noexcept
 {
@@ -53,6 +43,16 @@ void appendPart(std::string& text, std::string_view sign, const std::optional<st
 
 } // namespace
 
+std::optional<std::string_view> takeBehind(std::string_view& text, char sign) noexcept
+{
+    const auto place = text.find(sign);
+    if (place == std::string_view::npos)
+        return std::nullopt;
+    const auto taken = text.substr(place + 1);
+    text = text.substr(0, place);
+    return taken;
+}
+
 URLPieces splitURL(std::string_view text) noexcept
 {
     URLPieces pieces;
@@ -71,6 +71,27 @@ URLPieces splitURL(std::string_view text) noexcept
     }
     pieces.path = text;
     return pieces;
+}
+
+std::optional<std::uint16_t> portNumber(std::string_view digits) noexcept
+{
+    std::uint16_t number = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return result.ec == std::errc() ? std::optional(number) : std::nullopt;
+}
+
+std::vector<URLQueryItem> splitQuery(std::string_view query)
+{
+    std::vector<URLQueryItem> items;
+    if (query.empty())
+        return items;
+    for (std::optional<std::string_view> rest = query; rest;) {
+        auto name = *rest;
+        rest = takeBehind(name, '&');
+        const auto value = takeBehind(name, '=');
+        items.push_back({std::string(name), value ? std::optional<std::string>(*value) : std::nullopt});
+    }
+    return items;
 }
 
 std::string removingDotSegments(std::string_view path)

@@ -4,9 +4,12 @@
 /// Where the parts of a URL stand in its text. Not in the umbrella header: part of the URLs' own workings.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Net/URLQueryItem.hpp"
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
@@ -24,8 +27,17 @@ struct URLPieces {
     std::optional<std::string_view> fragment{};
 };
 
+/// Takes what follows the first such sign off the end of the text, and the sign.
+std::optional<std::string_view> takeBehind(std::string_view& text, char sign) noexcept;
+
 /// The parts of any text; the grammar accepts the whole when it accepts each of them. Linear.
 URLPieces splitURL(std::string_view text) noexcept;
+
+/// The number of a port; nothing for a text without digits and for more than 16 bits.
+std::optional<std::uint16_t> portNumber(std::string_view digits) noexcept;
+
+/// The pieces of a query as they are written; none for an empty one. Linear.
+std::vector<URLQueryItem> splitQuery(std::string_view query);
 
 /// The path without its "." and ".." segments.
 std::string removingDotSegments(std::string_view path);
