@@ -32,7 +32,9 @@ int main()
         const std::string found(match.in(text));
         std::printf(
             "%-8s%zu+%zu  %s", name(match.kind), match.range.location, match.range.length, found.c_str());
-        std::printf(match.url ? "  <%s>\n" : "\n", match.url.value_or("").c_str());
+        if (match.url)
+            std::printf("  <%s>", match.url->absoluteString().c_str());
+        std::printf("\n");
     }
 
     std::printf("\nweb link %d, mail %d, phone %d, address %d\n", containsURL(text), containsEmail(text),

@@ -4,17 +4,10 @@
 #include "Orrenby/Platform/Text/DataDetector.hpp"
 #include "FuzzedLogEvent.hpp"
 #include "Orrenby/Platform/Text/UTF16.hpp"
-#include <algorithm>
 
 using namespace orrenby;
 
 namespace {
-
-bool isURLCharacter(char character)
-{
-    return character > 0x20 && character < 0x7F
-        && std::string_view("\"<>\\^`{|}").find(character) == std::string_view::npos;
-}
 
 void requireSound(const DataMatch& match, const UTF16View& view)
 {
@@ -22,8 +15,8 @@ void requireSound(const DataMatch& match, const UTF16View& view)
     requireThat(view.range(match.byteOffset, match.byteCount) == match.range);
     requireThat(match.url.has_value() == (match.kind == DataKind::Link));
     if (match.url) {
-        requireThat(!match.scheme().empty() && match.scheme().size() < match.url->size());
-        requireThat(std::all_of(match.url->begin(), match.url->end(), isURLCharacter));
+        requireThat(!match.scheme().empty());
+        requireThat(URL::make(match.url->absoluteString()) == match.url);
     }
 }
 

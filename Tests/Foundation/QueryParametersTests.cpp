@@ -18,7 +18,7 @@ namespace {
 void expectEntry(const LogCapture& log, int line, const char* message)
 {
     ASSERT_EQ(log.count(), 1u);
-    const auto& event = log.entries().front().event;
+    const auto event = log.entries().front().event;
     EXPECT_EQ(event,
         Log::Event("C", "NSDictionary+Halvet", line, "urlEncodeQueryParameters()", event.queue(), message));
     EXPECT_EQ(log.criticalErrors().size(), 1u);

@@ -97,7 +97,7 @@ TEST(Prepending, ReportsABaseWithoutSchemeAndLeavesTheURLAsItIs)
     EXPECT_EQ(prepending("a/b"_url, "/c"_url), "a/b"_url);
 
     ASSERT_EQ(log.count(), 1u);
-    const auto& event = log.entries().front().event;
+    const auto event = log.entries().front().event;
     EXPECT_EQ(event,
         Log::Event("C", "URLRequest+Builder", 178, "prepending(baseURL:)", event.queue(),
             "URLComponents failed to concatenate baseURL"));

@@ -117,8 +117,8 @@ inline std::vector<CorpusFinding> detectorFindings(std::string_view text)
             : match.kind == DataKind::PhoneNumber         ? "phone"
             : match.scheme() == "mailto"                  ? "mail"
                                                           : "link";
-        result.push_back(
-            {CorpusFinding::Mark::Right, kind, std::string(match.in(text)), match.url.value_or("")});
+        result.push_back({CorpusFinding::Mark::Right, kind, std::string(match.in(text)),
+            match.url ? match.url->absoluteString() : ""});
     }
     return result;
 }

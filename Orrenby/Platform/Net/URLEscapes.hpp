@@ -15,6 +15,10 @@ namespace orrenby::inline ORRENBY_ABI::detail {
 /// bytes will do. Linear.
 std::string escapedForURL(std::string_view text, URLPart part, std::string_view also = {});
 
+/// The text with each byte escaped that may not stand in the part, escapes left as they are. A "%" without
+/// two digits is escaped. Linear.
+std::string mendedForURL(std::string_view text, URLPart part);
+
 /// The bytes that the text stands for. A "%" without two digits stays. Linear.
 std::string unescapedFromURL(std::string_view text);
 

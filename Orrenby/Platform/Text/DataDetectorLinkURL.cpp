@@ -1,50 +1,52 @@
+#include "Orrenby/Platform/Net/URLEscapes.hpp"
+#include "Orrenby/Platform/Net/URLPieces.hpp"
 #include "Orrenby/Platform/Text/DataDetectorLinks.hpp"
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
 namespace {
 
-constexpr std::string_view signsOfURLs = "-._~:/?@!$&'()*+,;=";
-constexpr std::string_view hexadecimal = "0123456789ABCDEF";
-
-bool isHexadecimal(char character)
+void appendPart(
+    std::string& url, std::string_view sign, const std::optional<std::string_view>& part, URLPart kind)
 {
-    return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'F')
-        || (character >= 'a' && character <= 'f');
+    if (part) {
+        url += sign;
+        url += mendedForURL(*part, kind);
+    }
 }
 
-bool isAllowed(char character)
+/// A port that is no number belongs to the name of the host, and brackets stand around an address only.
+void appendHost(std::string& url, std::string_view host, const std::optional<std::string_view>& port)
 {
-    const auto byte = static_cast<unsigned char>(character);
-    return (byte < 128 && (detectorClasses[byte] & static_cast<std::uint8_t>(DetectorClass::Word)) != 0)
-        || signsOfURLs.find(character) != std::string_view::npos;
+    if (port && !isURLPort(*port)) {
+        url += mendedForURL(std::string(host) + ":" + std::string(*port), URLPart::Host);
+        return;
+    }
+    url += isURLHost(host) ? std::string(host) : mendedForURL(host, URLPart::Host);
+    if (port)
+        url += ":" + std::string(*port);
 }
 
 } // namespace
 
-std::string linkURL(std::string_view prefix, std::string_view text)
+std::optional<URL> linkURL(std::string_view prefix, std::string_view text)
 {
-    std::string url(prefix);
-    // Square brackets stand around the host of "http://[::1]/" and nowhere else; "#" stands once.
-    const auto slashes = prefix.empty() ? text.find("://") : 0;
-    const auto host = slashes == std::string_view::npos ? text.size() : prefix.empty() ? slashes + 3 : 0;
-    const auto path = std::min(text.find_first_of("/?#", host), text.size());
-    const auto fragment = text.find('#');
-    for (std::size_t place = 0; place < text.size(); ++place) {
-        const char character = text[place];
-        const bool isEncoded = character == '%' && place + 2 < text.size() && isHexadecimal(text[place + 1])
-            && isHexadecimal(text[place + 2]);
-        const bool isOfHost = (character == '[' || character == ']') && place >= host && place < path;
-        if (isAllowed(character) || isEncoded || isOfHost || place == fragment) {
-            url += character;
-            continue;
-        }
-        const auto byte = static_cast<unsigned char>(character);
-        url += '%';
-        url += hexadecimal[byte >> 4];
-        url += hexadecimal[byte & 15];
+    const auto whole = std::string(prefix) + std::string(text);
+    const auto pieces = splitURL(whole);
+    std::string url(pieces.scheme.value_or(""));
+    url += ':';
+    if (pieces.authority) {
+        url += "//";
+        appendPart(url, "", pieces.user, URLPart::User);
+        appendPart(url, ":", pieces.password, URLPart::Password);
+        if (pieces.user)
+            url += '@';
+        appendHost(url, *pieces.host, pieces.port);
     }
-    return url;
+    appendPart(url, "", pieces.path, URLPart::Path);
+    appendPart(url, "?", pieces.query, URLPart::Query);
+    appendPart(url, "#", pieces.fragment, URLPart::Query);
+    return URL::make(url);
 }
 
 } // namespace orrenby::inline ORRENBY_ABI::detail

@@ -4,6 +4,7 @@
 /// Finds links and mail addresses. Not in the umbrella header: part of DataDetector.cpp.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Net/URL.hpp"
 #include "Orrenby/Platform/Text/DataDetectorRules.hpp"
 #include "Orrenby/Platform/Text/DataDetectorText.hpp"
 #include <cstddef>
@@ -21,8 +22,9 @@ struct DetectedLink {
     std::string_view prefix{};
 };
 
-/// The URL of a link: its text behind the prefix, with all that a URL cannot hold percent-encoded.
-std::string linkURL(std::string_view prefix, std::string_view text);
+/// The URL of a link: its text behind the prefix, with all that a URL cannot hold percent-encoded. Nothing
+/// when it begins with no scheme.
+std::optional<URL> linkURL(std::string_view prefix, std::string_view text);
 
 /// Where a link ends that has begun: before the first character that no URL holds, before a bracket that has
 /// no partner inside the link, and before punctuation that ends a sentence.

@@ -4,11 +4,11 @@
 /// What a data detector finds.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Net/URL.hpp"
 #include "Orrenby/Platform/Text/NSRange.hpp"
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -45,8 +45,9 @@ struct DataMatch {
     /// Where it begins and how long it is, in bytes of the UTF-8 text.
     std::size_t byteOffset = 0;
     std::size_t byteCount = 0;
-    /// Of a link: its URL, with a scheme always. Other kinds have none.
-    std::optional<std::string> url{};
+    /// Of a link: its URL, with a scheme always, and escapes for what a URL cannot hold. Other kinds have
+    /// none.
+    std::optional<URL> url{};
 
     /// What stands there in the text that was searched.
     std::string_view in(std::string_view text) const { return text.substr(byteOffset, byteCount); }
@@ -54,7 +55,7 @@ struct DataMatch {
     /// The scheme of the URL as it is spelled, without the colon; empty when there is no URL.
     std::string_view scheme() const noexcept
     {
-        return url ? std::string_view(*url).substr(0, url->find(':')) : std::string_view();
+        return url ? url->scheme().value_or(std::string_view()) : std::string_view();
     }
 
     friend bool operator==(const DataMatch&, const DataMatch&) = default;

@@ -27,7 +27,7 @@ std::vector<std::string> urls(std::string_view text)
 {
     std::vector<std::string> result;
     for (const auto& match : DataDetector(DataKind::Link).matches(text))
-        result.push_back(match.url.value_or("none"));
+        result.push_back(match.url ? match.url->absoluteString() : "none");
     return result;
 }
 
@@ -61,7 +61,7 @@ TEST(DataDetector, FindsLinksNumbersAndAddressesFromLeftToRight)
     EXPECT_EQ(matches[0].in(text), "Birkenweg 7, 10115 Berlin");
     EXPECT_EQ(matches[1].kind, DataKind::PhoneNumber);
     EXPECT_EQ(matches[1].range, (NSRange{.location = 32, .length = 11}));
-    EXPECT_EQ(matches[2].url, "http://example.com");
+    EXPECT_EQ(matches[2].url, "http://example.com"_url);
     //! [Finding data]
     EXPECT_EQ(matches.size(), 3U);
 }
@@ -141,6 +141,27 @@ TEST(DataDetector, EncodesWhatAURLCannotHold)
     EXPECT_THAT(
         urls("http://\u00E9.de/\u00E9?[1]#a#b"), ElementsAre("http://%C3%A9.de/%C3%A9?%5B1%5D#a%23b"));
     EXPECT_THAT(urls("http://[::1]:80/%41%4"), ElementsAre("http://[::1]:80/%41%254"));
+}
+
+TEST(DataDetector, EncodesWhatNoHostOrPortCanBe)
+{
+    EXPECT_THAT(urls("http://a.de:x/b"), ElementsAre("http://a.de%3Ax/b"));
+    EXPECT_THAT(urls("http://[::1]:x/b"), ElementsAre("http://%5B%3A%3A1%5D%3Ax/b"));
+    EXPECT_THAT(urls("http://[ab]/c"), ElementsAre("http://%5Bab%5D/c"));
+    EXPECT_THAT(urls("http://a@b@c.de/d"), ElementsAre("http://a@b%40c.de/d"));
+}
+
+TEST(DataDetector, GivesURLsThatParseForAllLinks)
+{
+    int links = 0;
+    for (const auto& line : orrenby::testing::detectorCorpus())
+        for (const auto& match : DataDetector(DataKind::Link).matches(line.text)) {
+            ++links;
+            ASSERT_TRUE(match.url) << line.file << ":" << line.number;
+            EXPECT_EQ(URL::make(match.url->absoluteString()), match.url) << line.file << ":" << line.number;
+            EXPECT_TRUE(match.url->scheme()) << line.file << ":" << line.number;
+        }
+    EXPECT_GT(links, 100);
 }
 
 TEST(DataDetector, LeavesUnbalancedBracketsOutOfLinks)
