@@ -4,6 +4,7 @@
 /// The public test kit. Nothing of the library includes it.
 
 #include "Orrenby/Testing/CountedUUIDs.hpp"
+#include "Orrenby/Testing/LocaleOverride.hpp"
 #include "Orrenby/Testing/LogCapture.hpp"
 #include "Orrenby/Testing/MarbleLegend.hpp"
 #include "Orrenby/Testing/MarbleScript.hpp"

@@ -5,6 +5,7 @@
 #include "Orrenby/Platform/Time/TimeZone.hpp"
 #include "Orrenby/Platform/World/World.hpp"
 #include "Orrenby/Testing/CountedUUIDs.hpp"
+#include "Orrenby/Testing/FreshDateFormatters.hpp"
 #include "Orrenby/Testing/SeededRandomSource.hpp"
 #include "Orrenby/Testing/TestAccess.hpp"
 #include "Orrenby/Testing/VirtualClock.hpp"
@@ -51,6 +52,7 @@ struct VirtualWorld::Parts {
     std::shared_ptr<VirtualClock> clock;
     std::shared_ptr<VirtualExecutor> executor;
     World::Override override;
+    FreshDateFormatters formatters;
 };
 
 VirtualWorld::VirtualWorld(VirtualWorldOptions options)

@@ -51,7 +51,7 @@ struct VirtualWorldOptions {
 /// `00000000-0000-4000-8000-000000000001` is the first.
 ///
 /// **Place.** English as in the United States, in GMT, unless chosen otherwise: the same texts and days on
-/// every machine.
+/// every machine. The shared formatters of dates are the world's own, made anew.
 ///
 /// **Its end.** What is still pending in queues and in the thread's run loop is dropped, not run: the test's
 /// own variables may be gone already. Timers of the loop become invalid.

@@ -13,6 +13,8 @@
 
 namespace orrenby::inline ORRENBY_ABI {
 
+class DateFormatter;
+
 namespace detail {
 
 /// A callable of a strategy, of any type. Copies of a strategy share it.
@@ -53,18 +55,23 @@ public:
     Kind kind() const noexcept { return m_kind; }
 
     /// The callable of the kind `Custom`; for others nothing.
-    const Custom* customCoding() const noexcept { return static_cast<const Custom*>(m_custom.get()); }
+    const Custom* customCoding() const noexcept
+    {
+        return m_kind == Kind::Custom ? static_cast<const Custom*>(m_means.get()) : nullptr;
+    }
 
 protected:
-    /// @param custom  A `Custom` where the kind is that.
-    explicit JSONStrategy(Kind kind, std::shared_ptr<const void> custom = nullptr) noexcept
+    /// @param means  What the kind works by: a `Custom` where the kind is that.
+    explicit JSONStrategy(Kind kind, std::shared_ptr<const void> means = nullptr) noexcept
         : m_kind(kind)
-        , m_custom(std::move(custom))
+        , m_means(std::move(means))
     {}
+
+    const void* means() const noexcept { return m_means.get(); }
 
 private:
     Kind m_kind;
-    std::shared_ptr<const void> m_custom; ///< One type of pointer for all, which the compiler sees once.
+    std::shared_ptr<const void> m_means; ///< One type of pointer for all, which the compiler sees once.
 };
 
 enum class JSONDateForm : std::uint8_t {
@@ -72,8 +79,11 @@ enum class JSONDateForm : std::uint8_t {
     SecondsSince1970,
     MillisecondsSince1970,
     ISO8601,
+    Formatted,
     Custom
 };
+
+[[noreturn]] ORRENBY_EXPORT void endWithoutFormatter() noexcept;
 
 enum class JSONDataForm : std::uint8_t { Base64, DeferredToData, Custom };
 
@@ -95,6 +105,27 @@ public:
     /// place of the `Z`; encoded, seconds are rounded down, and a date outside the years 0 to 9999 is an
     /// error.
     static JSONDateStrategy iso8601() { return JSONDateStrategy(Kind::ISO8601); }
+
+    /// As the formatter writes and reads it, strictly: a text that it does not read is an error.
+    ///
+    /// @snippet Tests/Platform/Coding/JSONFormattedDateTests.cpp Dates as a formatter writes them
+    ///
+    /// @param formatter  Kept, and not copied: from now on it is not to be changed. None at all is a
+    /// programming error and ends the process.
+    ///
+    /// Costs what the formatter does. As safe to use from several threads as it is.
+    static JSONDateStrategy formatted(std::shared_ptr<const DateFormatter> formatter)
+    {
+        if (formatter == nullptr)
+            detail::endWithoutFormatter();
+        return JSONDateStrategy(Kind::Formatted, std::move(formatter));
+    }
+
+    /// That of the kind `Formatted`; for others nothing. Good as long as a copy of the strategy lives.
+    const DateFormatter* formatter() const noexcept
+    {
+        return this->kind() == Kind::Formatted ? static_cast<const DateFormatter*>(this->means()) : nullptr;
+    }
 
     /// As the function does it: `Date decode(const Decoder&)`, or `void encode(Date, const Encoder&)`.
     template <class F> static JSONDateStrategy custom(F function)

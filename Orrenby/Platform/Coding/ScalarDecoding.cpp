@@ -5,6 +5,7 @@
 #include "Orrenby/Platform/Coding/Decodable.hpp"
 #include "Orrenby/Platform/Coding/ISO8601.hpp"
 #include "Orrenby/Platform/Coding/JSONNumber.hpp"
+#include "Orrenby/Platform/Time/DateFormatter.hpp"
 #include <limits>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
@@ -111,6 +112,11 @@ Date decodeDate(const Decoder& decoder)
         if (const auto date = dateFromISO8601(decodeText(decoder)))
             return *date;
         throwCorrupted(decoder, "Expected a date and time in the form of ISO 8601");
+    }
+    case Kind::Formatted: {
+        if (const auto date = strategy.formatter()->date(decodeText(decoder)))
+            return *date;
+        throwCorrupted(decoder, "Expected a date in the form of the strategy's formatter");
     }
     case Kind::Custom:
         return (*strategy.customCoding())(decoder);

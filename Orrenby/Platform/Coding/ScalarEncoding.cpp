@@ -4,6 +4,8 @@
 #include "Orrenby/Platform/Coding/CodingTexts.hpp"
 #include "Orrenby/Platform/Coding/Encodable.hpp"
 #include "Orrenby/Platform/Coding/ISO8601.hpp"
+#include "Orrenby/Platform/Objects/FatalError.hpp"
+#include "Orrenby/Platform/Time/DateFormatter.hpp"
 #include <cmath>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
@@ -33,6 +35,11 @@ void encodeCustom(const Strategy& strategy, const Value& value, const EncodingPl
 }
 
 } // namespace
+
+void endWithoutFormatter() noexcept
+{
+    fatalError("A strategy for dates needs a formatter", "Platform/Coding/JSONStrategies");
+}
 
 void encodeSigned(std::int64_t value, const EncodingPlace& place) { place.text().appendInteger(value); }
 
@@ -75,6 +82,8 @@ void encodeDate(Date value, const EncodingPlace& place)
         if (const auto text = iso8601Text(value))
             return encodeText(*text, place);
         place.throwInvalid(value, "ISO 8601 has four digits for a year");
+    case Kind::Formatted:
+        return encodeText(strategy.formatter()->string(value), place);
     case Kind::Custom:
         return encodeCustom(strategy, value, place);
     }
