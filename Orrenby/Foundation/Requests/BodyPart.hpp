@@ -1,0 +1,63 @@
+#pragma once
+
+/// @file
+/// One part of a multipart body, as it is passed to the operations that write it.
+
+#include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Data.hpp"
+#include <concepts>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace orrenby::inline ORRENBY_ABI {
+
+/// A view of bytes, or of a text's bytes, or of nothing.
+///
+/// What it was made from must outlive it. Not synchronised.
+class BodyPartValue {
+public:
+    constexpr BodyPartValue(std::nullopt_t = std::nullopt) noexcept {}
+
+    template <std::convertible_to<std::string_view> Text>
+    BodyPartValue(const Text& text) noexcept
+        : BodyPartValue(std::as_bytes(std::span(std::string_view(text))))
+    {}
+    BodyPartValue(std::span<const std::byte> data) noexcept
+        : m_bytes(data)
+    {}
+    BodyPartValue(const Data& data) noexcept
+        : m_bytes(data)
+    {}
+
+    BodyPartValue(const std::optional<std::string_view>& text) noexcept
+        : BodyPartValue(text ? BodyPartValue(*text) : BodyPartValue())
+    {}
+    BodyPartValue(const std::optional<std::string>& text) noexcept
+        : BodyPartValue(text ? BodyPartValue(*text) : BodyPartValue())
+    {}
+    BodyPartValue(const std::optional<Data>& data) noexcept
+        : BodyPartValue(data ? BodyPartValue(*data) : BodyPartValue())
+    {}
+
+    constexpr std::optional<std::span<const std::byte>> bytes() const noexcept { return m_bytes; }
+
+private:
+    std::optional<std::span<const std::byte>> m_bytes;
+};
+
+/// What `addingBodyPart` writes. All of it is views: what they refer to must outlive the operation.
+///
+/// Key, boundary and type are written as they are, without escaping: a quotation mark or a line break in them
+/// ends what they stand in.
+struct BodyPart {
+    std::string_view key = {};
+    /// Bytes or a text; with neither, nothing at all is written.
+    BodyPartValue value = std::nullopt;
+    std::string_view boundary = {};
+    /// "text/plain" exactly makes a part without a file name.
+    std::string_view contentType = {};
+};
+
+} // namespace orrenby
