@@ -18,6 +18,7 @@
 #include <functional>
 #include <initializer_list>
 #include <iterator>
+#include <memory>
 #include <optional>
 #include <string>
 #include <type_traits>
@@ -65,10 +66,17 @@ public:
     using Place = detail::OrderedSetPlace<OrderedSet>;
 
     OrderedSet() = default;
-    OrderedSet(std::initializer_list<Element> elements) { build(elements); }
+    OrderedSet(std::initializer_list<Element> elements) { buildByReference(elements); }
 
     /// The members of an array, without its later duplicates.
-    explicit OrderedSet(std::vector<Element> array) { build(std::move(array)); }
+    explicit OrderedSet(std::vector<Element>&& array) { build(std::move(array)); }
+    explicit OrderedSet(const std::vector<Element>& array)
+    {
+        if constexpr (std::is_trivially_copyable_v<Element>)
+            build(std::vector<Element>(array));
+        else
+            buildByReference(array);
+    }
 
     /// The members of any sequence, which is walked once.
     template <detail::SequenceOf<Element> Sequence>
@@ -330,7 +338,8 @@ public:
     {
         if (m_elements == other.m_elements)
             return std::nullopt;
-        return isWhole() && other.isWhole() ? comparedByHash(other) : detail::comparedByScan(*this, other);
+        return isWhole() && other.isWhole() ? detail::comparedByHash(*this, other)
+                                            : detail::comparedByScan(*this, other);
     }
 
     /// As `compared`, but a move stands only for members that changed their place among the common ones, and
@@ -342,7 +351,7 @@ public:
             return std::nullopt;
         const OrderedSet old(m_elements);
         const OrderedSet target(other.m_elements);
-        return detail::withFewestMoves(old, target, old.comparedByHash(target));
+        return detail::withFewestMoves(old, target, detail::comparedByHash(old, target));
     }
 
     /// The set that a diff of `compared` turned this one into, given the members that were inserted, in the
@@ -415,12 +424,30 @@ private:
         for (auto&& element : sequence) {
             if constexpr (std::is_same_v<std::remove_cvref_t<decltype(element)>, Element>) {
                 // Looked for before it is copied. What is thrown then leaves no set at all.
-                m_positions.reserve(size() + 1);
+                if constexpr (!requires { std::size(sequence); })
+                    m_positions.reserve(size() + 1);
                 if (m_positions.findOrInsert(hash(element), size(), isAt(element)) == Positions::notFound)
                     m_elements.push_back(std::forward<decltype(element)>(element));
             } else
                 add(Element(std::forward<decltype(element)>(element)));
         }
+    }
+    /// Finds out which members stay before it copies the first: those allocate in a row then, and no
+    /// duplicate is copied.
+    template <class Sequence> void buildByReference(const Sequence& sequence)
+    {
+        const auto kept = std::make_unique_for_overwrite<const Element*[]>(std::size(sequence));
+        m_positions.reserve(std::size(sequence));
+        std::size_t count = 0;
+        for (const Element& element : sequence) {
+            const auto isMatch = [&](std::size_t position) { return *kept[position] == element; };
+            kept[count] = std::addressof(element);
+            if (m_positions.findOrInsert(hash(element), count, isMatch) == Positions::notFound)
+                ++count;
+        }
+        m_elements.reserve(count);
+        for (std::size_t place = 0; place < count; ++place)
+            m_elements.push_back(*kept[place]);
     }
     void build(std::vector<Element>&& array)
     {
@@ -445,28 +472,6 @@ private:
             if (other.contains(element) == areCommon)
                 array.push_back(element);
         return OrderedSet(std::move(array));
-    }
-
-    /// Both without duplicates. Each lookup in `other` also tells which of its positions are no inserts.
-    Diff comparedByHash(const OrderedSet& other) const
-    {
-        Diff diff;
-        std::vector<bool> isCommon(other.size(), false);
-        for (std::size_t position = 0; position < size(); ++position) {
-            const auto from = static_cast<Index>(position);
-            const auto to = other.indexOf(m_elements[position]);
-            if (!to)
-                diff.deletes.push_back(from);
-            else {
-                isCommon[static_cast<std::size_t>(*to)] = true;
-                if (*to != from)
-                    diff.moves.push_back({from, *to});
-            }
-        }
-        for (std::size_t position = 0; position < other.size(); ++position)
-            if (!isCommon[position])
-                diff.inserts.push_back(static_cast<Index>(position));
-        return diff;
     }
 
     std::vector<Element> m_elements;

@@ -39,6 +39,29 @@ template <class Set> inline typename Set::Diff comparedByScan(const Set& old, co
     return diff;
 }
 
+/// Both without duplicates. Each lookup in `target` also tells which of its positions are no inserts. Linear.
+template <class Set> inline typename Set::Diff comparedByHash(const Set& old, const Set& target)
+{
+    using Index = typename Set::Index;
+    typename Set::Diff diff;
+    std::vector<bool> isCommon(target.size(), false);
+    for (std::size_t position = 0; position < old.size(); ++position) {
+        const auto from = static_cast<Index>(position);
+        const auto to = target.indexOf(old.elements()[position]);
+        if (!to)
+            diff.deletes.push_back(from);
+        else {
+            isCommon[static_cast<std::size_t>(*to)] = true;
+            if (*to != from)
+                diff.moves.push_back({from, *to});
+        }
+    }
+    for (std::size_t position = 0; position < target.size(); ++position)
+        if (!isCommon[position])
+            diff.inserts.push_back(static_cast<Index>(position));
+    return diff;
+}
+
 /// Both without duplicates, and `diff` their comparison. The longest run of common members that ascends on
 /// both sides stays where it is.
 template <class Set>

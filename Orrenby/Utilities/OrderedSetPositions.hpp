@@ -7,34 +7,27 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
 /// Finds positions in a vector by hash. It holds no elements: the set that owns both keeps them in step.
 ///
-/// Open addressing over pairs of a position and half a hash, at most half full; an erased place is closed by
-/// moving back what follows it, so that lookups never get slower with age. Not synchronised.
+/// Open addressing over pairs of a position and half a hash, at most a quarter full while the whole fits into
+/// the nearest cache and half full beyond; an erased place is closed by moving back what follows it, so that
+/// lookups never get slower with age. Not synchronised.
 class ORRENBY_EXPORT OrderedSetPositions {
 public:
     static constexpr std::size_t notFound = static_cast<std::size_t>(-1);
 
     OrderedSetPositions() = default;
-    OrderedSetPositions(const OrderedSetPositions&) = default;
-    OrderedSetPositions(OrderedSetPositions&& other) noexcept
-        : m_slots(std::move(other.m_slots))
-        , m_count(std::exchange(other.m_count, 0))
-        , m_shift(other.m_shift)
-    {
-        other.m_slots.clear();
-    }
+    OrderedSetPositions(const OrderedSetPositions& other);
+    OrderedSetPositions(OrderedSetPositions&& other) noexcept { swap(other); }
     OrderedSetPositions& operator=(OrderedSetPositions other) noexcept
     {
-        m_slots.swap(other.m_slots);
-        std::swap(m_count, other.m_count);
-        m_shift = other.m_shift;
+        swap(other);
         return *this;
     }
     ~OrderedSetPositions() = default;
@@ -53,16 +46,23 @@ public:
     /// average.
     template <class IsMatch> std::size_t find(std::uint32_t mixed, IsMatch isMatch) const
     {
-        const auto place = placeOf(mixed, isMatch);
-        return place == notFound ? notFound : m_slots[place].next - 1;
+        const Slot* const slots = m_slots;
+        const auto last = m_last;
+        for (auto place = home(mixed);; place = (place + 1) & last) {
+            const Slot slot = slots[place];
+            if (slot.next == 0)
+                return notFound;
+            if (slot.hash == mixed && isMatch(slot.next - 1))
+                return slot.next - 1;
+        }
     }
 
     /// The same; where nothing is found, `position` is inserted. Room for it must have been made.
     template <class IsMatch>
     std::size_t findOrInsert(std::uint32_t mixed, std::size_t position, IsMatch isMatch)
     {
-        Slot* const slots = m_slots.data();
-        const auto last = mask();
+        Slot* const slots = m_owned.get();
+        const auto last = m_last;
         for (auto place = home(mixed);; place = (place + 1) & last) {
             Slot& slot = slots[place];
             if (slot.next == 0) {
@@ -82,7 +82,7 @@ public:
         if (place == notFound)
             findOrInsert(mixed, position, [](std::size_t) { return false; });
         else
-            m_slots[place].next = static_cast<std::uint32_t>(position + 1);
+            m_owned[place].next = static_cast<std::uint32_t>(position + 1);
     }
 
     /// Erases what matches, if there is such a position.
@@ -95,7 +95,7 @@ public:
     /// Makes room for this many positions. More than 2^31 − 1 are a programming error and end the process.
     void reserve(std::size_t count)
     {
-        if (count * 2 > m_slots.size())
+        if (count > m_room)
             grow(count);
     }
 
@@ -106,21 +106,21 @@ public:
 
 private:
     struct Slot {
-        std::uint32_t next = 0; ///< The position plus one; 0 marks a free slot.
-        std::uint32_t hash = 0;
+        std::uint32_t next; ///< The position plus one; 0 marks a free slot.
+        std::uint32_t hash;
     };
+    /// Stands for the table before there is one, so that a lookup need not ask. Never written to.
+    static constexpr Slot noSlot{0, 0};
 
-    std::size_t mask() const noexcept { return m_slots.size() - 1; }
-    std::size_t home(std::uint32_t mixed) const noexcept { return mixed >> m_shift; }
+    std::size_t home(std::uint32_t mixed) const noexcept
+    {
+        return static_cast<std::size_t>(std::uint64_t{mixed} >> m_shift);
+    }
 
     template <class IsMatch> std::size_t placeOf(std::uint32_t mixed, IsMatch isMatch) const
     {
-        if (m_count == 0)
-            return notFound;
-        const Slot* const slots = m_slots.data();
-        const auto last = mask();
-        for (auto place = home(mixed);; place = (place + 1) & last) {
-            const Slot slot = slots[place];
+        for (auto place = home(mixed);; place = (place + 1) & m_last) {
+            const Slot slot = m_slots[place];
             if (slot.next == 0)
                 return notFound;
             if (slot.hash == mixed && isMatch(slot.next - 1))
@@ -128,12 +128,16 @@ private:
         }
     }
 
+    void swap(OrderedSetPositions& other) noexcept;
     void grow(std::size_t count);
     void close(std::size_t place) noexcept;
 
-    std::vector<Slot> m_slots;
+    const Slot* m_slots = &noSlot;
+    std::size_t m_last = 0;     ///< The last place; one less than a power of two.
+    std::uint64_t m_shift = 32; ///< 32 less the bits of a place.
     std::size_t m_count = 0;
-    std::uint32_t m_shift = 0; ///< 32 less the bits of a place.
+    std::size_t m_room = 0; ///< How many positions the table may hold.
+    std::unique_ptr<Slot[]> m_owned;
 };
 
 /// Hashes text: sixteen bytes for each multiplication, where `std::hash` takes eight. Not the same from one
@@ -142,6 +146,8 @@ inline std::size_t hashText(std::string_view text) noexcept
 {
     constexpr std::uint64_t first = 0xA24BAED4963EE407U;
     constexpr std::uint64_t second = 0x9FB21C651E98DF25U;
+    constexpr std::uint64_t third = 0xD6E8FEB86659FD93U;
+    constexpr std::uint64_t fourth = 0xC2B2AE3D27D4EB4FU;
     const auto load = [](const char* bytes, std::size_t count) {
         std::uint64_t word = 0;
         std::memcpy(&word, bytes, count);
@@ -156,8 +162,13 @@ inline std::size_t hashText(std::string_view text) noexcept
     const char* bytes = text.data();
     auto left = text.size();
     std::uint64_t state = left * first;
-    for (; left > 16; bytes += 16, left -= 16)
+    for (; left > 32; bytes += 16, left -= 16)
         state = fold(load(bytes, 8) ^ first ^ state, load(bytes + 8, 8) ^ second);
+    if (left > 16) { // two halves that overlap; neither multiplication waits for the other
+        const char* const last = bytes + left - 16;
+        return fold(load(bytes, 8) ^ first ^ state, load(bytes + 8, 8) ^ second)
+            ^ fold(load(last, 8) ^ third, load(last + 8, 8) ^ fourth);
+    }
     if (left >= 8) // the two words overlap
         return fold(load(bytes, 8) ^ first ^ state, load(bytes + left - 8, 8) ^ second);
     if (left >= 4)

@@ -261,7 +261,7 @@ Array edited(const Set& first, const Set& second, const Set::Diff& diff)
     return rest;
 }
 
-/// By trying all selections of what may stay.
+/// From the longest ascent that ends at each common member, found by a look at all before it.
 std::size_t fewestMoves(const Set& first, const Set& second)
 {
     std::vector<Index> places;
