@@ -5,9 +5,11 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Net/URL.hpp"
+#include "Orrenby/Platform/Objects/Printing.hpp"
 #include "Orrenby/Platform/Text/NSRange.hpp"
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -35,6 +37,9 @@ constexpr bool hasKind(DataKind kinds, DataKind kind) noexcept
     return (static_cast<std::uint32_t>(kinds) & static_cast<std::uint32_t>(kind)) != 0;
 }
 
+/// `Link`, or `Address | Link`; `None` for no kind.
+ORRENBY_EXPORT std::string description(DataKind kinds);
+
 /// A link, telephone number or address in a text.
 ///
 /// A plain value that keeps nothing of the text but its URL. Not synchronised.
@@ -58,7 +63,15 @@ struct DataMatch {
         return url ? url->scheme().value_or(std::string_view()) : std::string_view();
     }
 
+    /// `Link {4, 11}: http://a.example`; without a URL, `PhoneNumber {4, 11}`. The range is in UTF-16 units.
+    ORRENBY_EXPORT std::string description() const;
+
     friend bool operator==(const DataMatch&, const DataMatch&) = default;
 };
 
 } // namespace orrenby
+
+/// Of all that `==` compares.
+template <> struct std::hash<orrenby::DataMatch> {
+    ORRENBY_EXPORT std::size_t operator()(const orrenby::DataMatch& match) const noexcept;
+};

@@ -4,8 +4,10 @@
 /// Why a text is no e-mail address.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Printing.hpp"
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,6 +33,8 @@ struct EmailPatternMismatch {
     /// One sentence in English: `A space may not stand in the local part.`
     std::string sentence;
 
+    const std::string& description() const noexcept { return sentence; }
+
     friend bool operator==(const EmailPatternMismatch&, const EmailPatternMismatch&) = default;
 };
 
@@ -46,3 +50,12 @@ struct EmailPatternMismatch {
 ORRENBY_EXPORT std::optional<EmailPatternMismatch> emailPatternMismatch(std::string_view text);
 
 } // namespace orrenby
+
+template <> struct std::hash<orrenby::EmailPatternMismatch> {
+    std::size_t operator()(const orrenby::EmailPatternMismatch& mismatch) const noexcept
+    {
+        return (std::hash<std::string>{}(mismatch.sentence) * 0x9E3779B97F4A7C15U + mismatch.position)
+            * 0x9E3779B97F4A7C15U
+            + static_cast<std::size_t>(mismatch.piece);
+    }
+};

@@ -4,6 +4,7 @@
 #include "Tests/Support/EmailTexts.hpp"
 #include <array>
 #include <gmock/gmock.h>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -11,16 +12,6 @@ using namespace orrenby;
 using namespace std::string_literals;
 using orrenby::testing::EmailTexts;
 using Piece = EmailPatternPiece;
-
-namespace orrenby::inline ORRENBY_ABI {
-
-static std::ostream& operator<<(std::ostream& stream, const EmailPatternMismatch& mismatch)
-{
-    return stream << static_cast<int>(mismatch.piece) << " at " << mismatch.position << ": "
-                  << mismatch.sentence;
-}
-
-} // namespace orrenby
 
 namespace {
 
@@ -193,4 +184,24 @@ TEST(EmailPatternMismatch, IsFoundInLongTexts)
         EXPECT_FALSE(matchesEmailPattern(text));
         EXPECT_EQ(emailPatternMismatch(text)->position, position) << text.substr(0, 20);
     }
+}
+
+TEST(EmailPatternMismatch, PrintsItsSentence)
+{
+    std::ostringstream stream;
+
+    stream << *emailPatternMismatch("a b@c.de");
+
+    EXPECT_EQ(stream.str(), emailPatternMismatch("a b@c.de")->sentence);
+}
+
+TEST(EmailPatternMismatch, HashesByAllThatIsCompared)
+{
+    const std::hash<EmailPatternMismatch> hash;
+    const EmailPatternMismatch mismatch{Piece::Domain, 3, "A dot is missing."};
+
+    EXPECT_EQ(hash(mismatch), hash({Piece::Domain, 3, "A dot is missing."}));
+    EXPECT_NE(hash(mismatch), hash({Piece::LocalPart, 3, "A dot is missing."}));
+    EXPECT_NE(hash(mismatch), hash({Piece::Domain, 4, "A dot is missing."}));
+    EXPECT_NE(hash(mismatch), hash({Piece::Domain, 3, "A dot."}));
 }
