@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Errors/NSError.hpp"
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Testing/Printing.hpp"
 #include "Orrenby/Utilities/Log/CaptureHandler.hpp"
 #include "Orrenby/Utilities/Log/Level.hpp"
 #include <cstddef>
@@ -65,12 +66,6 @@ public:
 
     /// The lines as a list, for messages of failed tests.
     std::string description() const;
-
-    template <class Stream> friend Stream& operator<<(Stream& stream, const LogCapture& log)
-    {
-        stream << log.description();
-        return stream;
-    }
 
 private:
     struct Settings;

@@ -4,6 +4,7 @@
 /// Streams written as a line of marbles.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Testing/Printing.hpp"
 #include <cstddef>
 #include <exception>
 #include <string>
@@ -78,17 +79,13 @@ public:
 
     /// As it was written; for a script of events, in its shortest form.
     const std::string& notation() const noexcept { return m_notation; }
+    /// The notation.
+    const std::string& description() const noexcept { return m_notation; }
 
     /// The same events. Blanks and empty frames at the end make no difference.
     friend bool operator==(const MarbleScript& first, const MarbleScript& second) noexcept
     {
         return first.m_events == second.m_events;
-    }
-
-    template <class Stream> friend Stream& operator<<(Stream& stream, const MarbleScript& script)
-    {
-        stream << script.m_notation;
-        return stream;
     }
 
 private:

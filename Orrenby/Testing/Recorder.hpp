@@ -7,6 +7,7 @@
 #include "Orrenby/Platform/World/World.hpp"
 #include "Orrenby/Testing/MarbleLegend.hpp"
 #include "Orrenby/Testing/MarbleScript.hpp"
+#include "Orrenby/Testing/Printing.hpp"
 #include "Orrenby/Utilities/Streams/AnyCancellable.hpp"
 #include "Orrenby/Utilities/Streams/More/SinkUntilEnd.hpp"
 #include "Orrenby/Utilities/Streams/StreamsPublisher.hpp"
@@ -35,12 +36,6 @@ template <class Output, class Failure> struct RecordedEvent {
     }
 
     friend bool operator==(const RecordedEvent&, const RecordedEvent&) = default;
-
-    template <class Stream> friend Stream& operator<<(Stream& stream, const RecordedEvent& event)
-    {
-        stream << event.description();
-        return stream;
-    }
 };
 
 /// Subscribes to a stream and writes down its elements and its end, for tests to look at.
@@ -144,12 +139,6 @@ public:
         auto events = std::vector<Event>(); // released after the lock
         const auto lock = std::lock_guard(m_tape->mutex);
         events.swap(m_tape->events);
-    }
-
-    template <class Stream> friend Stream& operator<<(Stream& stream, const Recorder& recorder)
-    {
-        stream << recorder.description();
-        return stream;
     }
 
 private:

@@ -3,6 +3,7 @@
 #include "Orrenby/Utilities/Log.hpp"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sstream>
 
 using namespace orrenby;
 using orrenby::testing::LogCapture;
@@ -115,6 +116,17 @@ TEST(LogCapture, ForgetsWhenItIsCleared)
 
     EXPECT_THAT(log.lines(), IsEmpty());
     EXPECT_THAT(log.criticalErrors(), IsEmpty());
+}
+
+TEST(LogCapture, CanBePrinted)
+{
+    const auto log = LogCapture();
+    std::ostringstream stream;
+    Log::info("connected");
+
+    stream << log;
+
+    EXPECT_EQ(stream.str(), R"(["Info: connected"])");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sstream>
 
 using orrenby::testing::MarbleError;
 using orrenby::testing::MarbleEvent;
@@ -93,6 +94,16 @@ TEST(MarbleScript, SaysWhatIsWrongAndWhere)
     EXPECT_EQ(complaint("a+"), "Marbles \"a+\", position 1: this character has no meaning");
     EXPECT_EQ(complaint("\u00e9"), "Marbles \"\u00e9\", position 0: this character has no meaning");
     EXPECT_EQ(complaint("(a|)"), "nothing");
+}
+
+TEST(MarbleScript, PrintsAsItWasWritten)
+{
+    std::ostringstream stream;
+
+    stream << MarbleScript("-a (bc)-|");
+
+    EXPECT_EQ(stream.str(), "-a (bc)-|");
+    EXPECT_EQ(orrenby::describe(MarbleScript("a|")), "a|");
 }
 
 } // namespace
