@@ -26,6 +26,17 @@ TEST(OrderedSetChanges, AppendASequenceThatMayBeThisSet)
     EXPECT_THAT(set, ElementsAre(1, 2, 3, 4));
 }
 
+TEST(OrderedSetChanges, AppendNothingThatIsThere)
+{
+    auto set = Numbers{3, 1, 2};
+
+    set.append(1);
+
+    EXPECT_THAT(set, ElementsAre(3, 1, 2));
+    EXPECT_EQ(set.count(), 3);
+    EXPECT_THAT(set.indexOf(1), Optional(1));
+}
+
 TEST(OrderedSetChanges, InsertANewMember)
 {
     auto set = Numbers{1, 2};

@@ -74,6 +74,38 @@ TEST(OrderedSetPositions, AreEmptyAfterTheyWereMovedFrom)
     EXPECT_EQ(positions.find(5, always), OrderedSetPositions::notFound);
 }
 
+TEST(OrderedSetPositions, AreKeptThroughEveryGrowth)
+{
+    constexpr std::size_t count = 5'000; // from the tables that are a quarter full to those half full
+    OrderedSetPositions positions;
+    for (std::size_t position = 0; position < count; ++position) {
+        positions.reserve(position + 1);
+        positions.findOrInsert(
+            OrderedSetPositions::mix(position), position, [](std::size_t) { return false; });
+    }
+
+    const auto copy = positions;
+    positions.clear();
+
+    EXPECT_EQ(copy.count(), count);
+    for (std::size_t position = 0; position < count; ++position)
+        ASSERT_EQ(find(copy, OrderedSetPositions::mix(position), position), position);
+    EXPECT_EQ(copy.find(OrderedSetPositions::mix(count), always), OrderedSetPositions::notFound);
+    EXPECT_EQ(positions.find(OrderedSetPositions::mix(0), always), OrderedSetPositions::notFound);
+}
+
+TEST(OrderedSetPositions, CanBeCopiedWhileEmpty)
+{
+    const OrderedSetPositions empty;
+    OrderedSetPositions positions = empty;
+
+    positions.reserve(1);
+    positions.findOrInsert(5, 0, always);
+
+    EXPECT_EQ(positions.find(5, always), 0U);
+    EXPECT_EQ(empty.find(5, always), OrderedSetPositions::notFound);
+}
+
 TEST(OrderedSetPositions, SpreadNumbersThatDifferInHighBitsOnly)
 {
     std::unordered_set<std::uint32_t> places;

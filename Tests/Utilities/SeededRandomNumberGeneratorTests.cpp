@@ -45,9 +45,22 @@ TEST(SeededRandomNumberGenerator, DrawsSampleData)
 TEST(SeededRandomNumberGenerator, GivesEqualNumbersForEqualSeeds)
 {
     EXPECT_EQ(draws("seed", {0, 1'000}), draws("seed", {0, 1'000}));
-    EXPECT_NE(draws("seed", {0, 1'000}), draws("seee", {0, 1'000}));
-    EXPECT_EQ(draws("", {0, 1'000}), draws("", {0, 1'000}));
     EXPECT_THAT(draws("orrenby", {0, 99}, 8), ElementsAre(69, 38, 55, 51, 46, 82, 72, 74));
+}
+
+TEST(SeededRandomNumberGenerator, GivesOtherNumbersForASeedThatDiffersInOneCharacter)
+{
+    EXPECT_NE(draws("seed", {0, 1'000}), draws("seee", {0, 1'000}));
+    EXPECT_NE(draws("seed", {0, 1'000}), draws("Seed", {0, 1'000}));
+}
+
+TEST(SeededRandomNumberGenerator, AcceptsTheEmptySeed)
+{
+    const auto numbers = draws("", {0, 1'000});
+
+    EXPECT_EQ(numbers, draws("", {0, 1'000}));
+    EXPECT_THAT(numbers, Each(Le(1'000U)));
+    EXPECT_NE(numbers, draws("a", {0, 1'000}));
 }
 
 TEST(SeededRandomNumberGenerator, TakesTheSeedAsItsBytes)
