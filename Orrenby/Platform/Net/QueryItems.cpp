@@ -14,11 +14,13 @@ namespace {
 
 bool isNothing(const URLQueryItem& item) { return item.name.empty() && !item.value; }
 
-std::optional<std::string> decoded(std::string text, QueryEncoding encoding)
+std::optional<std::string> decoded(std::string_view text, QueryEncoding encoding)
 {
-    if (encoding == QueryEncoding::Form)
-        std::replace(text.begin(), text.end(), '+', ' ');
-    return removingPercentEncoding(text);
+    if (encoding == QueryEncoding::Percent || text.find('+') == std::string_view::npos)
+        return removingPercentEncoding(text);
+    std::string withBlanks(text);
+    std::replace(withBlanks.begin(), withBlanks.end(), '+', ' ');
+    return removingPercentEncoding(withBlanks);
 }
 
 std::string escaped(std::string_view text, QueryEncoding encoding)
@@ -50,9 +52,12 @@ QueryItems::QueryItems(const std::vector<URLQueryItem>& items)
 std::optional<QueryItems> QueryItems::make(std::string_view query, QueryEncoding encoding)
 {
     QueryItems result;
-    for (auto& [name, value] : detail::splitQuery(query)) {
-        auto decodedName = decoded(std::move(name), encoding);
-        auto decodedValue = value ? decoded(*std::move(value), encoding) : std::nullopt;
+    for (std::optional<std::string_view> rest = query; rest;) {
+        auto name = *rest;
+        rest = detail::takeBehind(name, '&');
+        const auto value = detail::takeBehind(name, '=');
+        auto decodedName = decoded(name, encoding);
+        auto decodedValue = value ? decoded(*value, encoding) : std::nullopt;
         if (!decodedName || (value && !decodedValue))
             return std::nullopt;
         result.append({*std::move(decodedName), std::move(decodedValue)});

@@ -7,7 +7,6 @@
 #include "Orrenby/Platform/Net/URLQueryItem.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <string>

@@ -8,7 +8,6 @@
 #include "Orrenby/Platform/Net/URLQueryItem.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>

@@ -1,22 +1,12 @@
 #include "Orrenby/Platform/Net/URLEscapes.hpp"
 
+#include "Orrenby/Platform/Text/HexadecimalDigits.hpp"
+
 namespace orrenby::inline ORRENBY_ABI::detail {
 
 namespace {
 
 constexpr std::string_view digits = "0123456789ABCDEF";
-
-/// −1 for anything but a hexadecimal digit.
-constexpr int digitValue(char digit) noexcept
-{
-    if (digit >= '0' && digit <= '9')
-        return digit - '0';
-    if (digit >= 'A' && digit <= 'F')
-        return digit - 'A' + 10;
-    if (digit >= 'a' && digit <= 'f')
-        return digit - 'a' + 10;
-    return -1;
-}
 
 void appendEscaped(std::string& result, char character)
 {
@@ -31,8 +21,8 @@ int escapedByte(std::string_view text, std::size_t place) noexcept
 {
     if (text[place] != '%' || text.size() - place < 3)
         return -1;
-    const int high = digitValue(text[place + 1]);
-    const int low = digitValue(text[place + 2]);
+    const int high = hexadecimalDigit(text[place + 1]);
+    const int low = hexadecimalDigit(text[place + 2]);
     return high < 0 || low < 0 ? -1 : high * 16 + low;
 }
 

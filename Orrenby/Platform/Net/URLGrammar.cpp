@@ -1,6 +1,7 @@
 #include "Orrenby/Platform/Net/URLGrammar.hpp"
 
 #include "Orrenby/Platform/Net/URLPieces.hpp"
+#include "Orrenby/Platform/Text/HexadecimalDigits.hpp"
 #include <algorithm>
 #include <arpa/inet.h>
 
@@ -15,11 +16,7 @@ constexpr bool isLetter(char character) noexcept
 
 constexpr bool isDigit(char character) noexcept { return character >= '0' && character <= '9'; }
 
-constexpr bool isHexadecimal(char character) noexcept
-{
-    return isDigit(character) || (character >= 'a' && character <= 'f')
-        || (character >= 'A' && character <= 'F');
-}
+bool isHexadecimal(char character) noexcept { return hexadecimalDigit(character) >= 0; }
 
 bool isAddressOfVersion6(std::string_view text) noexcept
 {
