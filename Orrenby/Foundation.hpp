@@ -17,6 +17,7 @@
 #include "Orrenby/Foundation/OptionalNumbers.hpp"
 #include "Orrenby/Foundation/QueryParameters.hpp"
 #include "Orrenby/Foundation/Requests/BodyPart.hpp"
+#include "Orrenby/Foundation/Requests/Curl.hpp"
 #include "Orrenby/Foundation/Requests/HTTPBodyFormDataPart.hpp"
 #include "Orrenby/Foundation/Requests/HTTPHeaderField.hpp"
 #include "Orrenby/Foundation/Requests/HTTPMediaType.hpp"

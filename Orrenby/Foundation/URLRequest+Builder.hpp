@@ -4,6 +4,7 @@
 /// Everything that builds requests.
 
 #include "Orrenby/Foundation/Requests/BodyPart.hpp"
+#include "Orrenby/Foundation/Requests/Curl.hpp"
 #include "Orrenby/Foundation/Requests/HTTPBodyFormDataPart.hpp"
 #include "Orrenby/Foundation/Requests/HTTPHeaderField.hpp"
 #include "Orrenby/Foundation/Requests/HTTPMediaType.hpp"
