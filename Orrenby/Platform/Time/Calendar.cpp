@@ -17,7 +17,6 @@ using detail::milliseconds;
 using Reckoner = std::unique_ptr<icu::Calendar>;
 
 constexpr double day = 86'400'000;
-constexpr std::int32_t furthestUnit = 10'000'000; // years further off than any moment
 
 /// Units that have one length, in milliseconds; 0 for others.
 double fixedLength(CalendarUnit unit)
@@ -85,15 +84,22 @@ void set(icu::Calendar& reckoner, UCalendarDateFields field, std::optional<std::
         reckoner.set(field, *value - first);
 }
 
-/// Days further off than ICU can reckon with lead out of the calendar anyway.
+/// ICU reckons in 32 bits and does not notice when they overflow. What is within these bounds cannot, all
+/// units taken together.
 bool isTooFar(const DateComponents& components)
 {
-    for (const auto value : {components.era, components.year, components.month, components.day,
-             components.weekday, components.weekOfMonth, components.weekOfYear, components.yearForWeekOfYear,
-             components.dayOfYear})
-        if (value && (*value > furthestUnit || *value < -furthestUnit))
-            return true;
-    return false;
+    const auto isBeyond = [](std::optional<std::int32_t> value, std::int32_t bound) {
+        return value && (*value > bound || *value < -bound);
+    };
+    constexpr std::int32_t years = 5'000'000;
+    constexpr std::int32_t eras = 1'000; // of 60 years, in East Asia
+    constexpr std::int32_t months = 1'000'000;
+    constexpr std::int32_t days = 10'000'000;
+    return isBeyond(components.era, eras) || isBeyond(components.year, years)
+        || isBeyond(components.yearForWeekOfYear, years) || isBeyond(components.month, months)
+        || isBeyond(components.weekOfMonth, months) || isBeyond(components.weekOfYear, months)
+        || isBeyond(components.day, days) || isBeyond(components.weekday, days)
+        || isBeyond(components.dayOfYear, days);
 }
 
 /// The first day of the year of that number in the era of `reckoner`, counted from 4713 B.C.

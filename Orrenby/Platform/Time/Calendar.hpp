@@ -55,7 +55,8 @@ public:
     ///
     /// Years, months, weeks and days are those of the calendar: from noon to noon of the next day is one day,
     /// though the clock was changed between. Hours and less are elapsed time. Weeks are 7 days, whichever of
-    /// the units of weeks is named; a weekday is a day. Nothing for eras, and for dates that are no moment.
+    /// the units of weeks is named; a weekday is a day. Nothing for eras, for dates that are no moment, and
+    /// for 2^31 days and more.
     ///
     /// @snippet Tests/Platform/Time/CalendarTests.cpp Counting between dates
     std::optional<std::int64_t> difference(Unit unit, Date from, Date to) const;
@@ -80,6 +81,8 @@ public:
     ///
     /// A clock time that is skipped when clocks go forward is taken by the clock before the change, so that
     /// 02:30 is 03:30; one that comes twice is the second of both.
+    ///
+    /// Nothing beyond five million years, a million months or weeks, or ten million days, each by itself.
     std::optional<Date> date(const DateComponents& components) const;
 
     /// `date` with so many units more, or less. A day of the month that does not exist becomes the last one:

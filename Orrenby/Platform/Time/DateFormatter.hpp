@@ -89,7 +89,7 @@ public:
     /// year or of a fraction. Units that the format leaves out are those of the start of 1970. Nothing for
     /// text that is no UTF-8, too.
     ///
-    /// @snippet Tests/Platform/Time/DateFormatterTests.cpp Reading a date
+    /// @snippet Tests/Platform/Time/DateFormatterReadingTests.cpp Reading a date
     std::optional<Date> date(std::string_view text) const;
 
     /// As `string`, into a buffer of the caller, without allocating where the format is that of server

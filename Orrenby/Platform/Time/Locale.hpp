@@ -15,9 +15,9 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// A language, with the region whose customs apply: month names, order of fields, digits, calendar.
 ///
-/// It says which, and knows no texts itself: those are ICU's tables, and a locale that has none there falls
-/// back to its language and then to neutral forms. The calendar and the digits are the region's unless the
-/// identifier names others: `ja_JP@calendar=japanese`, `ar_EG@numbers=latn`.
+/// It says which, and knows no texts itself: those are ICU's tables. For a locale that has none there, texts
+/// follow its language, then the locale of the machine. The calendar and the digits are the region's unless
+/// the identifier names others: `ja_JP@calendar=japanese`, `ar_EG@numbers=latn`.
 ///
 /// @snippet Tests/Platform/Time/LocaleTests.cpp Asking for the language
 ///

@@ -1,0 +1,48 @@
+#include "Orrenby/Platform/Time/DateComponents.hpp"
+
+#include "Orrenby/Platform/Objects/Describe.hpp"
+#include <gmock/gmock.h>
+
+using namespace orrenby;
+
+TEST(DateComponents, PrintWhatIsPresent)
+{
+    EXPECT_EQ(
+        describe(DateComponents{.year = 2026, .month = 11, .day = 21}), "year: 2026, month: 11, day: 21");
+    EXPECT_EQ(describe(DateComponents{}), "");
+}
+
+TEST(DateComponents, PrintAllInTheirOrder)
+{
+    const auto all = DateComponents{.era = 1,
+        .year = 2,
+        .month = 3,
+        .isLeapMonth = true,
+        .day = 4,
+        .hour = 5,
+        .minute = 6,
+        .second = 7,
+        .millisecond = 8,
+        .weekday = 9,
+        .weekOfMonth = 10,
+        .weekOfYear = 11,
+        .yearForWeekOfYear = 12,
+        .dayOfYear = -13};
+
+    EXPECT_EQ(describe(all),
+        "era: 1, year: 2, month: 3, isLeapMonth: true, day: 4, hour: 5, minute: 6, second: 7, millisecond: 8, "
+        "weekday: 9, weekOfMonth: 10, weekOfYear: 11, yearForWeekOfYear: 12, dayOfYear: -13");
+}
+
+TEST(DateComponents, CompareMissingUnitsToo)
+{
+    EXPECT_EQ((DateComponents{.day = 1}), (DateComponents{.day = 1}));
+    EXPECT_NE((DateComponents{.day = 1}), (DateComponents{.day = 1, .hour = 0}));
+}
+
+TEST(CalendarUnit, HasAName)
+{
+    EXPECT_EQ(describe(CalendarUnit::Era), "Era");
+    EXPECT_EQ(describe(CalendarUnit::YearForWeekOfYear), "YearForWeekOfYear");
+    EXPECT_EQ(describe(CalendarUnit{200}), "CalendarUnit(200)");
+}
