@@ -14,14 +14,22 @@ bool isLetter(char character)
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
 
-/// The neutral locale in place of one whose language is no code of two to eight letters.
+/// Not one whose language is no code of two to eight letters. Nor what becomes something else when it is made
+/// canonical again: only malformed texts do.
+bool isSound(const icu::Locale& locale)
+{
+    if (locale.isBogus() || icu::Locale::createCanonical(locale.getName()) != locale)
+        return false;
+    const std::string_view language = locale.getLanguage();
+    return language.size() >= 2 && language.size() <= 8
+        && std::all_of(language.begin(), language.end(), isLetter);
+}
+
+/// The neutral locale in place of one that is not sound.
 icu::Locale canonical(const std::string& identifier)
 {
-    auto locale = icu::Locale::createCanonical(identifier.c_str());
-    const std::string_view language = locale.isBogus() ? "" : locale.getLanguage();
-    const bool isLanguage = language.size() >= 2 && language.size() <= 8
-        && std::all_of(language.begin(), language.end(), isLetter);
-    return isLanguage ? locale : icu::Locale::getRoot();
+    const auto locale = icu::Locale::createCanonical(identifier.c_str());
+    return isSound(locale) ? locale : icu::Locale::getRoot();
 }
 
 std::optional<std::string> unlessEmpty(const std::string& code)

@@ -70,6 +70,11 @@ TEST(Locale, IsNeutralForWhatNamesNoLanguage)
     }
 }
 
+TEST(Locale, IsNeutralForATextWithoutAFormOfItsOwn)
+{
+    EXPECT_EQ(Locale("de_DER--------RR\x9E").identifier(), "");
+}
+
 TEST(Locale, IsNeutralForATextThatIsTooLong)
 {
     EXPECT_EQ(Locale(std::string(100'000, 'x')).identifier(), "");
