@@ -2,6 +2,7 @@
 
 #include "FeedPrinter.hpp"
 #include "MarkedText.hpp"
+#include "Orrenby/Platform/Drawing/Font.hpp"
 #include <algorithm>
 #include <memory>
 #include <string_view>
@@ -95,11 +96,12 @@ std::string Card::note(const Report&) const { return ""; }
 
 std::vector<std::string> Card::lines(const NumberedReport& numbered) const
 {
+    const orrenby::TextAttributes title{{orrenby::TextAttribute::font, orrenby::Font::boldSystem(13)}};
     const auto& report = numbered.report;
     std::vector<std::string> lines;
     lines.push_back('#' + std::to_string(numbered.number) + ' '
         + terminal().styled(styleOf(report.severity), padded(nameOf(report.severity)))
-        + marked(terminal(), report.title.text, Style::bold));
+        + marked(terminal(), report.title.text, title));
     lines.push_back(marked(terminal(), report.place.text) + ", by " + report.observer.text);
     if (auto text = note(report); !text.empty())
         lines.push_back(std::move(text));

@@ -1,40 +1,25 @@
 #include "MarkedText.hpp"
 
+#include "Orrenby/Platform/Text/ANSIText.hpp"
+#include "Orrenby/Platform/Text/NSMutableAttributedString.hpp"
 #include "Orrenby/Standard/DetectedData.hpp"
-#include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace fieldbook {
 
-namespace {
-
-/// Each line of the text in that style; nothing is done to empty ones.
-std::string styledLines(const Terminal& terminal, Style style, std::string_view text)
+std::string marked(const Terminal& terminal, std::string_view text, const orrenby::TextAttributes& attributes)
 {
-    std::string result;
-    while (!text.empty()) {
-        const auto end = std::min(text.find('\n'), text.size());
-        if (end > 0)
-            result += terminal.styled(style, text.substr(0, end));
-        if (end < text.size())
-            result += '\n';
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return result;
-}
-
-} // namespace
-
-std::string marked(const Terminal& terminal, std::string_view text, Style style)
-{
-    std::string result;
+    const orrenby::TextAttributes underlined{{orrenby::TextAttribute::underline, true}};
+    orrenby::NSMutableAttributedString result;
     std::size_t done = 0;
     for (const auto& match : orrenby::detect(text)) {
-        result += styledLines(terminal, style, text.substr(done, match.byteOffset - done));
-        result += styledLines(terminal, Style::underlined, match.in(text));
+        result.append(text.substr(done, match.byteOffset - done), attributes);
+        result.append(match.in(text), underlined);
         done = match.byteOffset + match.byteCount;
     }
-    return result + styledLines(terminal, style, text.substr(done));
+    result.append(text.substr(done), attributes);
+    return ansiText(std::move(result).attributedString(), {.isStyled = terminal.isColoured()});
 }
 
 } // namespace fieldbook

@@ -23,6 +23,9 @@ public:
     /// Whether somebody watches.
     bool isInteractive() const { return m_isInteractive; }
 
+    /// Whether styles are welcome.
+    bool isColoured() const { return m_isColoured; }
+
     /// The text, in that style if there are colours.
     std::string styled(Style style, std::string_view text) const;
 

@@ -1,5 +1,6 @@
 #include "Examples/Fieldbook/MarkedText.hpp"
 
+#include "Orrenby/Platform/Drawing/Font.hpp"
 #include <gtest/gtest.h>
 
 namespace {
@@ -8,6 +9,7 @@ using namespace fieldbook;
 
 const Terminal coloured(-1, true);
 const Terminal colourless(-1, false);
+const orrenby::TextAttributes emphasised{{orrenby::TextAttribute::font, orrenby::Font::boldSystem(13)}};
 
 std::string underlined(const std::string& text) { return "\x1B[4m" + text + "\x1B[0m"; }
 std::string bold(const std::string& text) { return "\x1B[1m" + text + "\x1B[0m"; }
@@ -30,15 +32,15 @@ TEST(MarkedText, UnderlinesPostalAddresses)
         "The key is at " + underlined("12 Mill Road, Springfield, IL 62704") + ".");
 }
 
-TEST(MarkedText, KeepsTheStyleAroundWhatIsUnderlined)
+TEST(MarkedText, KeepsTheAttributesAroundWhatIsUnderlined)
 {
-    EXPECT_EQ(marked(coloured, "Ask ines@hut.example now", Style::bold),
+    EXPECT_EQ(marked(coloured, "Ask ines@hut.example now", emphasised),
         bold("Ask ") + underlined("ines@hut.example") + bold(" now"));
 }
 
 TEST(MarkedText, EndsItsStylesWithTheLine)
 {
-    EXPECT_EQ(marked(coloured, "One\n\ntwo\n", Style::bold), bold("One") + "\n\n" + bold("two") + "\n");
+    EXPECT_EQ(marked(coloured, "One\n\ntwo\n", emphasised), bold("One") + "\n\n" + bold("two") + "\n");
     EXPECT_EQ(marked(coloured, "At\n12 Mill Road\nSpringfield, IL 62704\n"),
         "At\n" + underlined("12 Mill Road") + "\n" + underlined("Springfield, IL 62704") + "\n");
 }
@@ -50,11 +52,17 @@ TEST(MarkedText, IsTheTextItselfWhereThereIsNothingToUnderline)
     EXPECT_EQ(marked(coloured, ""), "");
 }
 
+TEST(MarkedText, DoesNotLetATextSteerTheTerminal)
+{
+    EXPECT_EQ(marked(coloured, "a\x1B[2J"), "a\\u{001B}[2J");
+    EXPECT_EQ(marked(colourless, "a\x1B[2J"), "a\\u{001B}[2J");
+}
+
 TEST(MarkedText, IsTheTextItselfWhereStylesAreUnwelcome)
 {
     const auto* const text = "Ask ines@hut.example\nor call (555) 010-9999";
 
-    EXPECT_EQ(marked(colourless, text, Style::bold), text);
+    EXPECT_EQ(marked(colourless, text, emphasised), text);
 }
 
 } // namespace
