@@ -18,7 +18,7 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// Nothing is mended and nothing is normalised: blanks, text beyond ASCII and a "%" without two digits make a
 /// text no URL, and "HTTP://a/b/../c" stays as it is. The parts are views into the text, as they are written
-/// there; `URLComponents` decodes them, and changes them.
+/// there, and valid as long as the URL is; `URLComponents` decodes them, and changes them.
 ///
 /// The empty text is a relative URL, which refers to the document that it stands in.
 ///
