@@ -5,7 +5,6 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
-#include <concepts>
 #include <optional>
 #include <span>
 #include <string>
@@ -16,30 +15,26 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A view of bytes, or of a text's bytes, or of nothing.
 ///
 /// What it was made from must outlive it. Not synchronised.
-class BodyPartValue {
+class ORRENBY_EXPORT BodyPartValue {
 public:
     constexpr BodyPartValue(std::nullopt_t = std::nullopt) noexcept {}
 
-    template <std::convertible_to<std::string_view> Text>
-    BodyPartValue(const Text& text) noexcept
-        : BodyPartValue(std::as_bytes(std::span(std::string_view(text))))
+    // A header that makes a view of each of these costs whoever includes it as much as all else of requests.
+    BodyPartValue(std::string_view text) noexcept;
+    BodyPartValue(const std::string& text) noexcept
+        : BodyPartValue(std::string_view(text))
+    {}
+    BodyPartValue(const char* text) noexcept
+        : BodyPartValue(std::string_view(text))
     {}
     BodyPartValue(std::span<const std::byte> data) noexcept
         : m_bytes(data)
     {}
-    BodyPartValue(const Data& data) noexcept
-        : m_bytes(data)
-    {}
+    BodyPartValue(const Data& data) noexcept;
 
-    BodyPartValue(const std::optional<std::string_view>& text) noexcept
-        : BodyPartValue(text ? BodyPartValue(*text) : BodyPartValue())
-    {}
-    BodyPartValue(const std::optional<std::string>& text) noexcept
-        : BodyPartValue(text ? BodyPartValue(*text) : BodyPartValue())
-    {}
-    BodyPartValue(const std::optional<Data>& data) noexcept
-        : BodyPartValue(data ? BodyPartValue(*data) : BodyPartValue())
-    {}
+    BodyPartValue(const std::optional<std::string_view>& text) noexcept;
+    BodyPartValue(const std::optional<std::string>& text) noexcept;
+    BodyPartValue(const std::optional<Data>& data) noexcept;
 
     constexpr std::optional<std::span<const std::byte>> bytes() const noexcept { return m_bytes; }
 

@@ -102,4 +102,9 @@ std::size_t IndexPath::hash() const noexcept
     return result;
 }
 
+std::strong_ordering operator<=>(const IndexPath& first, const IndexPath& second)
+{
+    return first.m_indexes <=> second.m_indexes;
+}
+
 } // namespace orrenby

@@ -84,10 +84,7 @@ public:
     std::size_t hash() const noexcept;
 
     friend bool operator==(const IndexPath&, const IndexPath&) = default;
-    friend std::strong_ordering operator<=>(const IndexPath& first, const IndexPath& second)
-    {
-        return first.m_indexes <=> second.m_indexes;
-    }
+    ORRENBY_EXPORT friend std::strong_ordering operator<=>(const IndexPath& first, const IndexPath& second);
 
 private:
     void requireItem(int line) const;
