@@ -16,7 +16,7 @@ class Orrenby(ConanFile):
     default_options = {"shared": True, "diagnostics": False}
     exports_sources = "CMakeLists.txt", "cmake/*", "Orrenby/*"
     requires = (
-        "boost/1.81.0",  # JSON tokens, URLs, described classes
+        "boost/1.81.0",  # JSON tokens, described classes
         "fmt/9.1.0",
         "icu/72.1",
         "openssl/[>=3 <4]",
