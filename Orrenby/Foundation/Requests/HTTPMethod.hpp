@@ -6,6 +6,8 @@
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/RawRepresentable.hpp"
 #include <array>
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -53,3 +55,10 @@ inline constexpr std::array allCases<HTTPMethod> = {HTTPMethod(HTTPMethod::get),
     HTTPMethod(HTTPMethod::head)};
 
 } // namespace orrenby
+
+template <> struct std::hash<orrenby::HTTPMethod> {
+    std::size_t operator()(orrenby::HTTPMethod value) const noexcept
+    {
+        return std::hash<int>()(static_cast<orrenby::HTTPMethod::Case>(value));
+    }
+};

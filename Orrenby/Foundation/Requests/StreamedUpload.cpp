@@ -2,6 +2,7 @@
 
 #include "Orrenby/Foundation/Requests/HTTPMediaType.hpp"
 #include "Orrenby/Foundation/Requests/MultipartText.hpp"
+#include "Orrenby/Platform/Objects/Describe.hpp"
 #include "Orrenby/Platform/Objects/Result.hpp"
 #include <utility>
 
@@ -19,6 +20,8 @@ BodyStream framedFile(const detail::MultipartFrame& frame, const std::string& pa
 }
 
 } // namespace
+
+std::string HTTPBodyFile::description() const { return mimetype + ", " + debugDescribe(path); }
 
 StreamedUpload makeStreamedUpload(const HTTPBodyFile& media, const StreamedUploadOptions& options)
 {

@@ -6,7 +6,9 @@
 #include "Orrenby/Foundation/Requests/BodyPart.hpp"
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Net/BodyStream.hpp"
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +20,9 @@ namespace orrenby::inline ORRENBY_ABI {
 struct HTTPBodyFile {
     std::string path = {};
     std::string mimetype = {};
+
+    /// `image/jpeg, "photo.jpg"`
+    ORRENBY_EXPORT std::string description() const;
 
     friend bool operator==(const HTTPBodyFile&, const HTTPBodyFile&) = default;
 };
@@ -72,3 +77,10 @@ ORRENBY_EXPORT void appendBodyPart(BodyStream& body, const BodyFilePart& part);
 ORRENBY_EXPORT void appendClosingDelimiter(BodyStream& body, std::string_view boundary);
 
 } // namespace orrenby
+
+template <> struct std::hash<orrenby::HTTPBodyFile> {
+    std::size_t operator()(const orrenby::HTTPBodyFile& value) const noexcept
+    {
+        return std::hash<std::string>()(value.path) * 31 + std::hash<std::string>()(value.mimetype);
+    }
+};

@@ -3,6 +3,7 @@
 #include "Orrenby/Platform/Objects/Printing.hpp"
 #include <gmock/gmock.h>
 #include <sstream>
+#include <unordered_set>
 
 using namespace orrenby;
 using ::testing::ElementsAre;
@@ -47,6 +48,15 @@ TEST(HTTPMethod, ReadsNoOtherText)
 }
 
 TEST(HTTPMethod, IsGetWithoutAValue) { EXPECT_EQ(HTTPMethod(), HTTPMethod::get); }
+
+TEST(HTTPMethod, IsAMemberOfSets)
+{
+    const std::unordered_set<HTTPMethod> withBody = {HTTPMethod::post, HTTPMethod::put, HTTPMethod::post};
+
+    EXPECT_EQ(withBody.size(), 2U);
+    EXPECT_TRUE(withBody.contains(HTTPMethod::put));
+    EXPECT_FALSE(withBody.contains(HTTPMethod::get));
+}
 
 TEST(HTTPMethod, PrintsItsText)
 {

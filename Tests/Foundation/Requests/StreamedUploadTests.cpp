@@ -188,6 +188,17 @@ TEST(StreamedUpload, SaysBothThingsThatAnUploadMaySay)
     EXPECT_EQ(upload.contentType, "multipart/form-data; boundary=Boundary-" + counted(1));
 }
 
+TEST(HTTPBodyFile, IsAValueOfAPathAndAType)
+{
+    const auto file = HTTPBodyFile{.path = "photo.jpg", .mimetype = "image/jpeg"};
+
+    EXPECT_EQ(file, (HTTPBodyFile{"photo.jpg", "image/jpeg"}));
+    EXPECT_EQ(std::hash<HTTPBodyFile>()(file), std::hash<HTTPBodyFile>()({"photo.jpg", "image/jpeg"}));
+    EXPECT_NE(file, (HTTPBodyFile{"photo.png", "image/jpeg"}));
+    EXPECT_NE(file, (HTTPBodyFile{"photo.jpg", "image/png"}));
+    EXPECT_EQ(describe(file), "image/jpeg, \"photo.jpg\"");
+}
+
 TEST(StreamedUpload, AddsNothingWithoutAValue)
 {
     BodyStream body;
