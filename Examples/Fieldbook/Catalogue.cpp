@@ -22,6 +22,13 @@ const Report* Catalogue::find(int number) const
     return entry != m_reports.end() ? &entry->second : nullptr;
 }
 
+std::string Catalogue::fileOf(int number) const
+{
+    const auto entry = std::find_if(
+        m_numbers.begin(), m_numbers.end(), [&](const auto& known) { return known.second == number; });
+    return entry != m_numbers.end() ? entry->first : "";
+}
+
 std::vector<NumberedReport> Catalogue::sorted(SortOrder order) const
 {
     std::vector<NumberedReport> result;

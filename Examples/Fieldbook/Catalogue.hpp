@@ -35,6 +35,9 @@ public:
     /// The readable report of this number. Empty if there is none at the moment. Valid until the next change.
     const Report* find(int number) const;
 
+    /// The file of this number, whether it is readable or not. Empty if the number was not given.
+    std::string fileOf(int number) const;
+
     /// Whether there is no readable report at the moment.
     bool isEmpty() const { return m_reports.empty(); }
 

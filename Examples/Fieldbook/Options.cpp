@@ -41,6 +41,17 @@ std::optional<std::string> setUser(std::string_view address, Options& options)
     return {};
 }
 
+constexpr std::string_view serviceOption = "--service=";
+
+std::optional<std::string> setService(std::string_view address, Options& options)
+{
+    options.service = orrenby::URL::make(address);
+    const auto scheme = options.service ? options.service->scheme() : std::nullopt;
+    if ((scheme == "http" || scheme == "https") && !options.service->host().value_or("").empty())
+        return {};
+    return "--service takes a URL that begins with http:// or https://";
+}
+
 constexpr std::string_view samplesOption = "--generate=";
 
 std::optional<std::string> setSamples(std::string_view request, Options& options)
@@ -65,6 +76,9 @@ orrenby::Result<Options, std::string> parseOptions(std::span<const char* const> 
             options.link = argument;
         else if (!areOptionsOver && argument.starts_with(userOption)) {
             if (const auto problem = setUser(argument.substr(userOption.size()), options))
+                return Outcome::failure(*problem);
+        } else if (!areOptionsOver && argument.starts_with(serviceOption)) {
+            if (const auto problem = setService(argument.substr(serviceOption.size()), options))
                 return Outcome::failure(*problem);
         } else if (!areOptionsOver && argument.starts_with(samplesOption)) {
             if (const auto problem = setSamples(argument.substr(samplesOption.size()), options))
@@ -99,6 +113,7 @@ LINK, such as fieldbook://report/4, opens the report of that number at once.
   --station=FILE  take the response of a station from FILE: a JSON object with the members user, settings,
                   reports and announcements, any of which may be missing
   --user=ADDRESS  sign in with this e-mail address
+  --service=URL   send reports there, instead of to a service of its own on this machine
   --generate=N[,SEED]
                   make N reports up and write them into FOLDER first; the same ones for the same seed
   --watch         watch until Ctrl-C or a termination request, also without a terminal

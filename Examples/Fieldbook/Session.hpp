@@ -6,6 +6,7 @@
 #include "Catalogue.hpp"
 #include "EventLoop.hpp"
 #include "LifeTrace.hpp"
+#include "Orrenby/Platform/Net/URL.hpp"
 #include "Orrenby/Utilities/EmailAddress.hpp"
 #include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
 #include "Orrenby/Utilities/Streams/PassthroughSubject.hpp"
@@ -40,6 +41,7 @@ struct Session {
     std::optional<std::string> link{};              ///< To be followed as soon as everything is told.
     std::optional<std::filesystem::path> station{}; ///< The file with the station's answer.
     std::optional<orrenby::EmailAddress> user{};    ///< Who is signed in.
+    std::optional<orrenby::URL> service{};          ///< Where reports are sent; nothing for one of its own.
     orrenby::Streams::CurrentValueSubject<Tally, orrenby::Never> tally{Tally()};
     orrenby::Streams::CurrentValueSubject<Ending, orrenby::Never> ending{Ending::none};
     /// What the user typed, or the script in his place.

@@ -1,17 +1,36 @@
 #include "UploadOperation.hpp"
 
-#include "UploadService.hpp"
+#include "Cases.hpp"
+#include "Orrenby/Platform/Net/BodyStreamError.hpp"
+#include <chrono>
 #include <utility>
+#include <variant>
 
 namespace fieldbook {
 
 using Step = UploadProgress::Step;
 
-UploadOperation::UploadOperation(EventLoop& loop, int number, Progress progress, double secondLength)
-    : m_loop(loop)
-    , m_number(number)
+namespace {
+
+bool isDone(int status) { return status >= 200 && status < 300; }
+
+/// Whether the service may think better of it.
+bool isPassing(int status) { return status == 429 || status >= 500; }
+
+std::string wordsFor(const Answer& answer)
+{
+    const auto code = "status " + std::to_string(answer.status);
+    const auto problem = problemIn(answer.body);
+    return problem ? code + ", \"" + *problem + '"' : code;
+}
+
+} // namespace
+
+UploadOperation::UploadOperation(
+    orrenby::Ref<UploadDestination> destination, OutgoingReport report, Progress progress)
+    : m_destination(std::move(destination))
+    , m_report(std::move(report))
     , m_progress(std::move(progress))
-    , m_secondLength(secondLength)
 {}
 
 void UploadOperation::execute(Completion) { attempt(); }
@@ -20,6 +39,7 @@ void UploadOperation::cancel()
 {
     AsyncBaseOperation::cancel();
     m_timer = {};
+    m_exchange = {};
     if (isExecuting())
         finish();
 }
@@ -27,38 +47,121 @@ void UploadOperation::cancel()
 void UploadOperation::attempt()
 {
     ++m_attempt;
-    tell(Step::begins);
-    wait(UploadService::latency, [this] { hear(UploadService::accepts(m_number, m_attempt)); });
+    m_hasRenewedToken = false;
+    tell({.step = Step::begins});
+    if (m_destination->token.empty())
+        signIn();
+    else
+        sendReport();
 }
 
-void UploadOperation::hear(bool isAccepted)
+void UploadOperation::signIn()
 {
-    if (isAccepted)
+    m_hasRenewedToken = true;
+    send(signInRequest(m_destination->service, m_destination->user), {}, &UploadOperation::hearToken);
+}
+
+void UploadOperation::sendReport()
+{
+    m_quarters = 0;
+    try {
+        auto signedRequest = reportRequest(m_destination->service, m_report, m_destination->token);
+        send(std::move(signedRequest.request), std::move(signedRequest.body), &UploadOperation::hearReport);
+    } catch (const orrenby::BodyStreamError& error) {
+        end(Step::isRefused, error.description());
+    }
+}
+
+void UploadOperation::send(
+    orrenby::URLRequest request, orrenby::BodyStream body, void (UploadOperation::*hear)(const Answer&))
+{
+    // The queue keeps the operation until it has finished, and it drops the subscription before.
+    m_exchange = m_destination->transport.send(std::move(request), std::move(body))
+                     .sink([this, hear](const Transport::News::Payload& payload) {
+                         if (payload.isError())
+                             return hearFailure(*payload.asError());
+                         std::visit(Cases{[&](const BytesSent& bytes) { showSent(bytes); },
+                                        [&](const Answer& answer) { (this->*hear)(answer); }},
+                             *payload.asValue());
+                     });
+}
+
+void UploadOperation::hearToken(const Answer& answer)
+{
+    const auto token = isDone(answer.status) ? tokenIn(answer.body) : std::nullopt;
+    if (!token)
+        return hearProblem(answer);
+    m_destination->token = *token;
+    sendReport();
+}
+
+void UploadOperation::hearReport(const Answer& answer)
+{
+    constexpr int notSignedIn = 401;
+    if (isDone(answer.status))
         return end(Step::isSent);
+    if (answer.status != notSignedIn || m_hasRenewedToken)
+        return hearProblem(answer);
+    m_destination->token.clear();
+    signIn();
+}
+
+void UploadOperation::hearProblem(const Answer& answer)
+{
+    if (isPassing(answer.status))
+        tryLater(wordsFor(answer));
+    else
+        end(Step::isRefused, wordsFor(answer));
+}
+
+void UploadOperation::hearFailure(const TransportFailure& failure)
+{
+    using Kind = TransportFailure::Kind;
+    switch (failure.kind) {
+    case Kind::noConnection:
+        return tryLater("no connection: " + failure.reason);
+    case Kind::timedOut:
+        return tryLater("no answer in time");
+    case Kind::brokenOff:
+        return tryLater("broken off: " + failure.reason);
+    case Kind::bodyUnreadable:
+    case Kind::malformed:
+        return end(Step::isRefused, failure.reason);
+    }
+}
+
+void UploadOperation::showSent(const BytesSent& bytes)
+{
+    const auto quarters = static_cast<int>(bytes.sent * 4 / bytes.total);
+    if (quarters <= m_quarters || quarters == 4)
+        return;
+    m_quarters = quarters;
+    tell({.step = Step::sends, .percent = quarters * 25});
+}
+
+void UploadOperation::tryLater(std::string reason)
+{
     const auto seconds = m_retry.nextInterval();
     if (!seconds)
-        return end(Step::isGivenUp);
-    tell(Step::waits, *seconds);
-    wait(*seconds, [this] { attempt(); });
+        return end(Step::isGivenUp, std::move(reason));
+    tell({.step = Step::waits, .seconds = *seconds, .reason = std::move(reason)});
+    m_timer = m_destination->loop.after(
+        std::chrono::milliseconds(static_cast<long>(*seconds * m_destination->secondLength * 1000)),
+        [this] { attempt(); });
 }
 
-void UploadOperation::end(Step step)
+void UploadOperation::tell(UploadProgress progress)
+{
+    progress.number = m_report.number;
+    progress.attempt = m_attempt;
+    m_progress.send(std::move(progress));
+}
+
+void UploadOperation::end(Step step, std::string reason)
 {
     m_timer = {};
-    tell(step);
+    tell({.step = step, .reason = std::move(reason)});
     finish();
-}
-
-void UploadOperation::tell(Step step, double seconds)
-{
-    m_progress.send({step, m_number, m_attempt, seconds});
-}
-
-void UploadOperation::wait(double seconds, EventLoop::Callback callback)
-{
-    // The queue keeps the operation until it has finished, and it cancels the timer before.
-    m_timer = m_loop.after(
-        std::chrono::milliseconds(static_cast<long>(seconds * m_secondLength * 1000)), std::move(callback));
 }
 
 } // namespace fieldbook

@@ -4,45 +4,72 @@
 /// The upload of one report.
 
 #include "EventLoop.hpp"
+#include "Orrenby/Platform/Net/URL.hpp"
 #include "Orrenby/Utilities/AsyncBaseOperation.hpp"
+#include "Orrenby/Utilities/EmailAddress.hpp"
 #include "Orrenby/Utilities/Retry.hpp"
+#include "Orrenby/Utilities/Streams/AnyCancellable.hpp"
 #include "Orrenby/Utilities/Streams/PassthroughSubject.hpp"
+#include "ReportRequests.hpp"
+#include "Transport.hpp"
 #include "UploadProgress.hpp"
+#include <string>
 
 namespace fieldbook {
 
-/// Tries until the service takes the report or the schedule of attempts is over, and tells of each step.
-/// Between the steps it waits on the loop; it blocks nobody.
+/// To whom reports are sent, and in whose name. Uploads share it: one that gets a token leaves it to the
+/// others.
+struct UploadDestination {
+    EventLoop& loop;
+    Transport& transport;
+    orrenby::URL service;
+    orrenby::EmailAddress user;
+    std::string token = {};  ///< Empty until the service gave one.
+    double secondLength = 1; ///< Seconds of real time that a second of a back-off takes.
+};
+
+/// Signs in if nobody has, and tries until the service takes the report, refuses it, or the schedule of
+/// attempts is over. Tells of each step. Between the steps it waits on the loop; it blocks nobody.
 ///
-/// Use from the main thread.
+/// A token that the service does not know any more is replaced once in each attempt. Use from the main
+/// thread.
 class UploadOperation : public orrenby::AsyncBaseOperation {
 public:
     using Progress = orrenby::Streams::PassthroughSubject<UploadProgress, orrenby::Never>;
 
     /// Three attempts more, after 2, 4 and 8 seconds.
-    /// @param loop          Outlives the operation's work.
-    /// @param secondLength  Seconds of real time that a second takes.
-    UploadOperation(EventLoop& loop, int number, Progress progress, double secondLength);
+    UploadOperation(orrenby::Ref<UploadDestination> destination, OutgoingReport report, Progress progress);
 
     void execute(Completion completion) override;
 
-    /// Stops waiting, too.
+    /// Stops waiting and sending, too.
     void cancel() override;
 
 private:
     void attempt();
-    void hear(bool isAccepted);
-    void tell(UploadProgress::Step step, double seconds = 0);
-    void wait(double seconds, EventLoop::Callback callback);
-    void end(UploadProgress::Step step);
+    void signIn();
+    void sendReport();
+    void send(
+        orrenby::URLRequest request, orrenby::BodyStream body, void (UploadOperation::*hear)(const Answer&));
+    void hearToken(const Answer& answer);
+    void hearReport(const Answer& answer);
+    void hearProblem(const Answer& answer);
+    void hearFailure(const TransportFailure& failure);
+    void showSent(const BytesSent& bytes);
 
-    EventLoop& m_loop;
-    int m_number;
+    void tryLater(std::string reason);
+    void tell(UploadProgress progress);
+    void end(UploadProgress::Step step, std::string reason = {});
+
+    orrenby::Ref<UploadDestination> m_destination;
+    OutgoingReport m_report;
     Progress m_progress;
-    double m_secondLength;
     orrenby::Retry m_retry{2, 3, orrenby::Retry::Exponential{2}};
     int m_attempt = 0;
+    int m_quarters = 0; ///< Of the body, that were told.
+    bool m_hasRenewedToken = false;
     EventLoop::Watch m_timer;
+    orrenby::Streams::AnyCancellable m_exchange;
 };
 
 } // namespace fieldbook

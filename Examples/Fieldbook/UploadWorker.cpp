@@ -1,7 +1,9 @@
 #include "UploadWorker.hpp"
 
+#include "CurlTransport.hpp"
 #include "Orrenby/Platform/Scheduling/DispatchQueue.hpp"
-#include <string>
+#include "Photo.hpp"
+#include "Service/Mood.hpp"
 #include <utility>
 
 namespace fieldbook {
@@ -10,6 +12,7 @@ using Step = UploadProgress::Step;
 
 UploadWorker::UploadWorker(Session& session)
     : m_session(session)
+    , m_service(isTakenWhenMoody)
 {
     m_queue.setName("uploads");
     m_queue.setUnderlyingQueue(orrenby::DispatchQueue::main());
@@ -30,20 +33,62 @@ void UploadWorker::willStop()
     m_session.trace.step("UploadWorker stops");
     m_whenDone = nullptr;
     m_queue.cancelAllOperations();
+    m_destination = nullptr;
+    m_transport = nullptr;
+    m_server = nullptr;
 }
 
 void UploadWorker::uploadAll()
 {
+    if (!prepare())
+        return;
     auto count = 0;
-    for (const auto& [number, report] : m_session.catalogue.sorted(m_session.settings->sortOrder.get()))
+    for (auto& [number, report] : m_session.catalogue.sorted(m_session.settings->sortOrder.get()))
         if (m_taken.insert(number).second) {
             ++count;
             ++m_openCount;
-            m_queue.addOperation(
-                orrenby::make<UploadOperation>(m_session.loop, number, m_progress, m_session.secondLength));
+            const auto photo = photoOf(m_session.folder, m_session.catalogue.fileOf(number));
+            m_queue.addOperation(orrenby::make<UploadOperation>(
+                m_destination, OutgoingReport{number, std::move(report), photo}, m_progress));
         }
-    m_session.terminal.print(m_session.terminal.styled(
-        Style::faint, count == 0 ? "= nothing to upload" : "= " + std::to_string(count) + " to upload"));
+    say(Style::faint, count == 0 ? "= nothing to upload" : "= " + std::to_string(count) + " to upload");
+}
+
+bool UploadWorker::prepare()
+{
+    if (!m_session.user) {
+        say(Style::red, "! nobody is signed in: sign in ADDRESS");
+        return false;
+    }
+    if (m_destination && m_destination->user == *m_session.user)
+        return true;
+    const auto service = findService();
+    if (!service)
+        return false;
+    if (!m_transport)
+        m_transport = std::make_unique<CurlTransport>();
+    // A new one for somebody else: uploads that are on their way stay his who began them.
+    m_destination = std::make_shared<UploadDestination>(UploadDestination{
+        m_session.loop, *m_transport, *service, *m_session.user, {}, m_session.secondLength});
+    return true;
+}
+
+std::optional<orrenby::URL> UploadWorker::findService()
+{
+    if (m_session.service)
+        return m_session.service;
+    if (!m_server) {
+        auto started = ServiceServer::start(
+            [this](const ServiceRequest& request) { return m_service.handle(request); });
+        if (const auto problem = started.error()) {
+            say(Style::red, "! no service: " + *problem);
+            return {};
+        }
+        m_server = std::move(started).unwrap();
+        if (m_session.terminal.isInteractive())
+            say(Style::faint, "= a service listens at " + m_server->address());
+    }
+    return orrenby::URL::make(m_server->address());
 }
 
 void UploadWorker::waitForUploads(orrenby::UniqueFunction<void()> whenDone)
@@ -62,27 +107,39 @@ void UploadWorker::show(const UploadProgress& progress)
             return; // the usual case needs no line of its own
         line += "attempt " + std::to_string(progress.attempt);
         break;
+    case Step::sends:
+        line += terminal.styled(Style::faint, std::to_string(progress.percent) + " % on its way");
+        break;
     case Step::waits:
         line += terminal.styled(Style::yellow,
-            "no answer; attempt " + std::to_string(progress.attempt + 1) + " in "
+            progress.reason + "; attempt " + std::to_string(progress.attempt + 1) + " in "
                 + std::to_string(static_cast<int>(progress.seconds)) + " s");
         break;
     case Step::isSent:
         ++m_session.uploads.sent;
         line += terminal.styled(Style::green, "sent");
         break;
+    case Step::isRefused:
+        line += terminal.styled(Style::red, "refused: " + progress.reason);
+        break;
     case Step::isGivenUp:
-        ++m_session.uploads.givenUp;
-        m_taken.erase(progress.number);
-        line += terminal.styled(
-            Style::red, "given up after " + std::to_string(progress.attempt) + " attempts");
+        line += terminal.styled(Style::red,
+            "given up after " + std::to_string(progress.attempt) + " attempts: " + progress.reason);
         break;
     }
     m_session.terminal.print(line);
-    if (progress.step == Step::isSent || progress.step == Step::isGivenUp) {
-        --m_openCount;
-        callWhenDone();
-    }
+    if (progress.step == Step::isRefused || progress.step == Step::isGivenUp) {
+        ++m_session.uploads.givenUp;
+        m_taken.erase(progress.number);
+    } else if (progress.step != Step::isSent)
+        return;
+    --m_openCount;
+    callWhenDone();
+}
+
+void UploadWorker::say(Style style, const std::string& text)
+{
+    m_session.terminal.print(m_session.terminal.styled(style, text));
 }
 
 void UploadWorker::callWhenDone()

@@ -84,8 +84,8 @@ int runIn(const std::filesystem::path& folder, Course course, const Options& opt
     }
     auto loop = EventLoop();
     auto trace = LifeTrace(terminal);
-    auto session = Session{
-        loop, terminal, trace, folder, course, options.link, stationOf(options), options.user};
+    auto session = Session{loop, terminal, trace, folder, course, options.link, stationOf(options),
+        options.user, options.service};
     if (course == Course::script)
         session.secondLength = terminal.isInteractive() ? 0.25 : 0;
     live(session);

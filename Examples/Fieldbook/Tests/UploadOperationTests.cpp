@@ -3,25 +3,89 @@
 #include "Orrenby/Platform/Scheduling/DispatchQueue.hpp"
 #include "Orrenby/Platform/Scheduling/OperationQueue.hpp"
 #include "Orrenby/Testing/VirtualWorld.hpp"
+#include "Orrenby/Utilities/Streams/More/Create.hpp"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
 namespace {
 
 using namespace fieldbook;
+using orrenby::operator""_email;
+using orrenby::operator""_url;
 using orrenby::testing::VirtualWorld;
 using Step = UploadProgress::Step;
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+const Answer taken = {201, "{}"};
+const Answer busy = {503, R"({"problem": "Too busy."})"};
+
+/// Answers half a second after it was asked: with a token, and to reports with what it is told to.
+class AnsweringTransport : public Transport {
+public:
+    explicit AnsweringTransport(EventLoop& loop)
+        : m_loop(loop)
+    {}
+
+    News send(orrenby::URLRequest request, orrenby::BodyStream body) override
+    {
+        const auto token = request.httpHeader("X-Auth-Token").value_or("nobody");
+        asked.push_back(request.httpMethod() + ' ' + std::string(request.url().path()) + ' ' + token);
+        const bool isReport = request.httpMethod() == "PUT";
+        const auto answer = isReport
+            ? nextAnswer()
+            : Answer{201, R"({"token": "t)" + std::to_string(++m_tokenCount) + "\"}"};
+        const auto progress = isReport ? bytes : std::vector<BytesSent>();
+        lengths.push_back(body.length());
+        return orrenby::Streams::create<TransportNews, TransportFailure>(
+            [this, answer, progress](
+                orrenby::Streams::PassthroughSubject<TransportNews, TransportFailure> subject) {
+                auto timer = std::make_shared<EventLoop::Watch>();
+                *timer = m_loop.after(std::chrono::milliseconds(500), [subject, answer, progress, this] {
+                    if (failure)
+                        return subject.send(*failure);
+                    for (const auto& part : progress)
+                        subject.send(TransportNews(part));
+                    subject.send(TransportNews(answer));
+                });
+                return [timer] { *timer = {}; };
+            });
+    }
+
+    std::vector<Answer> answers; ///< The last one from then on.
+    std::vector<BytesSent> bytes;
+    std::optional<TransportFailure> failure;
+    std::vector<std::string> asked;
+    std::vector<std::uint64_t> lengths;
+
+private:
+    Answer nextAnswer()
+    {
+        const auto answer = answers.front();
+        if (answers.size() > 1)
+            answers.erase(answers.begin());
+        return answer;
+    }
+
+    EventLoop& m_loop;
+    int m_tokenCount = 0;
+};
 
 class UploadOperationTest : public ::testing::Test {
 protected:
     /// Uploads in a queue of the main thread. `steps` is what was told, and when.
-    orrenby::Ref<UploadOperation> upload(int number)
+    orrenby::Ref<UploadOperation> upload(std::vector<Answer> answers, std::optional<Photo> photo = {})
     {
+        transport.answers = std::move(answers);
         queue.setUnderlyingQueue(orrenby::DispatchQueue::main());
-        auto operation = orrenby::make<UploadOperation>(loop, number, progress, 1.0);
+        auto report = Report{
+            .title = Line{"Rope frayed"}, .place = Line{"Quay"}, .observer = Line{"Nils"}, .body = {}};
+        auto operation = orrenby::make<UploadOperation>(
+            destination, OutgoingReport{7, std::move(report), std::move(photo)}, progress);
         queue.addOperation(operation);
         return operation;
     }
@@ -29,48 +93,150 @@ protected:
     using Told = std::pair<double, Step>;
     VirtualWorld world;
     EventLoop loop;
+    AnsweringTransport transport{loop};
     orrenby::OperationQueue queue;
     UploadOperation::Progress progress;
+    orrenby::Ref<UploadDestination> destination = std::make_shared<UploadDestination>(
+        UploadDestination{loop, transport, "http://127.0.0.1:1"_url, "ada@hut.example"_email, "t0"});
     std::vector<Told> steps;
-    orrenby::Streams::AnyCancellable handle = progress.asPublisher().bind(
-        [this](const UploadProgress& step) { steps.emplace_back(world.elapsed(), step.step); });
+    std::vector<UploadProgress> told;
+    orrenby::Streams::AnyCancellable handle = progress.asPublisher().bind([this](const UploadProgress& step) {
+        steps.emplace_back(world.elapsed(), step.step);
+        told.push_back(step);
+    });
 };
 
 TEST_F(UploadOperationTest, IsSentAtOnceWhenTheServiceTakesIt)
 {
-    const auto operation = upload(6);
+    const auto operation = upload({taken});
 
     world.runAll();
 
     EXPECT_THAT(steps, ElementsAre(Told(0, Step::begins), Told(0.5, Step::isSent)));
+    EXPECT_THAT(transport.asked, ElementsAre("PUT /reports/7 t0"));
     EXPECT_TRUE(operation->isFinished());
+}
+
+TEST_F(UploadOperationTest, SignsInFirstWhereNobodyHas)
+{
+    destination->token.clear();
+    upload({taken});
+
+    world.runAll();
+
+    EXPECT_THAT(transport.asked, ElementsAre("POST /session nobody", "PUT /reports/7 t1"));
+    EXPECT_THAT(steps, ElementsAre(Told(0, Step::begins), Told(1, Step::isSent)));
+    EXPECT_EQ(destination->token, "t1");
+}
+
+TEST_F(UploadOperationTest, RenewsATokenThatTheServiceHasForgotten)
+{
+    upload({{401, "{}"}, taken});
+
+    world.runAll();
+
+    EXPECT_THAT(
+        transport.asked, ElementsAre("PUT /reports/7 t0", "POST /session nobody", "PUT /reports/7 t1"));
+    EXPECT_EQ(told.back().step, Step::isSent);
+}
+
+TEST_F(UploadOperationTest, IsRefusedWhenANewTokenIsNoBetter)
+{
+    upload({{401, R"({"problem": "Nobody is signed in with this token."})"}});
+
+    world.runAll();
+
+    EXPECT_EQ(transport.asked.size(), 3U);
+    EXPECT_EQ(told.back().step, Step::isRefused);
+    EXPECT_EQ(told.back().reason, "status 401, \"Nobody is signed in with this token.\"");
 }
 
 TEST_F(UploadOperationTest, WaitsLongerAfterEachFailure)
 {
-    upload(2);
+    upload({busy, busy, taken});
 
     world.runAll();
 
     EXPECT_THAT(steps,
         ElementsAre(Told(0, Step::begins), Told(0.5, Step::waits), Told(2.5, Step::begins),
             Told(3, Step::waits), Told(7, Step::begins), Told(7.5, Step::isSent)));
+    EXPECT_EQ(told[1].reason, "status 503, \"Too busy.\"");
 }
 
 TEST_F(UploadOperationTest, GivesUpWhenTheScheduleIsOver)
 {
-    const auto operation = upload(3);
+    const auto operation = upload({busy});
 
     world.runAll();
 
     EXPECT_EQ(steps.back(), Told(16, Step::isGivenUp));
+    EXPECT_EQ(told.back().attempt, 4);
     EXPECT_TRUE(operation->isFinished());
     EXPECT_EQ(queue.operationCount(), 0U);
 }
 
+TEST_F(UploadOperationTest, DoesNotAskAgainWhenTheServiceDoesNotWantTheReport)
+{
+    upload({{400, "no JSON"}});
+
+    world.runAll();
+
+    EXPECT_THAT(steps, ElementsAre(Told(0, Step::begins), Told(0.5, Step::isRefused)));
+    EXPECT_EQ(told.back().reason, "status 400");
+}
+
+TEST_F(UploadOperationTest, TriesAgainWhereNobodyListens)
+{
+    transport.failure = {TransportFailure::Kind::noConnection, "nobody listens"};
+    upload({taken});
+    world.advance(2);
+    EXPECT_EQ(told.back().reason, "no connection: nobody listens");
+
+    transport.failure = {};
+    world.runAll();
+
+    EXPECT_EQ(steps.back(), Told(3, Step::isSent));
+}
+
+TEST_F(UploadOperationTest, IsRefusedWhenItsBodyCannotBeRead)
+{
+    transport.failure = {TransportFailure::Kind::bodyUnreadable, "the photo shrank"};
+    upload({taken});
+
+    world.runAll();
+
+    EXPECT_THAT(steps, ElementsAre(Told(0, Step::begins), Told(0.5, Step::isRefused)));
+    EXPECT_EQ(told.back().reason, "the photo shrank");
+}
+
+TEST_F(UploadOperationTest, IsRefusedWithoutItsPhoto)
+{
+    upload({taken}, Photo{"missing.png", "image/png"});
+
+    world.runAll();
+
+    EXPECT_THAT(steps, ElementsAre(Told(0, Step::begins), Told(0, Step::isRefused)));
+    EXPECT_THAT(told.back().reason, ::testing::HasSubstr("missing.png"));
+    EXPECT_THAT(transport.asked, IsEmpty());
+}
+
+TEST_F(UploadOperationTest, TellsOfEachQuarterOnceAndNotOfTheLast)
+{
+    transport.bytes = {{10, 100}, {25, 100}, {49, 100}, {80, 100}, {99, 100}, {100, 100}};
+    upload({taken});
+
+    world.runAll();
+
+    std::vector<int> percents;
+    for (const auto& step : told)
+        if (step.step == Step::sends)
+            percents.push_back(step.percent);
+    EXPECT_THAT(percents, ElementsAre(25, 75));
+}
+
 TEST_F(UploadOperationTest, EndsAtOnceWhenItIsCancelledWhileItWaits)
 {
-    const auto operation = upload(3);
+    const auto operation = upload({busy});
     world.advance(1);
 
     operation->cancel();
@@ -79,6 +245,18 @@ TEST_F(UploadOperationTest, EndsAtOnceWhenItIsCancelledWhileItWaits)
     EXPECT_TRUE(operation->isFinished());
     EXPECT_THAT(steps, ElementsAre(Told(0, Step::begins), Told(0.5, Step::waits)));
     EXPECT_EQ(queue.operationCount(), 0U);
+}
+
+TEST_F(UploadOperationTest, EndsAtOnceWhenItIsCancelledWhileItSends)
+{
+    const auto operation = upload({taken});
+    world.advance(0.25);
+
+    operation->cancel();
+    world.runAll();
+
+    EXPECT_TRUE(operation->isFinished());
+    EXPECT_THAT(steps, ElementsAre(Told(0, Step::begins)));
 }
 
 } // namespace
