@@ -14,6 +14,8 @@ namespace {
 
 using detail::isOn;
 
+constexpr detail::StopBytes stops("\xD8"); // of U+061C
+
 /// Whether a terminal would obey the character, or show what follows it in another place.
 bool isHarmful(char32_t scalar) noexcept
 {
@@ -100,7 +102,11 @@ std::string ansiText(const NSAttributedString& text, const ANSITextOptions& opti
             piece.clear();
         };
         auto behind = std::string_view(text.string()).substr(run.byteOffset);
-        forEachScalar(run.in(text.string()), [&](char32_t scalar) {
+        const auto appendPlain = [&](std::string_view plain) {
+            piece += plain;
+            behind.remove_prefix(plain.size());
+        };
+        detail::forEachPiece(run.in(text.string()), stops, appendPlain, [&](char32_t scalar) {
             behind.remove_prefix(utf8Length(scalar));
             if (scalar == '\r' && behind.starts_with('\n'))
                 return;

@@ -18,6 +18,8 @@ namespace {
 
 using detail::isOn;
 
+constexpr detail::StopBytes stops("&<>\"'");
+
 void appendEscaped(std::string& html, char32_t scalar)
 {
     switch (scalar) {
@@ -157,7 +159,11 @@ private:
     void addContent(std::string_view text, const std::optional<NSTextAttachment>& attachment)
     {
         const auto image = attachment ? imageElement(*attachment, m_options.attachmentText) : std::string();
-        forEachScalar(text, [&](char32_t scalar) {
+        const auto appendPlain = [&](std::string_view plain) {
+            html += plain;
+            m_last = 0;
+        };
+        detail::forEachPiece(text, stops, appendPlain, [&](char32_t scalar) {
             const bool isSecondHalf = m_last == '\r' && scalar == '\n'; // of one line end
             m_last = scalar;
             if (isSecondHalf)
@@ -189,7 +195,9 @@ std::string escapedHTML(std::string_view text)
 {
     std::string html;
     html.reserve(text.size());
-    forEachScalar(text, [&](char32_t scalar) { appendEscaped(html, scalar); });
+    const auto appendPlain = [&](std::string_view plain) { html += plain; };
+    detail::forEachPiece(replacingInvalidUTF8(std::string(text)), stops, appendPlain,
+        [&](char32_t scalar) { appendEscaped(html, scalar); });
     return html;
 }
 
