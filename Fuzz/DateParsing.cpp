@@ -4,6 +4,7 @@
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include "Orrenby/Platform/Time/DateFormatter.hpp"
 #include "Tests/Platform/Time/ICUTimestamps.hpp"
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -52,15 +53,31 @@ bool hasBlanks(const icu::UnicodeString& text)
     return false;
 }
 
-/// What ICU reads, but for blanks, a missing end and what is no text, which a strict reader refuses.
+/// The digits of the longest number, in any script.
+int longestNumber(const icu::UnicodeString& text)
+{
+    int longest = 0;
+    int digits = 0;
+    for (std::int32_t place = 0; place < text.length(); place = text.moveIndex32(place, 1)) {
+        digits = u_isdigit(text.char32At(place)) ? digits + 1 : 0;
+        longest = std::max(longest, digits);
+    }
+    return longest;
+}
+
+/// What ICU reads, but for blanks, a missing end, numbers that overflow and what is no text, which a strict
+/// reader refuses.
 void requireReadAsByICU(std::string_view text)
 {
+    constexpr int digitsOfYears = 6;
+    constexpr int digitsOfFractions = 9;
     const auto date = timestamps().date(text);
-    if (!isValidUTF8(text) || !text.ends_with('Z')
-        || hasBlanks(icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())}))) {
-        requireThat(!date);
-        return;
-    }
+    const auto units = icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
+    const auto digits = longestNumber(units);
+    if (!isValidUTF8(text) || !text.ends_with('Z') || hasBlanks(units) || digits > digitsOfFractions)
+        return requireThat(!date);
+    if (digits > digitsOfYears)
+        return; // in a fraction it is read, in a year ICU would overflow
     const auto judged = judge().read(text);
     requireThat(date.has_value() == judged.has_value());
     requireThat(!date || date->secondsSince1970() == *judged / 1'000);

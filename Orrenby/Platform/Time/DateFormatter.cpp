@@ -13,6 +13,7 @@
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
 #include <utility>
+#include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
 
@@ -58,33 +59,86 @@ void setCentury(icu::SimpleDateFormat& format)
 
 bool isLetter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z'); }
 
+/// Knows what of that which ICU reads a strict reader has to refuse.
+///
 /// ICU reads a text that ends before the last signs of the pattern do, and skips white space before fields.
-/// This knows what of that a strict reader has to refuse.
+/// Numbers of many digits overflow in it, up to a division by zero that ends the process.
 class Strictness {
 public:
     explicit Strictness(const icu::UnicodeString& pattern)
     {
         bool isQuoted = false;
+        char16_t field = 0;
         for (std::int32_t place = 0; place < pattern.length(); ++place) {
             const char16_t unit = pattern[place];
-            if (unit == u'\'') {
-                if (place + 1 < pattern.length() && pattern[place + 1] == u'\'')
-                    addSign(pattern[++place]);
-                else
-                    isQuoted = !isQuoted;
+            const bool isDoubled = unit == u'\'' && place + 1 < pattern.length()
+                && pattern[place + 1] == unit;
+            if (unit == u'\'' && !isDoubled) {
+                isQuoted = !isQuoted;
             } else if (isLetter(unit) && !isQuoted) {
-                addField(unit, place > 0 && pattern[place - 1] == unit);
+                addLetter(unit, field);
+                field = unit;
             } else {
                 addSign(unit);
+                field = 0;
+                place += isDoubled ? 1 : 0;
             }
         }
     }
 
     bool admits(const icu::UnicodeString& text) const
     {
-        if (!text.endsWith(m_end))
-            return false;
-        if (m_mayHoldBlanks)
+        return text.endsWith(m_end) && admitsBlanks(text) && admitsNumbers(text);
+    }
+
+private:
+    /// Numeric fields without a sign between them. Each of several has the digits that it has letters; one
+    /// alone may have more.
+    struct Number {
+        std::int32_t digits = 0;
+        bool isAlone = true;
+        bool isLong = false;
+
+        std::int32_t limit() const
+        {
+            constexpr std::int32_t digitsOfYears = 6;
+            constexpr std::int32_t digitsOfFractions = 9;
+            return isAlone ? std::max(digits, isLong ? digitsOfFractions : digitsOfYears) : digits;
+        }
+    };
+
+    void addSign(char16_t unit)
+    {
+        m_end += unit;
+        m_hasDigits = m_hasDigits || u_isdigit(unit);
+        if (!u_isUWhiteSpace(unit))
+            return;
+        m_hasBlanks = true;
+        m_beginsBlank = m_beginsBlank || !m_hasFields;
+    }
+
+    void addLetter(char16_t letter, char16_t previous)
+    {
+        constexpr std::u16string_view numbers = u"yYuUMLdDFHhKkmsSAgwWQqr";
+        constexpr std::u16string_view names = u"MLQqU"; // with three letters or more
+        constexpr std::u16string_view longOnes = u"SAg";
+        m_length = letter == previous ? m_length + 1 : 1;
+        if (numbers.find(letter) == std::u16string_view::npos
+            || (m_length > 2 && names.find(letter) != std::u16string_view::npos))
+            m_hasNames = true;
+        if (previous == 0)
+            m_numbers.emplace_back();
+        auto& number = m_numbers.back();
+        ++number.digits;
+        number.isAlone = number.isAlone && (previous == 0 || previous == letter);
+        number.isLong = longOnes.find(letter) != std::u16string_view::npos;
+        m_hasFields = true;
+        m_end.remove();
+    }
+
+    bool admitsBlanks(const icu::UnicodeString& text) const
+    {
+        if (m_hasBlanks || m_hasNames)
             return m_beginsBlank || !u_isUWhiteSpace(text.char32At(0));
         for (std::int32_t place = 0; place < text.length(); ++place)
             if (u_isUWhiteSpace(text[place]))
@@ -92,31 +146,42 @@ public:
         return true;
     }
 
-private:
-    void addSign(char16_t unit)
+    /// One number after the other against that of the pattern, unless names or signs may hold digits too.
+    bool admitsNumbers(const icu::UnicodeString& text) const
     {
-        m_end += unit;
-        if (!u_isUWhiteSpace(unit))
-            return;
-        m_mayHoldBlanks = true;
-        m_beginsBlank = m_beginsBlank || !m_hasFields;
-    }
-    void addField(char16_t letter, bool isContinued)
-    {
-        constexpr std::u16string_view numbers = u"yYuUMLdDFHhKkmsSAwWQq";
-        constexpr std::u16string_view maybeNames = u"MLQqU";
-        m_length = isContinued ? m_length + 1 : 1;
-        const bool isNumber = numbers.find(letter) != std::u16string_view::npos
-            && (m_length < 3 || maybeNames.find(letter) == std::u16string_view::npos);
-        m_mayHoldBlanks = m_mayHoldBlanks || !isNumber;
-        m_hasFields = true;
-        m_end.remove();
+        std::size_t number = 0;
+        std::int32_t digits = 0;
+        for (std::int32_t place = 0; place <= text.length(); place = text.moveIndex32(place, 1)) {
+            if (place < text.length() && u_isdigit(text.char32At(place))) {
+                ++digits;
+            } else if (digits > 0) {
+                if (digits > limitOf(number++))
+                    return false;
+                digits = 0;
+            }
+            if (place == text.length())
+                break;
+        }
+        return true;
     }
 
+    std::int32_t limitOf(std::size_t number) const
+    {
+        if (!m_hasNames && !m_hasDigits)
+            return number < m_numbers.size() ? m_numbers[number].limit() : 0;
+        std::int32_t limit = 0;
+        for (const auto& any : m_numbers)
+            limit = std::max(limit, any.limit());
+        return limit;
+    }
+
+    std::vector<Number> m_numbers;
     icu::UnicodeString m_end; ///< The signs after the last field.
-    int m_length = 0;         ///< Of the field.
+    int m_length = 0;         ///< Letters of the field.
     bool m_hasFields = false;
-    bool m_mayHoldBlanks = false; ///< The pattern has some, or a name that may.
+    bool m_hasNames = false;
+    bool m_hasDigits = false; ///< Among the signs.
+    bool m_hasBlanks = false;
     bool m_beginsBlank = false;
 };
 

@@ -85,9 +85,9 @@ public:
     /// The date that the whole text stands for.
     ///
     /// Strict: fields out of their range, a missing or surplus character and white space where the format has
-    /// none give nothing; upper and lower case of names does not count, nor does the number of digits of a
-    /// year or of a fraction. Units that the format leaves out are those of the start of 1970. Nothing for
-    /// text that is no UTF-8, too.
+    /// none give nothing. Upper and lower case of names does not count, nor does the number of digits of a
+    /// year, up to six, or of a fraction, up to nine. Units that the format leaves out are those of the start
+    /// of 1970. Nothing for text that is no UTF-8, too.
     ///
     /// @snippet Tests/Platform/Time/DateFormatterReadingTests.cpp Reading a date
     std::optional<Date> date(std::string_view text) const;

@@ -105,6 +105,33 @@ TEST(DateFormatterReading, ReadsLongYearsAndFractions)
     EXPECT_EQ(formatter->date("2020-01-02T03:04:05.6789Z"), Date(1'577'934'245.678));
 }
 
+TEST(DateFormatterReading, RefusesNumbersThatOverflow)
+{
+    const auto formatter = reader(serverFormat);
+    const auto digits = [](std::size_t count) { return std::string(count, '1'); };
+
+    EXPECT_NE(formatter->date("2020-01-02T03:04:05." + digits(9) + "Z"), std::nullopt);
+    EXPECT_NE(formatter->date(digits(6) + "-01-02T03:04:05.678Z"), std::nullopt);
+    for (const std::size_t count : {10, 13, 14, 34, 35, 36, 66, 67, 1'000'000}) {
+        EXPECT_EQ(formatter->date("2020-01-02T03:04:05." + digits(count) + "Z"), std::nullopt) << count;
+        EXPECT_EQ(formatter->date(digits(count) + "-01-02T03:04:05.678Z"), std::nullopt) << count;
+        EXPECT_EQ(formatter->date("2020-01-02T03:04:" + digits(count) + ".678Z"), std::nullopt) << count;
+    }
+    EXPECT_EQ(formatter->date("2020-01-02T03:04:05." + digits(40) + "\u0661\u0661Z"), std::nullopt);
+    EXPECT_EQ(
+        reader("d MMMM y h:mm:ss.SSS a")->date("2 May 2020 3:04:05." + digits(35) + " AM"), std::nullopt);
+    EXPECT_EQ(reader("'v1' S")->date("v1 " + digits(35)), std::nullopt);
+    EXPECT_EQ(reader("y")->date(digits(7)), std::nullopt);
+}
+
+TEST(DateFormatterReading, ReadsFieldsThatNoSignSeparates)
+{
+    EXPECT_EQ(reader("yyyyMMddHHmmssSSS")->date("20200102030405678"), Date(1'577'934'245.678));
+    EXPECT_EQ(reader("yyyyMMdd'T'HHmmss.SSS")->date("20200102T030405.678"), Date(1'577'934'245.678));
+    EXPECT_EQ(reader("yyyyMMddHHmmssSSS")->date("202001020304056781"), std::nullopt);
+    EXPECT_EQ(reader("yyyyMMdd'T'HHmmss.SSS")->date("20200102T030405.6781111111111111"), std::nullopt);
+}
+
 TEST(DateFormatterReading, ReadsNamesInUpperAndLowerCase)
 {
     EXPECT_EQ(reader("d MMMM y")->date("2 JANUARY 2020"), Date(1'577'923'200));
