@@ -117,7 +117,7 @@ void requireNames(std::string_view text)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const auto& minutes = formatter("yyyy-MM-dd HH:mm", "en_US");
-    static const auto& months = formatter("d. MMMM y G", "de_DE");
+    static const auto& months = formatter("d. MMMM yyyy G", "de_DE");
     static const auto& persian = formatter("yyyy/MM/dd", "fa_IR");
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     requireReadAsByICU(text);
