@@ -1,6 +1,7 @@
 #include "Card.hpp"
 
 #include "FeedPrinter.hpp"
+#include "Language.hpp"
 #include "MarkedText.hpp"
 #include "Orrenby/Platform/Drawing/Font.hpp"
 #include <algorithm>
@@ -102,7 +103,8 @@ std::vector<std::string> Card::lines(const NumberedReport& numbered) const
     lines.push_back('#' + std::to_string(numbered.number) + ' '
         + terminal().styled(styleOf(report.severity), padded(nameOf(report.severity)))
         + marked(terminal(), report.title.text, title));
-    lines.push_back(marked(terminal(), report.place.text) + ", by " + report.observer.text);
+    lines.push_back(marked(terminal(), report.place.text) + ", by " + report.observer.text
+        + (report.date ? ", " + shownDate(*report.date) : ""));
     if (auto text = note(report); !text.empty())
         lines.push_back(std::move(text));
     if (m_style.isDetailed && report.body)

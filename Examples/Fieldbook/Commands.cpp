@@ -1,6 +1,7 @@
 #include "Commands.hpp"
 
 #include "DeepLink.hpp"
+#include "Language.hpp"
 
 namespace fieldbook {
 
@@ -13,6 +14,11 @@ Command parseCommand(std::string_view line)
     if (constexpr std::string_view samples = "samples "; line.starts_with(samples)) {
         if (const auto request = sampleRequestIn(line.substr(samples.size())))
             return MakeSamples{*request};
+        return Unknown{};
+    }
+    if (constexpr std::string_view language = "language "; line.starts_with(language)) {
+        if (const auto named = languageNamed(line.substr(language.size())))
+            return Speak{*named};
         return Unknown{};
     }
     if (line == "upload")
@@ -30,7 +36,7 @@ Command parseCommand(std::string_view line)
 std::string_view commandHelp()
 {
     return "sort number|severity|place, details on|off, fieldbook://report/NUMBER, sign in ADDRESS, "
-           "samples NUMBER [SEED], upload, end";
+           "samples NUMBER [SEED], language CODE, upload, end";
 }
 
 } // namespace fieldbook

@@ -3,6 +3,7 @@
 /// @file
 /// What a user may type.
 
+#include "Orrenby/Platform/Time/Locale.hpp"
 #include "SampleFiles.hpp"
 #include "Settings.hpp"
 #include <string>
@@ -31,6 +32,10 @@ struct MakeSamples {
     SampleRequest request;
     friend bool operator==(const MakeSamples&, const MakeSamples&) = default;
 };
+struct Speak {
+    orrenby::Locale language;
+    friend bool operator==(const Speak&, const Speak&) = default;
+};
 struct Upload {
     friend bool operator==(const Upload&, const Upload&) = default;
 };
@@ -41,7 +46,7 @@ struct Unknown {
     friend bool operator==(const Unknown&, const Unknown&) = default;
 };
 
-using Command = std::variant<Sort, ShowDetails, Follow, SignIn, MakeSamples, Upload, End, Unknown>;
+using Command = std::variant<Sort, ShowDetails, Follow, SignIn, MakeSamples, Speak, Upload, End, Unknown>;
 
 /// Reads a line, such as `sort severity` or `samples 5 autumn`: what `commandHelp` names. The words are taken
 /// as they stand, with one blank between them.

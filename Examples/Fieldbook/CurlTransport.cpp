@@ -24,6 +24,7 @@ using Subject = orrenby::Streams::PassthroughSubject<TransportNews, TransportFai
 using Kind = TransportFailure::Kind;
 
 constexpr std::size_t answerLimit = 1024 * 1024;
+constexpr long pieceSize = 16L * 1024; // small, so that people see photos go out
 
 struct EndCurl {
     void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
@@ -119,6 +120,7 @@ private:
         curl_easy_setopt(handle, CURLOPT_NOPROGRESS, 0L);
         if (m_body.length() > 0) {
             curl_easy_setopt(handle, CURLOPT_UPLOAD, 1L);
+            curl_easy_setopt(handle, CURLOPT_UPLOAD_BUFFERSIZE, pieceSize);
             curl_easy_setopt(handle, CURLOPT_READFUNCTION, &Exchange::read);
             curl_easy_setopt(handle, CURLOPT_READDATA, this);
             curl_easy_setopt(handle, CURLOPT_SEEKFUNCTION, &Exchange::seek);

@@ -1,6 +1,7 @@
 #include "FeedPrinter.hpp"
 
 #include "Cases.hpp"
+#include "Language.hpp"
 #include "Text.hpp"
 #include <cstddef>
 #include <string>
@@ -69,7 +70,9 @@ void FeedPrinter::printReport(Style style, char mark, const std::string& file, c
     m_terminal.print(m_terminal.styled(style, std::string(1, mark)) + ' '
         + m_terminal.styled(styleOf(report.severity), padded(nameOf(report.severity))) + '#'
         + std::to_string(m_catalogue.numberOf(file)) + ' ' + m_terminal.styled(Style::bold, report.title.text)
-        + ", " + report.place.text + m_terminal.styled(Style::faint, " (" + report.observer.text + ")"));
+        + ", " + report.place.text
+        + m_terminal.styled(Style::faint,
+            " (" + report.observer.text + (report.date ? ", " + shownDate(*report.date) : "") + ")"));
 }
 
 void FeedPrinter::printText(Style style, char mark, std::string_view what, std::string_view text)

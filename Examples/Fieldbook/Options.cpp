@@ -1,6 +1,7 @@
 #include "Options.hpp"
 
 #include "DeepLink.hpp"
+#include "Language.hpp"
 #include "SignIn.hpp"
 #include "Text.hpp"
 #include <utility>
@@ -52,6 +53,16 @@ std::optional<std::string> setService(std::string_view address, Options& options
     return "--service takes a URL that begins with http:// or https://";
 }
 
+constexpr std::string_view languageOption = "--language";
+
+std::optional<std::string> setLanguage(std::string_view name, Options& options)
+{
+    options.language = languageNamed(name);
+    if (options.language)
+        return {};
+    return "--language takes a code such as de or pt_BR";
+}
+
 constexpr std::string_view samplesOption = "--generate=";
 
 std::optional<std::string> setSamples(std::string_view request, Options& options)
@@ -69,13 +80,24 @@ orrenby::Result<Options, std::string> parseOptions(std::span<const char* const> 
 {
     Options options;
     bool areOptionsOver = false;
+    bool isLanguageNext = false;
     for (const std::string_view argument : arguments) {
+        if (std::exchange(isLanguageNext, false)) {
+            if (const auto problem = setLanguage(argument, options))
+                return Outcome::failure(*problem);
+            continue;
+        }
         if (!areOptionsOver && argument == "--")
             areOptionsOver = true;
         else if (!areOptionsOver && argument.starts_with(DeepLink::scheme))
             options.link = argument;
         else if (!areOptionsOver && argument.starts_with(userOption)) {
             if (const auto problem = setUser(argument.substr(userOption.size()), options))
+                return Outcome::failure(*problem);
+        } else if (!areOptionsOver && argument == languageOption)
+            isLanguageNext = true;
+        else if (!areOptionsOver && argument.starts_with(std::string(languageOption) + '=')) {
+            if (const auto problem = setLanguage(argument.substr(languageOption.size() + 1), options))
                 return Outcome::failure(*problem);
         } else if (!areOptionsOver && argument.starts_with(serviceOption)) {
             if (const auto problem = setService(argument.substr(serviceOption.size()), options))
@@ -91,6 +113,8 @@ orrenby::Result<Options, std::string> parseOptions(std::span<const char* const> 
         else
             options.folder = argument;
     }
+    if (isLanguageNext)
+        return Outcome::failure("--language takes a code such as de or pt_BR");
     if (options.isScript && options.folder)
         return Outcome::failure("--script plays on a copy of the bundled samples and takes no folder");
     if (options.isScript && options.isWatch)
@@ -113,6 +137,7 @@ LINK, such as fieldbook://report/4, opens the report of that number at once.
   --station=FILE  take the response of a station from FILE: a JSON object with the members user, settings,
                   reports and announcements, any of which may be missing
   --user=ADDRESS  sign in with this e-mail address
+  --language CODE show dates in this language, such as de or pt_BR
   --service=URL   send reports there, instead of to a service of its own on this machine
   --generate=N[,SEED]
                   make N reports up and write them into FOLDER first; the same ones for the same seed

@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Net/URL.hpp"
 #include "Orrenby/Platform/Objects/Result.hpp"
+#include "Orrenby/Platform/Time/Locale.hpp"
 #include "Orrenby/Utilities/EmailAddress.hpp"
 #include "SampleFiles.hpp"
 #include <filesystem>
@@ -19,6 +20,7 @@ struct Options {
     std::optional<std::filesystem::path> folder;  ///< Nothing for the bundled samples.
     std::optional<std::filesystem::path> station; ///< The response of a station.
     std::optional<orrenby::EmailAddress> user;    ///< Who signs in at the start.
+    std::optional<orrenby::Locale> language;      ///< In which dates are shown.
     std::optional<orrenby::URL> service;          ///< Where reports are sent.
     std::optional<SampleRequest> samples;         ///< To be written into the folder at the start.
     std::optional<std::string> link;              ///< To be followed at the start.

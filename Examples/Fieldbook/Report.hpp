@@ -5,6 +5,7 @@
 
 #include "NamedCases.hpp"
 #include "Orrenby/Platform/Objects/TypeName.hpp"
+#include "Orrenby/Platform/Time/Date.hpp"
 #include "ShownText.hpp"
 #include <array>
 #include <optional>
@@ -15,13 +16,14 @@ namespace fieldbook {
 
 enum class Severity { low, medium, high };
 
-/// One report, as it stands in report files: an object with these members. The body may be missing.
+/// One report, as it stands in report files: an object with these members. Body and date may be missing.
 struct Report {
     Line title;
     Line place;
     Line observer;
     Severity severity = Severity::low;
     std::optional<Passage> body;
+    std::optional<orrenby::Date> date; ///< When it was observed.
 
     friend bool operator==(const Report&, const Report&) = default;
 };

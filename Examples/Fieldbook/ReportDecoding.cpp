@@ -1,16 +1,23 @@
 #include "ReportDecoding.hpp"
 
 #include "DecodingProblem.hpp"
+#include "Orrenby/Foundation/Dates/DateFormatters.hpp"
 #include "Orrenby/Platform/Coding/AggregateCoding.hpp"
-#include "Orrenby/Platform/Coding/JSONDecoder.hpp"
 
 namespace fieldbook {
+
+orrenby::JSONDecoder::DateDecodingStrategy datesOfReports()
+{
+    return orrenby::JSONDecoder::DateDecodingStrategy::formatted(orrenby::DateFormatters::halvetServer());
+}
 
 orrenby::Result<Report, std::string> decodedReport(std::string_view text)
 {
     using Outcome = orrenby::Result<Report, std::string>;
     try {
-        return Outcome::success(orrenby::JSONDecoder().decode<Report>(text));
+        orrenby::JSONDecoder decoder;
+        decoder.setDateDecodingStrategy(datesOfReports());
+        return Outcome::success(decoder.decode<Report>(text));
     } catch (const orrenby::DecodingError& error) {
         return Outcome::failure(explain(error));
     }

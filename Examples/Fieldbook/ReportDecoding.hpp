@@ -3,6 +3,7 @@
 /// @file
 /// Reading the text of report files.
 
+#include "Orrenby/Platform/Coding/JSONDecoder.hpp"
 #include "Orrenby/Platform/Objects/Result.hpp"
 #include "Report.hpp"
 #include <string>
@@ -17,7 +18,8 @@ namespace fieldbook {
 ///         "place": "Lower Marrow, ford",
 ///         "observer": "Ines Calder",
 ///         "severity": "high",
-///         "body": "The stream came up over the planks before noon."
+///         "body": "The stream came up over the planks before noon.",
+///         "date": "2026-03-04T11:40:00.000Z"
 ///     }
 ///
 /// Members stand in any order, and others are ignored. The failure is one line for whoever wrote the text,
@@ -25,5 +27,8 @@ namespace fieldbook {
 ///
 /// Linear. Throws nothing for what the text holds.
 orrenby::Result<Report, std::string> decodedReport(std::string_view text);
+
+/// How dates stand in reports: as timestamps in GMT.
+orrenby::JSONDecoder::DateDecodingStrategy datesOfReports();
 
 } // namespace fieldbook

@@ -3,6 +3,7 @@
 #include "Cases.hpp"
 #include "Commands.hpp"
 #include "FeedFlow.hpp"
+#include "Language.hpp"
 #include "Orrenby/Platform/Observing/NotificationCenter.hpp"
 #include "ScriptWorker.hpp"
 #include "SettingsWorker.hpp"
@@ -94,6 +95,10 @@ void RootFlow::obey(const std::string& line)
                            userShouldSignIn, {}, {{addressKey, it.address}});
                    },
                    [&](const MakeSamples& it) { makeSamples(it.request); },
+                   [&](const Speak& it) {
+                       choose(it.language);
+                       say("dates are shown in " + it.language.identifier());
+                   },
                    [&](const Upload&) {
                        context()->withFirstWorker<UploadWorker>(
                            [](UploadWorker& uploads) { uploads.uploadAll(); });

@@ -96,6 +96,8 @@ constexpr ScriptStep script[] = {
     {Act::command, "sort place"},
     {Act::command, "fieldbook://report/6"},
     {Act::command, "fieldbook://report/8"},
+    {Act::command, "language de"},
+    {Act::command, "fieldbook://report/8"},
     {Act::command, "details off"},
     {Act::command, "fieldbook://report/1"},
     {Act::command, "fieldbook://report/99"},

@@ -4,6 +4,7 @@
 #include "Orrenby/Platform/Coding/AggregateCoding.hpp"
 #include "Orrenby/Utilities/Log/Entries.hpp"
 #include "Orrenby/Utilities/ServiceDecoder/DecodeReport.hpp"
+#include "ReportDecoding.hpp"
 #include "SmallFile.hpp"
 #include "Text.hpp"
 #include <chrono>
@@ -15,6 +16,7 @@ namespace fieldbook {
 StationWorker::StationWorker(Session& session)
     : m_session(session)
 {
+    m_services.jsonDecoder().setDateDecodingStrategy(datesOfReports());
     m_services.register_([this](const User& user) { greet(user); });
     m_services.register_([this](const ChosenSettings& settings) { apply(settings); });
     m_services.register_(reportsKey, [this](const StationReports& reports) { add(reports); });

@@ -1,6 +1,7 @@
 // Fieldbook: a small application on Orrenby. README.md says what to read in which order.
 
 #include "EventLoop.hpp"
+#include "Language.hpp"
 #include "LifeTrace.hpp"
 #include "Options.hpp"
 #include "Orrenby/Utilities/Log/ConsoleHandler.hpp"
@@ -34,6 +35,8 @@ void setUp(const Options& options)
     orrenby::Log::setLevel(orrenby::Log::Level::info);
     orrenby::Log::onEvent(orrenby::Log::ConsoleHandler());
     orrenby::Streams::set({.isCombineEnabledWhenAvailable = !options.usesRx});
+    if (options.language)
+        choose(*options.language);
     // A reader who leaves is noticed when writing fails, and the temporary folder is still cleared away.
     std::signal(SIGPIPE, SIG_IGN);
 }

@@ -3,6 +3,7 @@
 /// @file
 /// Queries as dictionaries, with their old habits. See `QueryItems` for the list that loses nothing.
 
+#include "Orrenby/Foundation/AnyEntries.hpp"
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Dictionary.hpp"
 #include "Orrenby/Platform/Objects/Pipeable.hpp"
@@ -13,9 +14,6 @@
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
-
-/// A dictionary whose keys may be of any kind, as the list of its entries. The keys differ.
-using AnyEntries = std::vector<std::pair<Any, Any>>;
 
 namespace detail {
 

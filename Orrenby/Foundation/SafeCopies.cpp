@@ -194,7 +194,7 @@ Dictionary safeDictionaryOf(Dictionary dictionary, SafeDictionaryOptions options
     return dictionary;
 }
 
-DictionaryEntries safeDictionaryOf(DictionaryEntries entries, SafeDictionaryOptions options)
+AnyEntries safeDictionaryOf(AnyEntries entries, SafeDictionaryOptions options)
 {
     cleanEach(
         entries, Cleaner(options.removeEmptyCollections), [](auto& entry) -> Any& { return entry.second; });

@@ -3,7 +3,7 @@
 /// @file
 /// Copies of nested collections without null markers and empty containers.
 
-#include "Orrenby/Foundation/DictionaryEntries.hpp"
+#include "Orrenby/Foundation/AnyEntries.hpp"
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Array.hpp"
 #include "Orrenby/Platform/Objects/Dictionary.hpp"
@@ -25,13 +25,13 @@ struct SafeDictionaryOptions {
 namespace detail {
 
 ORRENBY_EXPORT Dictionary safeDictionaryOf(Dictionary dictionary, SafeDictionaryOptions options);
-ORRENBY_EXPORT DictionaryEntries safeDictionaryOf(DictionaryEntries entries, SafeDictionaryOptions options);
+ORRENBY_EXPORT AnyEntries safeDictionaryOf(AnyEntries entries, SafeDictionaryOptions options);
 ORRENBY_EXPORT Array safeArrayOf(Array array);
 ORRENBY_EXPORT NSSet safeSetOf(NSSet set);
 
 template <class T>
-concept DictionaryForm = std::same_as<std::remove_cvref_t<T>,
-    Dictionary> || std::same_as<std::remove_cvref_t<T>, DictionaryEntries>;
+concept DictionaryForm
+    = std::same_as<std::remove_cvref_t<T>, Dictionary> || std::same_as<std::remove_cvref_t<T>, AnyEntries>;
 
 /// `safeDictionary` has two kinds of subjects, so it is no plain pipeable operation. Templates throughout: no
 /// list in braces is taken for a subject where options are meant.

@@ -2,7 +2,7 @@
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
-void setPresent(DictionaryEntries& entries, Any object, Any key)
+void setPresent(AnyEntries& entries, Any object, Any key)
 {
     for (auto& [entryKey, value] : entries)
         if (entryKey == key) {

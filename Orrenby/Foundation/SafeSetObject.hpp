@@ -3,7 +3,7 @@
 /// @file
 /// Setting a member of a dictionary only when there is something to set.
 
-#include "Orrenby/Foundation/DictionaryEntries.hpp"
+#include "Orrenby/Foundation/AnyEntries.hpp"
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Any.hpp"
 #include "Orrenby/Platform/Objects/Dictionary.hpp"
@@ -31,7 +31,7 @@ template <class T> bool isPresent(const T& value)
         return true;
 }
 
-ORRENBY_EXPORT void setPresent(DictionaryEntries& entries, Any object, Any key);
+ORRENBY_EXPORT void setPresent(AnyEntries& entries, Any object, Any key);
 
 } // namespace detail
 
@@ -55,7 +55,7 @@ void safeSetObject(Dictionary& dictionary, Object&& object, const Key& key)
 
 /// As above with a key of any kind: the first entry whose key is equal takes the object, else a new entry is
 /// added at the end. Linear.
-template <class Object, class Key> void safeSetObject(DictionaryEntries& entries, Object&& object, Key&& key)
+template <class Object, class Key> void safeSetObject(AnyEntries& entries, Object&& object, Key&& key)
 {
     if (detail::isPresent(object) && detail::isPresent(key))
         detail::setPresent(entries, Any(std::forward<Object>(object)), Any(std::forward<Key>(key)));

@@ -208,14 +208,14 @@ TEST(SafeDictionary, LeavesContainersOfOtherTypesAlone)
 
 TEST(SafeDictionary, TakesKeysOfAnyKind)
 {
-    const DictionaryEntries subject = {
+    const AnyEntries subject = {
         {1, NSNull{}}, {"two", Array{NSNull{}}}, {NSNull{}, "kept"}, {Array{}, Array{1, NSNull{}}}};
 
-    EXPECT_EQ(subject | safeDictionary,
-        (DictionaryEntries{{"two", Array{}}, {NSNull{}, "kept"}, {Array{}, Array{1}}}));
+    EXPECT_EQ(
+        subject | safeDictionary, (AnyEntries{{"two", Array{}}, {NSNull{}, "kept"}, {Array{}, Array{1}}}));
     EXPECT_EQ(subject | safeDictionary({.removeEmptyCollections = true}),
-        (DictionaryEntries{{NSNull{}, "kept"}, {Array{}, Array{1}}}));
-    EXPECT_EQ(safeDictionary(DictionaryEntries{}), DictionaryEntries{});
+        (AnyEntries{{NSNull{}, "kept"}, {Array{}, Array{1}}}));
+    EXPECT_EQ(safeDictionary(AnyEntries{}), AnyEntries{});
 }
 
 TEST(SafeArray, RemovesNullMarkersInOrder)

@@ -92,7 +92,7 @@ TEST(SafeSetObject, MovesAnRvalue)
 
 TEST(SafeSetObject, TakesKeysOfAnyKind)
 {
-    DictionaryEntries entries = {{1, "one"}, {NSNull{}, "null"}};
+    AnyEntries entries = {{1, "one"}, {NSNull{}, "null"}};
 
     safeSetObject(entries, "first", 1);
     safeSetObject(entries, "marker", NSNull{});
@@ -100,14 +100,14 @@ TEST(SafeSetObject, TakesKeysOfAnyKind)
     safeSetObject(entries, std::nullopt, 4);
     safeSetObject(entries, "fifth", std::nullopt);
 
-    EXPECT_EQ(entries, (DictionaryEntries{{1, "first"}, {NSNull{}, "marker"}, {"3", "third"}}));
+    EXPECT_EQ(entries, (AnyEntries{{1, "first"}, {NSNull{}, "marker"}, {"3", "third"}}));
 }
 
 TEST(SafeSetObject, SetsTheFirstOfEqualKeys)
 {
-    DictionaryEntries entries = {{"a", 1}, {"a", 2}};
+    AnyEntries entries = {{"a", 1}, {"a", 2}};
 
     safeSetObject(entries, 3, "a");
 
-    EXPECT_EQ(entries, (DictionaryEntries{{"a", 3}, {"a", 2}}));
+    EXPECT_EQ(entries, (AnyEntries{{"a", 3}, {"a", 2}}));
 }

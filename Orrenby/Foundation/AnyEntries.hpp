@@ -14,6 +14,6 @@ namespace orrenby::inline ORRENBY_ABI {
 /// whose keys are texts, cannot hold.
 ///
 /// A plain list. Nothing keeps a key from standing in it twice.
-using DictionaryEntries = std::vector<std::pair<Any, Any>>;
+using AnyEntries = std::vector<std::pair<Any, Any>>;
 
 } // namespace orrenby
