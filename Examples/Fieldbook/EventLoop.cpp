@@ -65,6 +65,12 @@ void EventLoop::run()
             orrenby::NSDefaultRunLoopMode, orrenby::Date(std::numeric_limits<double>::infinity()));
 }
 
+void EventLoop::drain()
+{
+    const auto end = after(std::chrono::milliseconds(0), [this] { stop(); });
+    run();
+}
+
 void EventLoop::stop()
 {
     m_isRunning = false;

@@ -54,6 +54,9 @@ public:
     /// called for in the order of their registration.
     void run();
 
+    /// Calls what is due by now and what other threads have handed to the main queue, and waits for nothing.
+    void drain();
+
     /// Lets `run()` return before it calls anything else. It can be run again.
     void stop();
 

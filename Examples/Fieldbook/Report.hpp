@@ -23,7 +23,7 @@ struct Report {
     Line observer;
     Severity severity = Severity::low;
     std::optional<Passage> body;
-    std::optional<orrenby::Date> date; ///< When it was observed.
+    std::optional<orrenby::Date> date = {}; ///< When it was observed.
 
     friend bool operator==(const Report&, const Report&) = default;
 };

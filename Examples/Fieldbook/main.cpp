@@ -62,6 +62,8 @@ void live(Session& session)
     // The last reference: everything ends with it, in the documented order.
     session.trace.begin("Closing");
     root.reset();
+    // What was on its way to the main thread finds nobody any more.
+    session.loop.drain();
 }
 
 /// The samples have a station, too; a folder of one's own has that which the user names.

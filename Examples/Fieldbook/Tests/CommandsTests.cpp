@@ -16,6 +16,7 @@ TEST(Commands, AreReadAsTheyStand)
     EXPECT_EQ(parseCommand("sign in ada@hut.example"), Command(SignIn{"ada@hut.example"}));
     EXPECT_EQ(parseCommand("sign in at the hut"), Command(SignIn{"at the hut"}));
     EXPECT_EQ(parseCommand("samples 5 autumn"), Command(MakeSamples{{5, "autumn"}}));
+    EXPECT_EQ(parseCommand("language de"), Command(Speak{orrenby::Locale("de")}));
     EXPECT_EQ(parseCommand("upload"), Command(Upload{}));
     EXPECT_EQ(parseCommand("end"), Command(End{}));
 }
@@ -23,7 +24,7 @@ TEST(Commands, AreReadAsTheyStand)
 TEST(Commands, AreUnknownOtherwise)
 {
     for (const auto* line : {"", "sort", "sort age", "Upload", "details maybe", "report/4", "sign in",
-             "sign out", "samples", "samples 0", "samples 5 ../autumn"})
+             "sign out", "samples", "samples 0", "samples 5 ../autumn", "language", "language ", "language !"})
         EXPECT_EQ(parseCommand(line), Command(Unknown{})) << line;
 }
 

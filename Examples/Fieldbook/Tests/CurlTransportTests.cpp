@@ -229,6 +229,7 @@ TEST_F(CurlTransportTest, TellsNothingMoreOnceItsSubscriptionIsDropped)
 {
     auto request = reportRequest(url, reportWithPhoto(anyBytes(300'000)), token());
     answer.reset();
+    sent.clear();
     {
         const auto subscription = transport.send(std::move(request.request), std::move(request.body))
                                       .sink(

@@ -1,6 +1,7 @@
 #include "Examples/Fieldbook/EventLoop.hpp"
 
 #include "Examples/Fieldbook/Descriptor.hpp"
+#include "Orrenby/Platform/Scheduling/DispatchQueue.hpp"
 #include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -122,6 +123,20 @@ TEST(EventLoop, ACallbackMayDropAnotherWatchOfTheSameTurn)
     loop.run();
 
     EXPECT_EQ(calls, 0);
+}
+
+TEST(EventLoop, DrainsWhatWasHandedToTheMainQueueAndThenReturns)
+{
+    auto loop = EventLoop();
+    auto pipe = Pipe(); // never readable
+    int calls = 0;
+    const auto other = loop.watch(pipe.reader.number(), [&] { ++calls; });
+    orrenby::DispatchQueue::main().async([&] { ++calls; });
+
+    loop.drain();
+    loop.drain();
+
+    EXPECT_EQ(calls, 1);
 }
 
 TEST(EventLoop, CallsNothingMoreOnceItIsStopped)

@@ -11,6 +11,7 @@ import pty
 import re
 import select
 import signal
+import socket
 import subprocess
 import sys
 import tempfile
@@ -20,6 +21,8 @@ import unittest
 PROGRAM = ""
 PATIENCE = 30  # seconds
 REPORT = {"place": "Quay", "observer": "Nils"}
+# What dates look like, wherever the tests run.
+os.environ.update(TZ="UTC", LC_ALL="en_US.UTF-8")
 
 FEED = """\
 @ station  Ines Calder is signed in at Chapel Bank
@@ -31,10 +34,10 @@ FEED = """\
 ! station  settings > isDetailed, line 8, column 23: Expected Bool but found a text
 + low     #3 One bar of the cattle grid is bent, Weir Lane (Marit Lindqvist)
 + medium  #4 Upper spring has run dry, Chapel Bank (Sunniva Øye)
-+ medium  #5 Stove of the shelter smokes, Colder Hill (Jonas Brandt)
-+ high    #6 Boulder loose above the quarry road, Quarry Road, second bend (Sunniva Øye)
++ medium  #5 Stove of the shelter smokes, Colder Hill (Jonas Brandt, February 11, 2026, 6:20\u202fPM)
++ high    #6 Boulder loose above the quarry road, Quarry Road, second bend (Sunniva Øye, March 4, 2026, 7:40\u202fAM)
 + medium  #7 Warning light on the mast is out, Colder Hill (Jonas Brandt)
-+ low     #8 Orchids in flower, 214 stems, Harrow Gate (Marit Lindqvist)
++ low     #8 Orchids in flower, 214 stems, Harrow Gate (Marit Lindqvist, May 28, 2026, 3:05\u202fPM)
 + low     #9 Five young owls in the north barn, Harrow Gate (Tomé Ferreira)
 + medium  #10 Signpost leans into the road, Three Stones crossing (Tomé Ferreira)
 ! unreadable  torn-page.json: severity, line 5, column 17: No severity (low, medium or high) has the raw value "quite bad"
@@ -101,14 +104,21 @@ FEED = """\
   row 10 → 7  #12 low     Footbridge open again, Lower Marrow, ford
 > fieldbook://report/6
 | #6 high    Boulder loose above the quarry road
-| Quarry Road, second bend, by Sunniva Øye
+| Quarry Road, second bend, by Sunniva Øye, March 4, 2026, 7:40\u202fAM
 | keep people away until it is cleared
 | It moved about a hand's breadth since Tuesday (paint marks A and B).
 | No parking below it until the climbers have looked at it.
 | Whoever sees it move: (555) 010-9999, or warden@quarry-road.example.
 > fieldbook://report/8
 | #8 low     Orchids in flower, 214 stems
-| Harrow Gate, by Marit Lindqvist
+| Harrow Gate, by Marit Lindqvist, May 28, 2026, 3:05\u202fPM
+| counted: 214
+| More than twice last year's count. Mowing should wait until July.
+> language de
+= dates are shown in de
+> fieldbook://report/8
+| #8 low     Orchids in flower, 214 stems
+| Harrow Gate, by Marit Lindqvist, 28. Mai 2026, 15:05
 | counted: 214
 | More than twice last year's count. Mowing should wait until July.
 > details off
@@ -120,51 +130,63 @@ FEED = """\
 ! nothing opens fieldbook://report/99
 > upload
 = 13 to upload
-^ #4 no answer; attempt 2 in 2 s
+^ #4 status 503, "Too busy."; attempt 2 in 2 s
 ^ #4 attempt 2
 ^ #4 sent
-^ #1 no answer; attempt 2 in 2 s
+^ #1 status 503, "Too busy."; attempt 2 in 2 s
 ^ #1 attempt 2
 ^ #1 sent
-^ #5 no answer; attempt 2 in 2 s
+^ #5 status 503, "Too busy."; attempt 2 in 2 s
 ^ #5 attempt 2
-^ #5 no answer; attempt 3 in 4 s
+^ #5 status 503, "Too busy."; attempt 3 in 4 s
 ^ #5 attempt 3
 ^ #5 sent
-^ #8 no answer; attempt 2 in 2 s
+^ #8 25 % on its way
+^ #8 50 % on its way
+^ #8 75 % on its way
+^ #8 status 503, "Too busy."; attempt 2 in 2 s
 ^ #8 attempt 2
-^ #8 no answer; attempt 3 in 4 s
+^ #8 25 % on its way
+^ #8 50 % on its way
+^ #8 75 % on its way
+^ #8 status 503, "Too busy."; attempt 3 in 4 s
 ^ #8 attempt 3
+^ #8 25 % on its way
+^ #8 50 % on its way
+^ #8 75 % on its way
 ^ #8 sent
-^ #14 no answer; attempt 2 in 2 s
+^ #14 status 503, "Too busy."; attempt 2 in 2 s
 ^ #14 attempt 2
-^ #14 no answer; attempt 3 in 4 s
+^ #14 status 503, "Too busy."; attempt 3 in 4 s
 ^ #14 attempt 3
 ^ #14 sent
 ^ #15 sent
 ^ #12 sent
-^ #2 no answer; attempt 2 in 2 s
+^ #2 status 503, "Too busy."; attempt 2 in 2 s
 ^ #2 attempt 2
-^ #2 no answer; attempt 3 in 4 s
+^ #2 status 503, "Too busy."; attempt 3 in 4 s
 ^ #2 attempt 3
 ^ #2 sent
+^ #6 25 % on its way
+^ #6 50 % on its way
+^ #6 75 % on its way
 ^ #6 sent
-^ #16 no answer; attempt 2 in 2 s
+^ #16 status 503, "Too busy."; attempt 2 in 2 s
 ^ #16 attempt 2
 ^ #16 sent
-^ #10 no answer; attempt 2 in 2 s
+^ #10 status 503, "Too busy."; attempt 2 in 2 s
 ^ #10 attempt 2
 ^ #10 sent
-^ #3 no answer; attempt 2 in 2 s
+^ #3 status 503, "Too busy."; attempt 2 in 2 s
 ^ #3 attempt 2
-^ #3 no answer; attempt 3 in 4 s
+^ #3 status 503, "Too busy."; attempt 3 in 4 s
 ^ #3 attempt 3
-^ #3 no answer; attempt 4 in 8 s
+^ #3 status 503, "Too busy."; attempt 4 in 8 s
 ^ #3 attempt 4
-^ #3 given up after 4 attempts
-^ #17 no answer; attempt 2 in 2 s
+^ #3 given up after 4 attempts: status 503, "Too busy."
+^ #17 status 503, "Too busy."; attempt 2 in 2 s
 ^ #17 attempt 2
-^ #17 no answer; attempt 3 in 4 s
+^ #17 status 503, "Too busy."; attempt 3 in 4 s
 ^ #17 attempt 3
 ^ #17 sent
 """
@@ -177,7 +199,7 @@ Summary
   places      Chapel Bank 1; Colder Hill 2; Harrow Gate 3; Lower Marrow, ford 1; Quarry Road, second bend 3; \
 Three Stones crossing 1; Weir Lane 2
   unreadable  owl-count.json
-  opened      3
+  opened      4
   uploads     sent 12; given up 1
   alive       flows 0  contexts 0  workers 0  subscriptions 0
 """
@@ -376,6 +398,53 @@ class User(Folder):
         self.assertEqual('fieldbook: --user: "ada@hut", character 8: The domain has no dot.\nTry --help.\n', result.stderr)
 
 
+class Language(Folder):
+    def test_is_that_of_the_dates(self):
+        (self.folder / "a.json").write_text(json.dumps(REPORT | {"title": "Rope frayed", "severity": "low",
+                                                                 "date": "2026-03-04T15:05:00.000Z"}))
+        for arguments, shown in ((["--language", "de"], "4. März 2026, 15:05"), (["--language=fr_FR"], "4 mars 2026, 15:05"),
+                                 (["--language=en_GB"], "4 March 2026, 15:05"), ([], "March 4, 2026, 3:05\u202fPM")):
+            with self.subTest(arguments=arguments):
+                result = run(*arguments, str(self.folder), "fieldbook://report/1")
+                self.assertEqual((0, ""), (result.returncode, result.stderr))
+                self.assertIn(f"+ low     #1 Rope frayed, Quay (Nils, {shown})\n", result.stdout)
+                self.assertIn(f"| Quay, by Nils, {shown}\n", result.stdout)
+
+    def test_that_is_none_is_one_message_and_status_2(self):
+        for arguments in (["--language="], ["--language"], ["--language", "../de"], ["--language=deutsch!"]):
+            with self.subTest(arguments=arguments):
+                result = run(*arguments)
+                self.assertEqual((2, ""), (result.returncode, result.stdout))
+                self.assertTrue(result.stderr.startswith("fieldbook: --language takes a code such as de or pt_BR\n"), result.stderr)
+
+    def test_has_dates_that_are_none_explained(self):
+        (self.folder / "a.json").write_text(json.dumps(REPORT | {"title": "Rope frayed", "severity": "low", "date": "yesterday"}))
+        result = run(str(self.folder))
+        self.assertEqual(0, result.returncode)
+        self.assertIn("! unreadable  a.json: date, line 1, column ", result.stdout)
+
+
+class Service(Folder):
+    def test_that_is_gone_is_said_so_for_each_report(self):
+        with socket.socket() as taken:  # a port that nobody listens at
+            taken.bind(("127.0.0.1", 0))
+            result = run("--script", f"--service=http://127.0.0.1:{taken.getsockname()[1]}",
+                         env={**os.environ, "TMPDIR": str(self.outer)})
+        self.assertEqual(0, result.returncode, result.stderr)
+        feed = result.stdout.split("= 13 to upload\n")[1].split("Closing\n")[0]
+        self.assertEqual(13 * 7, len(feed.splitlines()))
+        self.assertRegex(feed, r"^\^ #4 no connection: .*127\.0\.0\.1.*; attempt 2 in 2 s\n\^ #4 attempt 2\n")
+        self.assertEqual(13, len(re.findall(r"^\^ #\d+ given up after 4 attempts: no connection: ", feed, re.MULTILINE)))
+        self.assertIn("uploads     sent 0; given up 13\n", result.stdout)
+
+    def test_that_is_no_address_of_the_web_is_one_message_and_status_2(self):
+        for address in ("", "localhost", "ftp://hut.example", "http://", "http://a b"):
+            with self.subTest(address=address):
+                result = run(f"--service={address}")
+                self.assertEqual((2, ""), (result.returncode, result.stdout))
+                self.assertTrue(result.stderr.startswith("fieldbook: --service takes a URL that begins with http://"), result.stderr)
+
+
 class MadeUpReports(Folder):
     def files(self):
         return {file.name: file.read_bytes() for file in self.folder.iterdir()}
@@ -512,6 +581,7 @@ class WatchedFolder(Folder):
         self.on_terminal({**os.environ, "NO_COLOR": "1"}, [
             ("sort severity", "= by severity\r\n  #1 high    Crane stuck, Quay\r\n  #2 low     Rope frayed, Quay\r\n"),
             ("sort place", "= by place: no row moved\r\n"),
+            ("upload", "! nobody is signed in: sign in ADDRESS\r\n"),
             ("sign in nobody", '! sign-in  "nobody", character 7: The "@" is missing.\r\n'),
             ("sign in ada@hut.example", "* signed in  ada@hut.example\r\n"),
             ("samples 1 autumn", "= 1 sample of autumn\r\n+ low     #3 Gate left open"),
