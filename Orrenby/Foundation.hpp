@@ -3,6 +3,7 @@
 /// @file
 /// Everything of the third floor: operations added to platform types.
 
+#include "Orrenby/Foundation/AnyEntries.hpp"
 #include "Orrenby/Foundation/Arrays.hpp"
 #include "Orrenby/Foundation/Chrono.hpp"
 #include "Orrenby/Foundation/Countdowns.hpp"
@@ -10,7 +11,6 @@
 #include "Orrenby/Foundation/Dates/DateFormatters.hpp"
 #include "Orrenby/Foundation/Dates/DateFromText.hpp"
 #include "Orrenby/Foundation/Dates/Locales.hpp"
-#include "Orrenby/Foundation/DictionaryEntries.hpp"
 #include "Orrenby/Foundation/Hashes.hpp"
 #include "Orrenby/Foundation/NSAttributedString.hpp"
 #include "Orrenby/Foundation/NSError.hpp"
