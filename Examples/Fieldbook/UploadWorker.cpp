@@ -33,6 +33,8 @@ void UploadWorker::willStop()
     m_session.trace.step("UploadWorker stops");
     m_whenDone = nullptr;
     m_queue.cancelAllOperations();
+    for (const auto number : std::exchange(m_open, {}))
+        m_taken.erase(number);
     m_destination = nullptr;
     m_transport = nullptr;
     m_server = nullptr;
@@ -46,7 +48,7 @@ void UploadWorker::uploadAll()
     for (auto& [number, report] : m_session.catalogue.sorted(m_session.settings->sortOrder.get()))
         if (m_taken.insert(number).second) {
             ++count;
-            ++m_openCount;
+            m_open.insert(number);
             const auto photo = photoOf(m_session.folder, m_session.catalogue.fileOf(number));
             m_queue.addOperation(orrenby::make<UploadOperation>(
                 m_destination, OutgoingReport{number, std::move(report), photo}, m_progress));
@@ -133,7 +135,7 @@ void UploadWorker::show(const UploadProgress& progress)
         m_taken.erase(progress.number);
     } else if (progress.step != Step::isSent)
         return;
-    --m_openCount;
+    m_open.erase(progress.number);
     callWhenDone();
 }
 
@@ -144,7 +146,7 @@ void UploadWorker::say(Style style, const std::string& text)
 
 void UploadWorker::callWhenDone()
 {
-    if (m_openCount == 0 && m_whenDone)
+    if (m_open.empty() && m_whenDone)
         std::exchange(m_whenDone, nullptr)();
 }
 

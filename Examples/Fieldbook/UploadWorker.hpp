@@ -54,7 +54,7 @@ private:
     orrenby::OperationQueue m_queue;
     UploadOperation::Progress m_progress;
     std::set<int> m_taken; ///< Numbers that were queued or sent. Those given up may be tried again.
-    int m_openCount = 0;
+    std::set<int> m_open;  ///< Those of them that are queued or on their way.
     orrenby::UniqueFunction<void()> m_whenDone;
 };
 
