@@ -46,6 +46,14 @@ TEST(Brackets, AreFoundByTheseExpressions)
     EXPECT_EQ(detail::linkPattern().expression->options(), RegularExpressionOptions{.timeLimit = 0});
 }
 
+TEST(Brackets, AreNotFoundByAnExpressionThatTheEngineDoesNotTake)
+{
+    const detail::BracketPattern none{std::nullopt, {"[", "]"}};
+
+    EXPECT_EQ(detail::bracketMatches("[a]", none).has_value(), false);
+    EXPECT_EQ(detail::bracketMatches("", none).has_value(), false);
+}
+
 TEST(Brackets, HaveGroups)
 {
     EXPECT_THAT(ownMatches("a[b](c)[](d)", detail::linkPattern()),

@@ -71,7 +71,10 @@ ORRENBY_EXPORT bool isAtLeastOneDayInThePast(Date date, Date from);
 
 /// Milliseconds since 1970-01-01T00:00:00Z, negative before it: `date | toMilliseconds`.
 ///
-/// The seconds are multiplied by 1000 as a floating number, and what is left of a millisecond is cut off.
+/// The seconds are multiplied by 1000 as a floating number, and what is left of a millisecond is cut off. The
+/// product may fall just short of the millisecond that was written: that of 1.001 seconds is 1000. No date
+/// of the years 2005 to 2037 that was read from a timestamp loses one.
+///
 /// The ends of time, and more than 64 bits hold, are a programming error and end the process.
 ///
 /// @snippet Tests/Foundation/Dates/DateDifferencesTests.cpp Counting milliseconds

@@ -198,6 +198,15 @@ TEST(ToMilliseconds, CutsTowardZero)
     EXPECT_EQ(toMilliseconds(Date(-1.9999)), -1'999);
 }
 
+TEST(ToMilliseconds, CutsWhatTheProductFallsShortOf)
+{
+    const auto written = moment("2004-07-16T00:00:00.001Z");
+
+    EXPECT_EQ(toMilliseconds(written), 1'089'936'000'000) << "the product is 1089936000000.9999";
+    EXPECT_EQ(toMilliseconds(Date(1.001)), 1'000);
+    EXPECT_EQ(toMilliseconds(moment("2020-01-02T03:04:05.678Z")), 1'577'934'245'678);
+}
+
 TEST(ToMilliseconds, GoesToTheLimitsOf64Bits)
 {
     EXPECT_EQ(toMilliseconds(Date(9.2e15)), 9'200'000'000'000'000'000);

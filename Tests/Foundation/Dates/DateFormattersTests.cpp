@@ -205,9 +205,29 @@ TEST(DateFormatters, SetTheLimitOfTheCacheEachTime)
 
     for (const auto accessor : accessors) {
         cache->setCountLimit(3);
-        accessor();
+        const auto made = accessor();
+        EXPECT_EQ(cache->countLimit(), 10U);
+
+        cache->setCountLimit(3);
+        EXPECT_EQ(accessor(), made) << "it was found";
         EXPECT_EQ(cache->countLimit(), 10U);
     }
+}
+
+TEST(DateFormatters, SetTheLimitOfTheCacheBeforeTheyLookIntoIt)
+{
+    const auto somewhere = LocaleOverride();
+    const auto cache = DateFormatters::cache();
+    const auto oldest = std::make_shared<DateFormatter>();
+    cache->setObject(oldest, DateFormatters::XOLMBirthdayDateFormatterKey);
+    for (int number = 0; number < 10; ++number)
+        cache->setObject(std::make_shared<DateFormatter>(), std::to_string(number));
+
+    const auto made = DateFormatters::birthday();
+
+    EXPECT_NE(made, oldest) << "the eleventh has to go first";
+    EXPECT_EQ(made->string(Date(second)), "January 2, 2020");
+    EXPECT_EQ(cache->count(), 10U);
 }
 
 TEST(DateFormatters, MakeRoomForAnEleventhObjectInTheirCache)

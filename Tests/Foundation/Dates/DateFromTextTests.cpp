@@ -49,6 +49,21 @@ TEST(DateFromText, GivesNothingForFieldsOutOfTheirRange)
         EXPECT_EQ(date(text), std::nullopt) << text;
 }
 
+TEST(DateFromText, TakesOtherNumbersOfDigitsAsTheFormatterDoes)
+{
+    const auto again = [](const char* text) {
+        return DateFormatters::halvetServer()->string(date(text).value());
+    };
+
+    EXPECT_EQ(again("2020-01-02T03:04:05.6Z"), "2020-01-02T03:04:05.600Z");
+    EXPECT_EQ(again("2020-01-02T03:04:05.6789Z"), "2020-01-02T03:04:05.678Z");
+    EXPECT_EQ(again("2020-01-02T3:04:05.678Z"), "2020-01-02T03:04:05.678Z");
+    EXPECT_EQ(again("2020-1-002T03:04:05.678Z"), "2020-01-02T03:04:05.678Z");
+    EXPECT_EQ(again("20-01-02T03:04:05.678Z"), "0020-01-02T03:04:05.678Z");
+    EXPECT_EQ(date("2020-01-2T03:04:05.678Z"), std::nullopt)
+        << "not so in the day, the minute and the second";
+}
+
 TEST(DateFromText, ReadsTheSameWhateverTheLocale)
 {
     const auto egypt = LocaleOverride({.locale = "ar_EG", .timeZone = "Africa/Cairo"});
