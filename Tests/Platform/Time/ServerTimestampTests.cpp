@@ -8,6 +8,7 @@
 #include <limits>
 #include <random>
 #include <thread>
+#include <utility>
 
 using namespace orrenby;
 using detail::ServerTimestamp;
@@ -72,7 +73,7 @@ AssertionResult agreesOnSeconds(std::uint64_t seed, int days)
 /// Milliseconds that ICU reads, but for the white space and the missing end that a strict reader refuses.
 std::optional<double> judged(ICUTimestamps& icu, const std::string& text)
 {
-    const bool isRefused = text.back() != 'Z' || text.find_first_of(" \t\n") != std::string::npos;
+    const bool isRefused = text.back() != 'Z' || text.find_first_of(" \t\n\v\f\r") != std::string::npos;
     return isRefused ? std::nullopt : icu.read(text);
 }
 
@@ -82,18 +83,24 @@ std::optional<double> millisecondsRead(const DateFormatter& formatter, const std
     return date ? std::optional(std::round(date->secondsSince1970() * 1'000)) : std::nullopt;
 }
 
-/// The text with each of its characters deleted, doubled, and replaced by others.
+/// All texts that differ from this one by one ASCII character: one too few, one too many, another one; and by
+/// two neighbours in each other's place.
 std::vector<std::string> neighbours(const std::string& text)
 {
     std::vector<std::string> result;
+    for (std::size_t place = 0; place <= text.size(); ++place)
+        for (int code = 0; code < 128; ++code)
+            result.push_back(std::string(text).insert(place, 1, static_cast<char>(code)));
     for (std::size_t place = 0; place < text.size(); ++place) {
         result.push_back(std::string(text).erase(place, 1));
-        result.push_back(std::string(text).insert(place, 1, text[place]));
-        for (const char other :
-            {'0', '1', '2', '3', '6', '9', '/', ':', '-', '.', '+', ' ', '\t', 'T', 'Z', 't', '\0'}) {
+        for (int code = 0; code < 128; ++code) {
             result.push_back(text);
-            result.back()[place] = other;
+            result.back()[place] = static_cast<char>(code);
         }
+    }
+    for (std::size_t place = 1; place < text.size(); ++place) {
+        result.push_back(text);
+        std::swap(result.back()[place - 1], result.back()[place]);
     }
     return result;
 }
@@ -194,7 +201,7 @@ TEST(ServerTimestamp, AgreesWithICUOnAllMalformedNeighbours)
     configured(formatter);
     std::mt19937_64 random(3);
 
-    for (int turn = 0; turn < 60; ++turn) {
+    for (int turn = 0; turn < 20; ++turn) {
         const auto moment = static_cast<double>(random() % 253'402'300'799'999) - 20'000'000'000'000;
         const auto text = icu.text(moment);
         for (const auto& neighbour : neighbours(text))
