@@ -74,7 +74,9 @@ void requireReadAsByICU(std::string_view text)
     const auto date = timestamps().date(text);
     const auto units = icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
     const auto digits = longestNumber(units);
-    if (!isValidUTF8(text) || !text.ends_with('Z') || hasBlanks(units) || digits > digitsOfFractions)
+    const bool hasExponent = text.find_first_of("Ee") != std::string_view::npos;
+    if (!isValidUTF8(text) || !text.ends_with('Z') || hasExponent || hasBlanks(units)
+        || digits > digitsOfFractions)
         return requireThat(!date);
     if (digits > digitsOfYears)
         return; // in a fraction it is read, in a year ICU would overflow

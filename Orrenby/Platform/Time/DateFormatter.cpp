@@ -155,7 +155,7 @@ private:
             if (place < text.length() && u_isdigit(text.char32At(place))) {
                 ++digits;
             } else if (digits > 0) {
-                if (digits > limitOf(number++))
+                if (digits > limitOf(number++) || ((m_hasNames || m_hasDigits) && isExponent(text, place)))
                     return false;
                 digits = 0;
             }
@@ -163,6 +163,15 @@ private:
                 break;
         }
         return true;
+    }
+
+    /// ICU would read 2E9 as a number. Where numbers are counted there is one too many then.
+    static bool isExponent(const icu::UnicodeString& text, std::int32_t place)
+    {
+        if (text[place] != u'E' && text[place] != u'e')
+            return false;
+        const auto next = text[place + 1];
+        return u_isdigit(text.char32At(next == u'+' || next == u'-' ? place + 2 : place + 1));
     }
 
     std::int32_t limitOf(std::size_t number) const

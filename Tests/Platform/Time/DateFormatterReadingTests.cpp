@@ -124,6 +124,14 @@ TEST(DateFormatterReading, RefusesNumbersThatOverflow)
     EXPECT_EQ(reader("y")->date(digits(7)), std::nullopt);
 }
 
+TEST(DateFormatterReading, ReadsNoExponents)
+{
+    EXPECT_EQ(reader(serverFormat)->date("20212E0-02-02T03:04:05.678Z"), std::nullopt);
+    EXPECT_EQ(reader("d MMMM y")->date("2 May 2E3"), std::nullopt);
+    EXPECT_EQ(reader("d MMMM y")->date("2 May 2e+9"), std::nullopt);
+    EXPECT_EQ(reader("d MMMM y")->date("2 May 2E"), std::nullopt);
+}
+
 TEST(DateFormatterReading, ReadsFieldsThatNoSignSeparates)
 {
     EXPECT_EQ(reader("yyyyMMddHHmmssSSS")->date("20200102030405678"), Date(1'577'934'245.678));
