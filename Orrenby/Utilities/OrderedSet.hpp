@@ -42,8 +42,9 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// Positions count from 0; one at or beyond the end ends the process. Up to 2^31 − 1 members. Appending and
 /// removing at the end cost O(1) on average, lookup as well; other changes are linear in the size. When
-/// copying, hashing or a callable throws, the set is as before, except in `append` and `insert` of members
-/// whose moves throw.
+/// copying, moving, hashing or a callable throws, the set is as before, except that a duplicate may be gone,
+/// that `appendContentsOf` keeps what it has added by then, and that the assignment of a member, which `set`
+/// needs, must not throw.
 ///
 /// A plain value: a copy is independent. Not synchronised.
 template <detail::OrderedSetMember Element> class OrderedSet {
@@ -66,6 +67,16 @@ public:
     using Place = detail::OrderedSetPlace<OrderedSet>;
 
     OrderedSet() = default;
+    OrderedSet(const OrderedSet&) = default;
+    OrderedSet(OrderedSet&&) noexcept = default;
+    OrderedSet& operator=(const OrderedSet& other)
+    {
+        if (this != &other)
+            *this = OrderedSet(other); // a copy that fails must not leave one half of it here
+        return *this;
+    }
+    OrderedSet& operator=(OrderedSet&&) noexcept = default;
+    ~OrderedSet() = default;
     OrderedSet(std::initializer_list<Element> elements) { buildByReference(elements); }
 
     /// The members of an array, without its later duplicates.
@@ -161,10 +172,12 @@ public:
     void set(Index position, Element value)
     {
         const auto place = checked(position, size());
-        m_positions.reserve(m_positions.count() + 1);
         const Element& old = m_elements[place];
-        m_positions.erase(hash(old), isAt(old));
-        m_positions.assign(hash(value), place, isAt(value));
+        const auto oldMixed = hash(old); // both before the first change: hashing may throw
+        const auto mixed = hash(value);
+        m_positions.reserve(m_positions.count() + 1);
+        m_positions.erase(oldMixed, isAt(old));
+        m_positions.assign(mixed, place, isAt(value));
         m_elements[place] = std::move(value);
     }
 
@@ -220,7 +233,7 @@ public:
     {
         const auto place = checked(position, size() + 1);
         const auto mixed = hash(element);
-        if (!isWhole() || m_positions.find(mixed, isAt(element)) != Positions::notFound) {
+        if (!isShiftSafe || !isWhole() || m_positions.find(mixed, isAt(element)) != Positions::notFound) {
             replaceSubrange(position, position, {std::move(element)});
             return;
         }
@@ -241,11 +254,11 @@ public:
     /// @returns The value passed in, or nothing when it cannot be looked up; then nothing changes.
     std::optional<Element> remove(Key element)
     {
-        const auto position = indexOf(element);
-        if (!position)
-            return std::nullopt;
-        std::optional<Element> result(std::in_place, element);
-        removeAt(*position);
+        std::optional<Element> result; // returned in place: nothing is moved after the removal
+        if (const auto position = indexOf(element)) {
+            result.emplace(element);
+            removeAt(*position);
+        }
         return result;
     }
 
@@ -254,12 +267,13 @@ public:
     {
         const auto place = checked(position, size());
         Element removed = m_elements[place];
-        if (!isWhole()) {
+        if (!isShiftSafe || !isWhole()) {
             replaceSubrange(position, position + 1, {});
             return removed;
         }
+        const auto mixed = hash(removed);
         m_elements.erase(m_elements.begin() + offset(place));
-        m_positions.erase(hash(removed), [=](std::size_t other) { return other == place; });
+        m_positions.erase(mixed, [=](std::size_t other) { return other == place; });
         if (place != size())
             m_positions.shift(place + 1, -1);
         return removed;
@@ -363,6 +377,10 @@ public:
     }
 
 private:
+    /// Whether members can be shifted in their array. Where a move may throw halfway, a new set is made.
+    static constexpr bool isShiftSafe
+        = std::is_nothrow_move_constructible_v<Element> && std::is_nothrow_move_assignable_v<Element>;
+
     /// No member stands twice: each entry has a position of its own, so as many entries as members leave no
     /// room for a duplicate.
     bool isWhole() const noexcept { return m_positions.count() == m_elements.size(); }
@@ -413,8 +431,13 @@ private:
         m_positions.reserve(size() + 1);
         if (m_elements.size() == m_elements.capacity())
             m_elements.reserve(m_elements.empty() ? 4 : size() * 2);
-        if (m_positions.findOrInsert(mixed, size(), isAt(element)) == Positions::notFound)
-            m_elements.push_back(std::move(element));
+        if constexpr (isShiftSafe) {
+            if (m_positions.findOrInsert(mixed, size(), isAt(element)) == Positions::notFound)
+                m_elements.push_back(std::move(element));
+        } else if (m_positions.find(mixed, isAt(element)) == Positions::notFound) {
+            m_elements.push_back(std::move(element)); // what it throws finds the positions as they were
+            m_positions.findOrInsert(mixed, size() - 1, [](std::size_t) { return false; });
+        }
     }
 
     template <class Sequence> void build(Sequence& sequence)
