@@ -4,7 +4,11 @@
 /// Ranges between two bounds.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Describe.hpp"
 #include "Orrenby/Platform/Objects/FatalError.hpp"
+#include <cstddef>
+#include <functional>
+#include <string>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -28,6 +32,9 @@ public:
     constexpr bool isEmpty() const { return m_lower == m_upper; }
     constexpr bool contains(const Bound& value) const { return m_lower <= value && value < m_upper; }
 
+    /// `1..<3`
+    std::string description() const { return describe(m_lower) + "..<" + describe(m_upper); }
+
     friend constexpr bool operator==(const Range&, const Range&) = default;
 
 private:
@@ -50,6 +57,9 @@ public:
     constexpr const Bound& upperBound() const noexcept { return m_upper; }
     constexpr bool contains(const Bound& value) const { return m_lower <= value && value <= m_upper; }
 
+    /// `1...3`
+    std::string description() const { return describe(m_lower) + "..." + describe(m_upper); }
+
     friend constexpr bool operator==(const ClosedRange&, const ClosedRange&) = default;
 
 private:
@@ -58,3 +68,18 @@ private:
 };
 
 } // namespace orrenby
+
+template <class Bound> struct std::hash<orrenby::Range<Bound>> {
+    std::size_t operator()(const orrenby::Range<Bound>& range) const
+    {
+        const std::hash<Bound> ofBound;
+        return ofBound(range.lowerBound()) * 0x9E3779B97F4A7C15U + ofBound(range.upperBound());
+    }
+};
+template <class Bound> struct std::hash<orrenby::ClosedRange<Bound>> {
+    std::size_t operator()(const orrenby::ClosedRange<Bound>& range) const
+    {
+        const std::hash<Bound> ofBound;
+        return ofBound(range.lowerBound()) * 0x9E3779B97F4A7C15U + ofBound(range.upperBound());
+    }
+};

@@ -5,9 +5,11 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Concepts.hpp"
+#include "Orrenby/Platform/Objects/Describe.hpp"
 #include "Orrenby/Utilities/EmailAddress.hpp"
 #include "Orrenby/Utilities/EmailAddressRefusal.hpp"
 #include <concepts>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -152,6 +154,9 @@ class EmailAddress::EmailValidationRule {
 public:
     bool evaluate(std::string_view emailAddress) const { return isValid(emailAddress); }
     ORRENBY_EXPORT EmailAddressRefusal explain(std::string_view emailAddress) const;
+
+    std::string description() const { return "the pattern"; }
+    friend bool operator==(const EmailValidationRule&, const EmailValidationRule&) = default;
 };
 
 /// Refuses addresses with certain texts in the domain before its last two labels.
@@ -167,6 +172,10 @@ public:
     /// Points to the domain, and names the first of the texts that is there.
     EmailAddressRefusal explain(std::string_view emailAddress) const;
 
+    /// `not in the domain: ["mail"]`
+    std::string description() const { return "not in the domain: " + describe(invalidPrefixes); }
+    friend bool operator==(const DomainPrefixValidationRule&, const DomainPrefixValidationRule&) = default;
+
     std::vector<std::string> invalidPrefixes;
 };
 
@@ -181,6 +190,10 @@ public:
     /// Points to the domain, and names those that are accepted.
     EmailAddressRefusal explain(std::string_view emailAddress) const;
 
+    /// `domains: ["example.com"]`
+    std::string description() const { return "domains: " + describe(validDomains); }
+    friend bool operator==(const DomainSuffixValidationRule&, const DomainSuffixValidationRule&) = default;
+
     std::vector<std::string> validDomains;
 };
 
@@ -192,3 +205,19 @@ const EmailAddress::Validator& EmailAddress::Validator::addRule(Block block) con
 }
 
 } // namespace orrenby
+
+template <> struct std::hash<orrenby::EmailAddress::EmailValidationRule> {
+    std::size_t operator()(const orrenby::EmailAddress::EmailValidationRule&) const noexcept { return 1; }
+};
+template <> struct std::hash<orrenby::EmailAddress::DomainPrefixValidationRule> {
+    std::size_t operator()(const orrenby::EmailAddress::DomainPrefixValidationRule& rule) const
+    {
+        return std::hash<std::string>{}(rule.description());
+    }
+};
+template <> struct std::hash<orrenby::EmailAddress::DomainSuffixValidationRule> {
+    std::size_t operator()(const orrenby::EmailAddress::DomainSuffixValidationRule& rule) const
+    {
+        return std::hash<std::string>{}(rule.description());
+    }
+};

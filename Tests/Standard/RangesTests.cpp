@@ -1,6 +1,9 @@
 #include "Orrenby/Standard/Ranges.hpp"
 
+#include "Orrenby/Platform/Objects/Printing.hpp"
 #include <gmock/gmock.h>
+#include <sstream>
+#include <unordered_set>
 
 using namespace orrenby;
 
@@ -28,6 +31,31 @@ TEST(ClosedRange, ContainsBothBounds)
     EXPECT_EQ(range.lowerBound(), 1);
     EXPECT_EQ(range.upperBound(), 3);
     EXPECT_EQ(range, ClosedRange(1, 3));
+}
+
+TEST(Range, PrintsAsTwoDotsAndALessThan)
+{
+    std::ostringstream stream;
+    stream << Range(1, 3);
+
+    EXPECT_EQ(stream.str(), "1..<3");
+}
+
+TEST(ClosedRange, PrintsAsThreeDots)
+{
+    std::ostringstream stream;
+    stream << ClosedRange(-0.5, 3.0);
+
+    EXPECT_EQ(stream.str(), "-0.5...3.0");
+}
+
+TEST(Range, HashesByBothBounds)
+{
+    const std::hash<Range<int>> hash;
+
+    EXPECT_EQ(hash(Range(1, 3)), hash(Range(1, 3)));
+    EXPECT_NE(hash(Range(1, 3)), hash(Range(1, 4)));
+    EXPECT_EQ((std::unordered_set{ClosedRange(1, 3), ClosedRange(1, 3), ClosedRange(3, 3)}.size()), 2U);
 }
 
 TEST(RangeDeathTest, TerminatesWhenTheBoundsAreInTheWrongOrder)

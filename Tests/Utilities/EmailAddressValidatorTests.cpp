@@ -2,6 +2,7 @@
 
 #include "Orrenby/Utilities/ReferenceType.hpp"
 #include <gmock/gmock.h>
+#include <sstream>
 
 using namespace orrenby;
 using ::testing::ElementsAre;
@@ -117,6 +118,26 @@ TEST(EmailAddressValidationRules, AskTheCallableOrThePattern)
     EXPECT_FALSE(always(false).evaluate("a@b.co"));
     EXPECT_TRUE(Pattern().evaluate("a@b.co"));
     EXPECT_FALSE(Pattern().evaluate("a@b"));
+}
+
+TEST(EmailAddressValidationRules, AreValuesThatPrint)
+{
+    std::ostringstream stream;
+    stream << Pattern() << "; " << Prefixes({"mail", "web"}) << "; " << Suffixes({"example.com"});
+
+    EXPECT_EQ(stream.str(), R"(the pattern; not in the domain: ["mail", "web"]; domains: ["example.com"])");
+    EXPECT_EQ(Pattern(), Pattern());
+    EXPECT_EQ(Prefixes({"a"}), Prefixes({"a"}));
+    EXPECT_NE(Prefixes({"a", "b"}), Prefixes({"b", "a"}));
+    EXPECT_NE(Suffixes({"a"}), Suffixes({}));
+}
+
+TEST(EmailAddressValidationRules, HashByTheirTexts)
+{
+    EXPECT_EQ(std::hash<Pattern>()(Pattern()), std::hash<Pattern>()(Pattern()));
+    EXPECT_EQ(std::hash<Prefixes>()(Prefixes({"a"})), std::hash<Prefixes>()(Prefixes({"a"})));
+    EXPECT_NE(std::hash<Prefixes>()(Prefixes({"a", "b"})), std::hash<Prefixes>()(Prefixes({"a, b"})));
+    EXPECT_NE(std::hash<Suffixes>()(Suffixes({"a"})), std::hash<Suffixes>()(Suffixes({"b"})));
 }
 
 TEST(DomainPrefixRule, RefusesTextsBeforeTheLastTwoLabels)

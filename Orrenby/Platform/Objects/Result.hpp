@@ -10,6 +10,7 @@
 #include <concepts>
 #include <cstddef>
 #include <exception>
+#include <functional>
 #include <optional>
 #include <string>
 #include <type_traits>
@@ -44,6 +45,12 @@ template <class F, class Value> void callWith(F&& function, const Value& value)
 
 template <class... T>
 concept EqualityComparable = (std::equality_comparable<T> && ...);
+
+template <class T>
+concept HasHash = requires(const T& value)
+{
+    std::hash<T>{}(value);
+};
 
 template <class F, class Value>
 concept TakesOrIgnores = std::invocable<F, const Value&> || std::invocable<F>;
@@ -178,3 +185,15 @@ private:
 };
 
 } // namespace orrenby
+
+/// Where both contents can be hashed. A success and a failure with the same content differ.
+template <orrenby::detail::HasHash Success, orrenby::detail::HasHash Failure>
+struct std::hash<orrenby::Result<Success, Failure>> {
+    std::size_t operator()(const orrenby::Result<Success, Failure>& result) const
+    {
+        constexpr std::size_t factor = 0x9E3779B97F4A7C15U;
+        if (const auto error = result.error())
+            return std::hash<Failure>{}(*error) * factor + 1;
+        return std::hash<Success>{}(*result.value()) * factor;
+    }
+};

@@ -1,8 +1,11 @@
 #include "Orrenby/Platform/Objects/Result.hpp"
 
+#include "Orrenby/Platform/Objects/Printing.hpp"
 #include <gmock/gmock.h>
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 using namespace orrenby;
@@ -39,6 +42,7 @@ concept HasEmptySuccess = requires
 
 static_assert(HasEmptySuccess<Result<Void, Reason>>);
 static_assert(!HasEmptySuccess<Outcome>);
+static_assert(!std::is_default_constructible_v<std::hash<Outcome>>); // a reason has no hash
 static_assert(std::is_same_v<decltype(Outcome::success(1).map([](int) { return std::string(); })),
     Result<std::string, AnyError>>);
 static_assert(std::is_same_v<decltype(Outcome::success(1).void_()), Result<Void, Reason>>);
@@ -219,6 +223,24 @@ TEST(Result, PrintsItsCaseAndContent)
     EXPECT_EQ(debugDescribe(Outcome::failure(Reason(1))), "failure(Reason(reason))");
     EXPECT_EQ(describe(Same::failure("bad")), "failure(\"bad\")");
     EXPECT_EQ((typeName<Result<long, Reason>>()), "Result<Int, Reason>");
+}
+
+TEST(Result, IsWrittenToStreams)
+{
+    std::ostringstream stream;
+    stream << Outcome::success(1);
+
+    EXPECT_EQ(stream.str(), "success(1)");
+}
+
+TEST(Result, HashesByItsCaseAndContent)
+{
+    const std::hash<Same> hash;
+
+    EXPECT_EQ(hash(Same::success("a")), hash(Same::success("a")));
+    EXPECT_NE(hash(Same::success("a")), hash(Same::success("b")));
+    EXPECT_NE(hash(Same::success("a")), hash(Same::failure("a")));
+    EXPECT_EQ((std::unordered_set{Same::failure("a"), Same::failure("a"), Same::success("a")}.size()), 2U);
 }
 
 TEST(Result, CanNeverFailWithNever)
