@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Any.hpp"
+#include "Orrenby/Platform/Objects/Describe.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Standard/SequenceOperation.hpp"
 #include <concepts>
@@ -12,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -22,6 +24,12 @@ namespace orrenby::inline ORRENBY_ABI {
 template <class Element> struct SeparatedElements {
     std::vector<Element> matching;
     std::vector<Element> notMatching;
+
+    /// `matching [1, 3], notMatching [2]`
+    std::string description() const
+    {
+        return "matching " + describe(matching) + ", notMatching " + describe(notMatching);
+    }
 
     friend bool operator==(const SeparatedElements&, const SeparatedElements&) = default;
 };
@@ -41,6 +49,12 @@ concept ProjectsPointee = requires(const Path& path, const Element& element)
 template <class Path, class Element>
 concept Projects
     = HasKeyPathTo<Path, Element> || ProjectsPointee<Path, Element> || std::invocable<Path&, const Element&>;
+
+/// Cannot be followed from an empty reference.
+template <class Path, class Element>
+concept LeadsFromPointee
+    = isRef<Element> && !HasKeyPathTo<Path,
+          Element> && (std::is_member_pointer_v<std::remove_cv_t<Path>> || !std::invocable<Path&, const Element&>);
 
 /// Through a key path, to an element or to the object it refers to; else as `std::invoke` does.
 template <class Path, class Element> decltype(auto) projected(Path& path, const Element& element)
@@ -156,6 +170,9 @@ inline constexpr auto compactMapOperation = [](auto&& sequence, auto& path) {
         if constexpr (requires { value.has_value(); }) {
             if (value.has_value())
                 result.push_back(*std::forward<decltype(value)>(value));
+        } else if constexpr (isRef<std::remove_cvref_t<decltype(value)>>) {
+            if (value != nullptr)
+                result.push_back(std::forward<decltype(value)>(value));
         } else
             result.push_back(std::forward<decltype(value)>(value));
     };
@@ -164,6 +181,9 @@ inline constexpr auto compactMapOperation = [](auto&& sequence, auto& path) {
     using Root = std::conditional_t<unwraps, Wrapped, Element>;
     std::vector<typename detail::PresentValue<detail::Projected<Path, Root>>::type> result;
     for (auto&& element : sequence) {
+        if constexpr (LeadsFromPointee<Path, Element>)
+            if (element == nullptr)
+                continue;
         if constexpr (!unwraps)
             keep(result, detail::projected(path, element));
         else if (element.has_value())
@@ -248,8 +268,9 @@ template <class F> [[nodiscard]] auto flatMap(F&& path)
     return detail::boundOperation(detail::flatMapOperation, std::forward<F>(path));
 }
 
-/// As `map`, but absent projections are dropped. Where the elements are optionals that the path does not lead
-/// from, it leads from what they hold, and absent elements are dropped as well.
+/// As `map`, but absent projections are dropped: empty optionals and empty references. Where the elements are
+/// optionals that the path does not lead from, or references, it leads from what they hold, and absent
+/// elements are dropped as well. A callable that takes references itself is given the empty ones, too.
 template <Sequence S, class F> auto compactMap(S&& sequence, F&& path)
 {
     return detail::compactMapOperation(sequence, path);
@@ -264,3 +285,16 @@ template <Sequence S> auto removeEmpty(S&& sequence) { return detail::removeEmpt
 inline auto removeEmpty() { return detail::boundOperation(detail::removeEmptyOperation); }
 
 } // namespace orrenby
+
+template <class Element> struct std::hash<orrenby::SeparatedElements<Element>> {
+    std::size_t operator()(const orrenby::SeparatedElements<Element>& parts) const
+    {
+        constexpr std::size_t factor = 0x9E3779B97F4A7C15U;
+        auto result = parts.matching.size();
+        for (const Element& element : parts.matching)
+            result = result * factor + std::hash<Element>{}(element);
+        for (const Element& element : parts.notMatching)
+            result = result * factor + std::hash<Element>{}(element);
+        return result;
+    }
+};

@@ -1,11 +1,13 @@
 #include "Orrenby/Standard/Sequences.hpp"
 
 #include "Orrenby/Platform/Objects/Array.hpp"
+#include "Orrenby/Platform/Objects/Printing.hpp"
 #include "Orrenby/Platform/Observing/KeyPath.hpp"
 #include <array>
 #include <gmock/gmock.h>
 #include <list>
 #include <ranges>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 
@@ -61,6 +63,17 @@ TEST(Sequences, EndAChainOfViews)
     //! [Ending a chain of views]
 }
 
+TEST(Sequences, BeginAChainOfViews)
+{
+    const std::vector<std::optional<int>> values{1, std::nullopt, 2, 3};
+    std::vector<int> result;
+
+    for (const int value : values | std::views::reverse | compact() | std::views::take(2))
+        result.push_back(value);
+
+    EXPECT_THAT(result, ElementsAre(3, 2));
+}
+
 TEST(Sequences, WalkOverViewsThatChangeWhileTheyAreWalked)
 {
     std::vector<int> values{1, 2, 3};
@@ -94,6 +107,18 @@ TEST(SequenceSeparate, KeepsTheOrder)
 TEST(SequenceSeparate, GivesTwoEmptyArraysForNothing)
 {
     EXPECT_EQ(separate(std::vector<int>(), isOdd), SeparatedElements<int>());
+}
+
+TEST(SequenceSeparate, GivesPartsThatPrintAndHash)
+{
+    const auto parts = separate(std::vector<int>{1, 2, 3}, isOdd);
+    const std::hash<SeparatedElements<int>> hash;
+    std::ostringstream stream;
+    stream << parts;
+
+    EXPECT_EQ(stream.str(), "matching [1, 3], notMatching [2]");
+    EXPECT_EQ(hash(parts), hash({{1, 3}, {2}}));
+    EXPECT_NE(hash(parts), hash({{1}, {3, 2}}));
 }
 
 TEST(SequenceCompactCast, KeepsReferencesToObjectsOfTheClass)
@@ -200,6 +225,22 @@ TEST(SequenceCompactMap, LeadsFromWhatOptionalElementsHold)
 
     EXPECT_THAT(compactMap(some, keyPath<&Note::title>()), ElementsAre("storm", "owl"));
     EXPECT_THAT(compactMap(some, &Note::page), ElementsAre(4));
+}
+
+TEST(SequenceCompactMap, DropsEmptyReferences)
+{
+    struct Page {
+        Ref<Note> note;
+    };
+    const auto storm = std::make_shared<Note>(notes[0]);
+    const std::vector<Page> pages{{nullptr}, {storm}};
+    const std::vector<Ref<Note>> shared{storm, nullptr};
+
+    EXPECT_THAT(compactMap(pages, &Page::note), ElementsAre(storm));
+    EXPECT_THAT(compactMap(shared, &Note::title), ElementsAre("storm"));
+    EXPECT_THAT(compactMap(shared, keyPath<&Note::title>()), ElementsAre("storm"));
+    EXPECT_THAT(
+        compactMap(shared, [](const Ref<Note>& note) { return note == nullptr; }), ElementsAre(false, true));
 }
 
 TEST(SequenceRemoveEmpty, KeepsPresentAndNonEmptyCollections)
