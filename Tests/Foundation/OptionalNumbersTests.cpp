@@ -76,6 +76,13 @@ TEST(OptionalNumbers, StayAtTheLimitsOfIntegers)
     EXPECT_EQ(intValue(std::numeric_limits<std::uint64_t>::max()), highest);
 }
 
+TEST(OptionalNumbers, AreInfiniteIn32BitsWhenTheyAreTooLarge)
+{
+    EXPECT_EQ(floatValue(1e300), std::numeric_limits<float>::infinity());
+    EXPECT_EQ(floatValue(-1e300), -std::numeric_limits<float>::infinity());
+    EXPECT_EQ(floatValue(1e-300), 0.0F);
+}
+
 TEST(OptionalNumbers, ReadLargeUnsignedIntegers)
 {
     EXPECT_EQ(doubleValue(std::numeric_limits<std::uint64_t>::max()), 0x1p64);

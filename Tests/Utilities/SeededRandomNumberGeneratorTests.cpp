@@ -135,6 +135,19 @@ TEST(SeededRandomNumberGenerator, CorrectsAMaximumBelowTheMinimum)
         ElementsAre("SeededRandomNumberGenerator min:3 is bigger than max:1 - resetting max to min"));
     ASSERT_EQ(log.count(Log::Level::warning), 1U);
     EXPECT_EQ(log.entries()[0].event.line(), 34);
+    EXPECT_EQ(log.entries()[0].event.function(), "init(_:min:max:)");
+}
+
+TEST(SeededRandomNumberGenerator, WarnsOfANegativeMinimumFirstAndNamesTheBoundsAsTheyWereGiven)
+{
+    const LogCapture log;
+
+    SeededRandomNumberGenerator generator("seed", {-5, -7});
+
+    EXPECT_THAT(log.messages(),
+        ElementsAre("SeededRandomNumberGenerator only supports non-negative ranges - correcting min from -5 "
+                    "to 0",
+            "SeededRandomNumberGenerator min:-5 is bigger than max:-7 - resetting max to min"));
 }
 
 TEST(SeededRandomNumberGenerator, ComparesTheMaximumWithTheMinimumAsItWasGiven)
