@@ -24,7 +24,7 @@ inline constexpr auto addressKey = "address";
 /// Tells the feed who signs in, and why somebody is refused: the user of the session once it has started,
 /// and whoever a notification names. Who signed in last is the session's user.
 ///
-/// There are no passwords, and nobody is signed in anywhere.
+/// There are no passwords. The service learns who it is with the first upload.
 ///
 /// Not synchronised.
 class SignInWorker : public orrenby::AbstractWorker, Counted<Part::worker> {
