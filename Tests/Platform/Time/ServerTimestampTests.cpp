@@ -70,10 +70,11 @@ AssertionResult agreesOnSeconds(std::uint64_t seed, int days)
     return AssertionSuccess();
 }
 
-/// Milliseconds that ICU reads, but for the white space and the missing end that a strict reader refuses.
+/// Milliseconds that ICU reads, but for the white space, the exponents and the missing end that a strict
+/// reader refuses.
 std::optional<double> judged(ICUTimestamps& icu, const std::string& text)
 {
-    const bool isRefused = text.back() != 'Z' || text.find_first_of(" \t\n\v\f\r") != std::string::npos;
+    const bool isRefused = text.back() != 'Z' || text.find_first_of(" \t\n\v\f\rEe") != std::string::npos;
     return isRefused ? std::nullopt : icu.read(text);
 }
 
