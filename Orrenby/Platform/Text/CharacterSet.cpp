@@ -2,6 +2,7 @@
 
 #include "Orrenby/Platform/Text/UTF8.hpp"
 #include <algorithm>
+#include <fmt/format.h>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -84,6 +85,25 @@ CharacterSet CharacterSet::union_(const CharacterSet& other) const
 CharacterSet CharacterSet::intersection(const CharacterSet& other) const
 {
     return inverted().union_(other.inverted()).inverted();
+}
+
+std::string CharacterSet::description() const
+{
+    std::string text;
+    for (const auto [first, last] : m_stretches) {
+        text += fmt::format("{}U+{:04X}", text.empty() ? "" : ", ", static_cast<std::uint32_t>(first));
+        if (first != last)
+            text += fmt::format(" to U+{:04X}", static_cast<std::uint32_t>(last));
+    }
+    return text.empty() ? "none" : text;
+}
+
+std::size_t CharacterSet::hash() const noexcept
+{
+    std::size_t result = m_stretches.size();
+    for (const auto [first, last] : m_stretches)
+        result = (result * 0x9E3779B97F4A7C15U + first) * 0x9E3779B97F4A7C15U + last;
+    return result;
 }
 
 // The ready-made sets are never destroyed, so that texts can still be trimmed while the process exits.

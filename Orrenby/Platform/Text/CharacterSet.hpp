@@ -7,6 +7,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -64,6 +66,12 @@ public:
 
     bool isEmpty() const noexcept { return m_stretches.empty(); }
 
+    /// What follows each other as one stretch: `U+0009 to U+000D, U+0020`; `none` when empty.
+    std::string description() const;
+
+    /// Linear in the number of stretches.
+    std::size_t hash() const noexcept;
+
     friend bool operator==(const CharacterSet& first, const CharacterSet& second) noexcept
     {
         return first.m_stretches == second.m_stretches;
@@ -89,3 +97,7 @@ private:
 };
 
 } // namespace orrenby
+
+template <> struct std::hash<orrenby::CharacterSet> {
+    std::size_t operator()(const orrenby::CharacterSet& set) const noexcept { return set.hash(); }
+};

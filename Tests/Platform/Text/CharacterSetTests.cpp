@@ -1,6 +1,8 @@
 #include "Orrenby/Platform/Text/CharacterSet.hpp"
 
+#include "Orrenby/Platform/Objects/Printing.hpp"
 #include <gmock/gmock.h>
+#include <sstream>
 #include <vector>
 
 using namespace orrenby;
@@ -110,4 +112,23 @@ TEST(CharacterSet, ListsWhatAQueryAllows)
 TEST(CharacterSet, TakesBrokenTextAsReplacements)
 {
     EXPECT_THAT(members(CharacterSet("a\xFF")), ElementsAre('a', 0xFFFD));
+}
+
+TEST(CharacterSet, PrintsItsStretches)
+{
+    std::ostringstream stream;
+    stream << CharacterSet::newlines();
+
+    EXPECT_EQ(stream.str(), "U+000A to U+000D, U+0085, U+2028 to U+2029");
+    EXPECT_EQ(describe(CharacterSet()), "none");
+    EXPECT_EQ(describe(CharacterSet("\U0001F600")), "U+1F600");
+}
+
+TEST(CharacterSet, HashesByItsMembers)
+{
+    const std::hash<CharacterSet> hash;
+
+    EXPECT_EQ(hash(CharacterSet("cba")), hash(CharacterSet::fromRange('a', 'c')));
+    EXPECT_NE(hash(CharacterSet("ac")), hash(CharacterSet("abc")));
+    EXPECT_NE(hash(CharacterSet()), hash(CharacterSet("a")));
 }

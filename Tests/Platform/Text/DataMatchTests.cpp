@@ -14,6 +14,13 @@ DataMatch number() { return {DataKind::PhoneNumber, {0, 3}, 0, 3, std::nullopt};
 
 } // namespace
 
+TEST(DataKind, HasNumbersThatAreKept)
+{
+    EXPECT_EQ(static_cast<std::uint32_t>(DataKind::Address), 16U);
+    EXPECT_EQ(static_cast<std::uint32_t>(DataKind::Link), 32U);
+    EXPECT_EQ(static_cast<std::uint32_t>(DataKind::PhoneNumber), 2048U);
+}
+
 TEST(DataKind, PrintsTheKindsThatAreIn)
 {
     EXPECT_EQ(describe(DataKind::None), "None");
