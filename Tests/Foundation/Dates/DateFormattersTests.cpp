@@ -254,6 +254,16 @@ TEST(DateFormatters, SetUpTheLimitOfTheirCache)
     EXPECT_EQ(DateFormatters::cache()->count(), 0U);
 }
 
+TEST(DateFormatters, StayWhenTheLimitOfTheirCacheIsSetUp)
+{
+    const auto somewhere = LocaleOverride();
+    const auto kept = DateFormatters::birthday();
+
+    DateFormatters::setupCache();
+
+    EXPECT_EQ(DateFormatters::birthday(), kept);
+}
+
 TEST(DateFormatters, KeepTheLanguageThatTheyWereMadeFor)
 {
     const auto start = LocaleOverride({.locale = "de_DE"});

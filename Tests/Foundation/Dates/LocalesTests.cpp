@@ -7,11 +7,13 @@
 #include <gmock/gmock.h>
 #include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
 using namespace orrenby;
 using orrenby::testing::LocaleOverride;
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -152,6 +154,25 @@ TEST(TranslationBundle, IsThatOfTheLibrary)
 TEST(TranslationBundle, IsTheApplicationsWhenNoneIsRegistered)
 {
     EXPECT_EQ(Locales::translationBundle<Invoice>(), Bundle::main());
+}
+
+TEST(TranslationBundle, IsAskedForByThreadsWhileItIsRegistered)
+{
+    const auto maps = Bundle("com.example.maps");
+    std::vector<int> right(3);
+    std::vector<std::thread> threads;
+
+    for (int& count : right)
+        threads.emplace_back([&] {
+            for (int round = 0; round < 100; ++round) {
+                Locales::registerTranslationBundle<MapsToken>(maps);
+                count += Locales::translationBundle<Route>() == maps ? 1 : 0;
+            }
+        });
+    for (auto& thread : threads)
+        thread.join();
+
+    EXPECT_THAT(right, Each(100));
 }
 
 TEST(TranslationBundle, IsTheOneRegisteredLast)
