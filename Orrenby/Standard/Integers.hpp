@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// What integers lack: spans of time, and tests of ranges.
+/// What integers lack: spans of time, tests of ranges, and of being even.
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/FatalError.hpp"
@@ -39,6 +39,11 @@ constexpr bool in(Value value, const ClosedRange<Bound>& range) noexcept
 {
     return std::cmp_less_equal(range.lowerBound(), value) && std::cmp_less_equal(value, range.upperBound());
 }
+
+/// Whether the value is a multiple of 2: also 0 and negative even numbers.
+///
+/// @snippet Tests/Standard/IntegersTests.cpp Telling even from odd
+template <std::integral Integer> constexpr bool isEven(Integer value) noexcept { return value % 2 == 0; }
 
 /// So many minutes in seconds. More seconds than 64 bits hold are a programming error and end the process.
 template <std::signed_integral Integer> constexpr double minutes(Integer count)

@@ -20,6 +20,18 @@ concept CountsMinutes = requires(T count)
 
 } // namespace
 
+TEST(Integers, AreEvenOrOdd)
+{
+    //! [Telling even from odd]
+    static_assert(isEven(0) && isEven(-2) && !isEven(3));
+    //! [Telling even from odd]
+    EXPECT_TRUE(isEven(INT64_MIN));
+    EXPECT_FALSE(isEven(INT64_MAX));
+    EXPECT_FALSE(isEven(UINT64_MAX));
+    EXPECT_FALSE(isEven(-1));
+    EXPECT_TRUE(isEven(static_cast<std::uint8_t>(254)));
+}
+
 TEST(Integers, CountTime)
 {
     //! [Counting time]

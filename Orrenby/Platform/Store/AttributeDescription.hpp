@@ -13,7 +13,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// What an attribute holds.
 enum class AttributeKind : std::uint8_t {
     Int,    ///< `std::int64_t`
-    Double, ///< `double`; what is no number cannot be stored
+    Double, ///< `double`; what is no number cannot be stored, −0 is kept as 0
     Bool,
     Text,
     Bytes, ///< `Data`

@@ -5,10 +5,6 @@ namespace orrenby::inline ORRENBY_ABI::detail {
 
 namespace {
 
-// Names consist of letters, digits and underscores: quoting them is enough, and dots make names that no
-// entity has.
-std::string quotedName(const std::string& name) { return '"' + name + '"'; }
-
 const char* columnType(AttributeKind kind)
 {
     switch (kind) {

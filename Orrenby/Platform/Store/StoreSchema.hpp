@@ -14,6 +14,10 @@ class NSManagedObjectModel;
 
 namespace detail {
 
+/// A name as statements spell it. Names consist of letters, digits and underscores, so that quoting is
+/// enough; those of further tables are made with dots, which no entity's has.
+inline std::string quotedName(const std::string& name) { return '"' + name + '"'; }
+
 /// The statements that make the tables, one per element, always in the same order.
 ORRENBY_EXPORT std::vector<std::string> schemaStatements(const NSManagedObjectModel& model);
 

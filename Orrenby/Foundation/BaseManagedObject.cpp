@@ -1,0 +1,7 @@
+#include "Orrenby/Foundation/BaseManagedObject.hpp"
+
+namespace orrenby::inline ORRENBY_ABI {
+
+BaseManagedObject::~BaseManagedObject() = default;
+
+} // namespace orrenby

@@ -1,0 +1,64 @@
+#include "Orrenby/Foundation/NSManagedObjectContext.hpp"
+#include <exception>
+
+namespace orrenby::inline ORRENBY_ABI {
+
+namespace {
+
+void runOptional(UniqueFunction<void(const Ref<NSManagedObjectContext>&)>& function,
+    const Ref<NSManagedObjectContext>& context) noexcept
+{
+    if (function)
+        function(context);
+}
+
+} // namespace
+
+namespace detail {
+
+bool isContextValid(const Ref<NSManagedObjectContext>& context)
+{
+    return context->userInfo().cast<bool>(managedObjectContextIsValidKey).value_or(false);
+}
+
+void saveContextChanges(const Ref<NSManagedObjectContext>& context)
+{
+    if (isContextValid(context) && context->hasChanges())
+        context->save();
+}
+
+} // namespace detail
+
+void setIsValid(const Ref<NSManagedObjectContext>& context, bool valid)
+{
+    context->userInfo().set(managedObjectContextIsValidKey, valid);
+}
+
+void set(const Ref<NSManagedObjectContext>& context, const ContextValidity& validity)
+{
+    setIsValid(context, validity.valid);
+    const auto& parent = context->parent();
+    if (validity.withParent && parent)
+        parent->performAndWait([&] { setIsValid(parent, validity.valid); });
+}
+
+void commit(const Ref<NSManagedObjectContext>& context, CommitOptions options,
+    UniqueFunction<void(const Ref<NSManagedObjectContext>&)> transaction)
+{
+    std::exception_ptr kept;
+    context->performAndWait([&] {
+        runOptional(options.prepare, context);
+        try {
+            transaction(context);
+            if (context->hasChanges())
+                context->save();
+        } catch (...) {
+            kept = std::current_exception();
+        }
+        runOptional(options.cleanup, context);
+    });
+    if (kept)
+        std::rethrow_exception(kept);
+}
+
+} // namespace orrenby

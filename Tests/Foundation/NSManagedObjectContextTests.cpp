@@ -1,0 +1,239 @@
+#include "Orrenby/Foundation/NSManagedObjectContext.hpp"
+
+#include "Orrenby/Platform/Scheduling/DispatchQueue.hpp"
+#include <gmock/gmock.h>
+#include <stdexcept>
+
+using namespace orrenby;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+using Context = Ref<NSManagedObjectContext>;
+
+Context makeContext()
+{
+    const auto model = NSManagedObjectModel::make(1, {{.name = "Note", .attributes = {{.name = "text"}}}});
+    return make<NSManagedObjectContext>(PersistentStore::open(model));
+}
+
+void insertNote(const Context& context, const Any& text = "text")
+{
+    context->insert("Note")->setValue("text", text);
+}
+
+std::size_t savedNotes(const Context& context)
+{
+    return make<NSManagedObjectContext>(context->persistentStore())->fetch({.entity = "Note"}).size();
+}
+
+} // namespace
+
+TEST(NSManagedObjectContextValidity, IsFalseUntilItIsSet)
+{
+    const auto context = makeContext();
+
+    EXPECT_FALSE(context | isValid);
+    setIsValid(context, true);
+    EXPECT_TRUE(isValid(context));
+    setIsValid(context, false);
+    EXPECT_FALSE(context | isValid);
+}
+
+TEST(NSManagedObjectContextValidity, IsABooleanInTheUserInformation)
+{
+    const auto context = makeContext();
+
+    setIsValid(context, true);
+
+    EXPECT_EQ(context->userInfo(), Dictionary({{"CoreDataServiceContextIsValidKey", true}}));
+}
+
+TEST(NSManagedObjectContextValidity, WhatIsNoBooleanIsFalse)
+{
+    const auto context = makeContext();
+
+    for (const Any& value : {Any(1), Any(1.0), Any("true"), Any()}) {
+        context->userInfo().set("CoreDataServiceContextIsValidKey", value);
+        EXPECT_FALSE(context | isValid) << value.description();
+    }
+}
+
+TEST(NSManagedObjectContextValidity, IsSetForTheContextAlone)
+{
+    const auto parent = makeContext();
+    const auto context = make<NSManagedObjectContext>(parent);
+
+    set(context, {.valid = true});
+
+    EXPECT_TRUE(context | isValid);
+    EXPECT_FALSE(parent | isValid);
+}
+
+TEST(NSManagedObjectContextValidity, IsSetForOneLevelOfParents)
+{
+    const auto grandparent = makeContext();
+    const auto parent = make<NSManagedObjectContext>(grandparent);
+    const auto context = make<NSManagedObjectContext>(parent);
+
+    set(context, {.valid = true, .withParent = true});
+    EXPECT_TRUE(context | isValid);
+    EXPECT_TRUE(parent | isValid);
+    EXPECT_FALSE(grandparent | isValid);
+
+    set(context, {.valid = false, .withParent = true});
+    EXPECT_FALSE(context | isValid);
+    EXPECT_FALSE(parent | isValid);
+}
+
+TEST(NSManagedObjectContextValidity, WithoutAParentOnlyTheContextChanges)
+{
+    const auto context = makeContext();
+    setIsValid(context, true);
+
+    set(context, {.valid = false, .withParent = true});
+
+    EXPECT_FALSE(context | isValid);
+}
+
+TEST(NSManagedObjectContextSaveChanges, SavesAValidContext)
+{
+    //! [Saving what is valid]
+    const auto context = makeContext();
+    context->insert("Note")->setValue("text", "Call Eva");
+
+    context | saveChanges;
+    EXPECT_TRUE(context->hasChanges());
+
+    setIsValid(context, true);
+    context | saveChanges;
+    EXPECT_FALSE(context->hasChanges());
+    //! [Saving what is valid]
+    EXPECT_EQ(savedNotes(context), 1u);
+}
+
+TEST(NSManagedObjectContextSaveChanges, WithoutChangesDoesNothing)
+{
+    const auto context = makeContext();
+    setIsValid(context, true);
+
+    EXPECT_NO_THROW(saveChanges(context));
+}
+
+TEST(NSManagedObjectContextSaveChanges, ThrowsTheFailureOfASaveAndKeepsTheChanges)
+{
+    const auto context = makeContext();
+    setIsValid(context, true);
+    insertNote(context, Any());
+
+    EXPECT_THROW(saveChanges(context), StoreError);
+    EXPECT_TRUE(context->hasChanges());
+}
+
+TEST(NSManagedObjectContextCommit, PreparesRunsSavesAndCleansUpInThisOrder)
+{
+    const auto context = makeContext();
+    std::vector<std::string> steps;
+
+    //! [Committing a transaction]
+    commit(context,
+        {.prepare = [&](const Context&) { steps.push_back("prepare"); },
+            .cleanup = [&](const Context& own) { steps.push_back(own->hasChanges() ? "unsaved" : "saved"); }},
+        [&](const Context& own) {
+            own->insert("Note")->setValue("text", "Call Eva");
+            steps.push_back("transaction");
+        });
+
+    EXPECT_THAT(steps, ElementsAre("prepare", "transaction", "saved"));
+    //! [Committing a transaction]
+    EXPECT_EQ(savedNotes(context), 1u);
+}
+
+TEST(NSManagedObjectContextCommit, NeedsNeitherPreparationNorCleanup)
+{
+    const auto context = makeContext();
+
+    commit(context, {}, [](const Context& own) { insertNote(own); });
+
+    EXPECT_EQ(savedNotes(context), 1u);
+}
+
+TEST(NSManagedObjectContextCommit, DoesNotAskWhetherTheContextIsValid)
+{
+    const auto context = makeContext();
+    setIsValid(context, false);
+
+    commit(context, {}, [](const Context& own) { insertNote(own); });
+
+    EXPECT_FALSE(context->hasChanges());
+}
+
+TEST(NSManagedObjectContextCommit, ATransactionThatThrowsIsNotSavedButCleanedUp)
+{
+    const auto context = makeContext();
+    std::vector<std::string> steps;
+
+    EXPECT_THROW(commit(context, {.cleanup = [&](const Context&) { steps.push_back("cleanup"); }},
+                     [&](const Context& own) {
+                         insertNote(own);
+                         throw std::runtime_error("no");
+                     }),
+        std::runtime_error);
+
+    EXPECT_THAT(steps, ElementsAre("cleanup"));
+    EXPECT_EQ(savedNotes(context), 0u);
+    EXPECT_TRUE(context->hasChanges());
+}
+
+TEST(NSManagedObjectContextCommit, ASaveThatFailsIsThrownAfterTheCleanup)
+{
+    const auto context = makeContext();
+    bool isCleanedUp = false;
+
+    EXPECT_THROW(commit(context, {.cleanup = [&](const Context&) { isCleanedUp = true; }},
+                     [](const Context& own) { insertNote(own, Any()); }),
+        StoreError);
+
+    EXPECT_TRUE(isCleanedUp);
+    EXPECT_TRUE(context->hasChanges());
+}
+
+TEST(NSManagedObjectContextCommit, TheCleanupMayUndoWhatFailed)
+{
+    const auto context = makeContext();
+
+    EXPECT_THROW(commit(context, {.cleanup = [](const Context& own) { own->rollback(); }},
+                     [](const Context& own) { insertNote(own, Any()); }),
+        StoreError);
+
+    EXPECT_FALSE(context->hasChanges());
+}
+
+TEST(NSManagedObjectContextCommit, MayBeNestedOnTheQueueOfTheContext)
+{
+    const auto context = makeContext();
+
+    commit(context, {}, [](const Context& own) {
+        commit(own, {}, [](const Context& inner) { insertNote(inner); });
+        EXPECT_FALSE(own->hasChanges());
+        insertNote(own);
+    });
+
+    EXPECT_EQ(savedNotes(context), 2u);
+}
+
+TEST(NSManagedObjectContextCommit, RunsAfterWhatTheQueueWasGivenBefore)
+{
+    const auto context = makeContext();
+    context->perform([&] { insertNote(context); });
+
+    commit(context, {}, [](const Context& own) { EXPECT_TRUE(own->hasChanges()); });
+
+    EXPECT_EQ(savedNotes(context), 1u);
+}
+
+TEST(NSManagedObjectContextCommit, OfNothingSavesNothing)
+{
+    EXPECT_NO_THROW(commit(makeContext(), {}, [](const Context&) {}));
+}
