@@ -5,6 +5,7 @@
 
 #include "Orrenby/Foundation/AnyEntries.hpp"
 #include "Orrenby/Foundation/Arrays.hpp"
+#include "Orrenby/Foundation/BaseManagedObject.hpp"
 #include "Orrenby/Foundation/Chrono.hpp"
 #include "Orrenby/Foundation/Countdowns.hpp"
 #include "Orrenby/Foundation/Dates/DateDifferences.hpp"
@@ -14,6 +15,7 @@
 #include "Orrenby/Foundation/Hashes.hpp"
 #include "Orrenby/Foundation/NSAttributedString.hpp"
 #include "Orrenby/Foundation/NSError.hpp"
+#include "Orrenby/Foundation/NSManagedObjectContext.hpp"
 #include "Orrenby/Foundation/OptionalNumbers.hpp"
 #include "Orrenby/Foundation/QueryParameters.hpp"
 #include "Orrenby/Foundation/Requests/BodyPart.hpp"

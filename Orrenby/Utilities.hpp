@@ -35,6 +35,7 @@
 #include "Orrenby/Utilities/Identifier.hpp"
 #include "Orrenby/Utilities/JSON/AnyJSONValue.hpp"
 #include "Orrenby/Utilities/JSON/JSONObject.hpp"
+#include "Orrenby/Utilities/Log+Models.hpp"
 #include "Orrenby/Utilities/Log.hpp"
 #include "Orrenby/Utilities/Log/AnyLoggable.hpp"
 #include "Orrenby/Utilities/Log/Append.hpp"
