@@ -13,8 +13,8 @@ namespace orrenby::inline ORRENBY_ABI {
 /// The date of a server timestamp such as `2020-01-02T03:04:05.678Z`, as `DateFormatters::halvetServer`
 /// reads it: strictly, and the whole text. Nothing for any other text.
 ///
-/// A number may have more digits than in the format, and the year, the month, the hour and the fraction may
-/// have fewer: "20-01-02T3:04:05.6Z" is a timestamp of the year 20.
+/// A number may have a few digits more than in the format, and the year, the month, the hour and the fraction
+/// may have fewer: "20-01-02T3:04:05.6Z" is a timestamp of the year 20.
 ///
 /// @snippet Tests/Foundation/Dates/DateFromTextTests.cpp Reading a timestamp
 ///
