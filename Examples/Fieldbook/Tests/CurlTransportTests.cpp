@@ -6,6 +6,7 @@
 #include "Examples/Fieldbook/Service/Mood.hpp"
 #include "Examples/Fieldbook/Service/ReportService.hpp"
 #include "Examples/Fieldbook/Service/ServiceServer.hpp"
+#include "Examples/Fieldbook/Tests/Loopback.hpp"
 #include "Orrenby/Platform/Scheduling/Thread.hpp"
 #include <arpa/inet.h>
 #include <filesystem>
@@ -54,6 +55,8 @@ protected:
         if (const auto problem = started.error())
             GTEST_SKIP() << *problem;
         server = std::move(started).unwrap();
+        if (const auto problem = whyUnreachable(server->port()))
+            GTEST_SKIP() << *problem;
         url = orrenby::URL::make(server->address()).value();
         ASSERT_NE(::mkdtemp(folder.data()), nullptr);
     }

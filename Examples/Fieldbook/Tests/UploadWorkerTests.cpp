@@ -1,6 +1,7 @@
 #include "Examples/Fieldbook/UploadWorker.hpp"
 
 #include "Examples/Fieldbook/Service/Mood.hpp"
+#include "Examples/Fieldbook/Tests/Loopback.hpp"
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -17,6 +18,7 @@ using namespace fieldbook;
 using namespace std::chrono_literals;
 using orrenby::operator""_email;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 class UploadWorkerTest : public ::testing::Test {
@@ -53,6 +55,10 @@ protected:
         if (const auto problem = started.error())
             GTEST_SKIP() << *problem;
         server = std::move(started).unwrap();
+        if (const auto problem = whyUnreachable(server->port())) {
+            server.reset();
+            GTEST_SKIP() << *problem;
+        }
         session.service = orrenby::URL::make(server->address());
     }
 
@@ -186,13 +192,16 @@ TEST_F(UploadWorkerTest, TakesUpWhatItHadToLeaveWhenItIsStartedAgain)
 
 TEST_F(UploadWorkerTest, StartsAServiceOfItsOwn)
 {
+    listen(); // only to find out whether that can be done here
+    if (!server)
+        return;
+    session.service.reset();
     worker->start();
 
     uploadAndWait();
 
-    if (printed().find("! no service: ") != std::string::npos)
-        GTEST_SKIP() << printed();
     EXPECT_EQ(session.uploads.sent, 2);
+    EXPECT_THAT(service->received(), IsEmpty());
 }
 
 } // namespace
