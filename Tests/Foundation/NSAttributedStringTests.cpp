@@ -210,6 +210,15 @@ TEST(ImageMarkup, TakesTheImagesInOrder)
     EXPECT_EQ(illustrated("a [1][2] b", {first, second}), wanted.attributedString());
 }
 
+TEST(ImageMarkup, PutsEqualNeighboursIntoOneStretch)
+{
+    const auto text = illustrated("[a][b]", {Image({1, 12}), Image({1, 12})});
+
+    EXPECT_EQ(text.string(), "\uFFFC\uFFFC");
+    EXPECT_EQ(text.runs().size(), 1U);
+    EXPECT_EQ(text.attributes(1), text.attributes(0));
+}
+
 TEST(ImageMarkup, GivesAnImageNoOtherAttributes)
 {
     EXPECT_EQ(illustrated("[]", {Image({1, 12})}).attributes(0).size(), 1U);
