@@ -42,21 +42,21 @@ URL prepending(URL url, const URL& baseURL)
     return url;
 }
 
-URL addingQueryItems(const URL& url, const QueryItems& items, QueryEncoding encoding)
+URL addingQueryItems(const URL& url, const QueryItems& items, QueryEncoding form)
 {
     if (items.empty())
         return url;
     std::string query(url.query().value_or(""));
     if (!query.empty())
         query += '&';
-    return withQuery(url, query + items.encoded(encoding));
+    return withQuery(url, query + items.encoded(form));
 }
 
-URL settingQueryItems(const URL& url, const QueryItems& items, QueryEncoding encoding)
+URL settingQueryItems(const URL& url, const QueryItems& items, QueryEncoding form)
 {
     if (items.empty())
         return withQuery(url, std::nullopt);
-    return withQuery(url, items.encoded(encoding));
+    return withQuery(url, items.encoded(form));
 }
 
 } // namespace detail

@@ -18,8 +18,8 @@ namespace detail {
 
 ORRENBY_EXPORT std::optional<Dictionary> queryParams(const URL& url);
 ORRENBY_EXPORT URL prepending(URL url, const URL& baseURL);
-ORRENBY_EXPORT URL addingQueryItems(const URL& url, const QueryItems& items, QueryEncoding encoding);
-ORRENBY_EXPORT URL settingQueryItems(const URL& url, const QueryItems& items, QueryEncoding encoding);
+ORRENBY_EXPORT URL addingQueryItems(const URL& url, const QueryItems& items, QueryEncoding form);
+ORRENBY_EXPORT URL settingQueryItems(const URL& url, const QueryItems& items, QueryEncoding form);
 
 } // namespace detail
 
@@ -61,16 +61,16 @@ inline constexpr auto prepending = pipeable<URL>(
 ///
 /// Linear. Safe to use from several threads.
 inline constexpr auto addingQueryItems = pipeable<const URL&>(
-    [](const URL& url, const QueryItems& items, QueryEncoding encoding = QueryEncoding::Percent) {
-        return detail::addingQueryItems(url, items, encoding);
+    [](const URL& url, const QueryItems& items, QueryEncoding form = QueryEncoding::Percent) {
+        return detail::addingQueryItems(url, items, form);
     });
 
 /// The URL with these items as its query, and with no query when there are none.
 ///
 /// @snippet Tests/Foundation/URLTests.cpp Adding to a query
 inline constexpr auto settingQueryItems = pipeable<const URL&>(
-    [](const URL& url, const QueryItems& items, QueryEncoding encoding = QueryEncoding::Percent) {
-        return detail::settingQueryItems(url, items, encoding);
+    [](const URL& url, const QueryItems& items, QueryEncoding form = QueryEncoding::Percent) {
+        return detail::settingQueryItems(url, items, form);
     });
 
 } // namespace orrenby

@@ -14,18 +14,18 @@ namespace {
 
 bool isNothing(const URLQueryItem& item) { return item.name.empty() && !item.value; }
 
-std::optional<std::string> decoded(std::string_view text, QueryEncoding encoding)
+std::optional<std::string> decoded(std::string_view text, QueryEncoding form)
 {
-    if (encoding == QueryEncoding::Percent || text.find('+') == std::string_view::npos)
+    if (form == QueryEncoding::Percent || text.find('+') == std::string_view::npos)
         return removingPercentEncoding(text);
     std::string withBlanks(text);
     std::replace(withBlanks.begin(), withBlanks.end(), '+', ' ');
     return removingPercentEncoding(withBlanks);
 }
 
-std::string escaped(std::string_view text, QueryEncoding encoding)
+std::string escaped(std::string_view text, QueryEncoding form)
 {
-    if (encoding == QueryEncoding::Percent)
+    if (form == QueryEncoding::Percent)
         return detail::escapedForURL(text, detail::URLPart::Query, "!$&'()*+,;=:@/?");
     std::string result;
     for (std::optional<std::string_view> rest = text; rest;) {
@@ -49,15 +49,15 @@ QueryItems::QueryItems(const std::vector<URLQueryItem>& items)
     std::remove_copy_if(items.begin(), items.end(), std::back_inserter(m_items), isNothing);
 }
 
-std::optional<QueryItems> QueryItems::make(std::string_view query, QueryEncoding encoding)
+std::optional<QueryItems> QueryItems::make(std::string_view query, QueryEncoding form)
 {
     QueryItems result;
     for (std::optional<std::string_view> rest = query; rest;) {
         auto name = *rest;
         rest = detail::takeBehind(name, '&');
         const auto value = detail::takeBehind(name, '=');
-        auto decodedName = decoded(name, encoding);
-        auto decodedValue = value ? decoded(*value, encoding) : std::nullopt;
+        auto decodedName = decoded(name, form);
+        auto decodedValue = value ? decoded(*value, form) : std::nullopt;
         if (!decodedName || (value && !decodedValue))
             return std::nullopt;
         result.append({*std::move(decodedName), std::move(decodedValue)});
@@ -65,20 +65,20 @@ std::optional<QueryItems> QueryItems::make(std::string_view query, QueryEncoding
     return result;
 }
 
-std::optional<QueryItems> QueryItems::make(const URL& url, QueryEncoding encoding)
+std::optional<QueryItems> QueryItems::make(const URL& url, QueryEncoding form)
 {
-    return make(url.query().value_or(""), encoding);
+    return make(url.query().value_or(""), form);
 }
 
-std::string QueryItems::encoded(QueryEncoding encoding) const
+std::string QueryItems::encoded(QueryEncoding form) const
 {
     std::string query;
     for (const auto& [name, value] : m_items) {
         if (!query.empty())
             query += '&';
-        query += escaped(name, encoding);
+        query += escaped(name, form);
         if (value)
-            query += "=" + escaped(*value, encoding);
+            query += "=" + escaped(*value, form);
     }
     return query;
 }

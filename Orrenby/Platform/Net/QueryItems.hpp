@@ -50,16 +50,16 @@ public:
     /// Reads a query without its "?". Nothing when a "%" stands without two digits, or what is escaped is no
     /// UTF-8. Other characters that should have been escaped stand for themselves.
     static std::optional<QueryItems> make(
-        std::string_view query, QueryEncoding encoding = QueryEncoding::Percent);
+        std::string_view query, QueryEncoding form = QueryEncoding::Percent);
 
     /// Reads the query of a URL; no items when it has none.
-    static std::optional<QueryItems> make(const URL& url, QueryEncoding encoding = QueryEncoding::Percent);
+    static std::optional<QueryItems> make(const URL& url, QueryEncoding form = QueryEncoding::Percent);
 
     /// The query without "?", ASCII letters, digits and "-._" as they are and all else escaped ("~" stays,
     /// and in a form "*" instead). A plus is escaped in both encodings, so that nobody takes it for a blank.
     ///
     /// Bytes that are no UTF-8 are escaped as they are; `make` refuses them. Linear.
-    std::string encoded(QueryEncoding encoding = QueryEncoding::Percent) const;
+    std::string encoded(QueryEncoding form = QueryEncoding::Percent) const;
 
     /// The first value under the name: an empty text for an item without value, nothing without an item.
     /// Valid until the list changes.
