@@ -18,11 +18,7 @@ public:
 
     void take(const RecordRow& row) override
     {
-        auto record = m_state.registry->find(*m_entity, row.key);
-        if (!record) {
-            record = std::make_shared<ManagedRecord>(m_entity, row.key, m_state.registry);
-            record->isFault = true;
-        }
+        auto record = m_state.registry->findOrMake(m_entity, row.key, m_state.registry);
         if (record->isFault) {
             row.read(record->values);
             record->version = row.version;

@@ -28,17 +28,11 @@ bool isNoNumber(const Any& value)
         || (date != nullptr && std::isnan(date->secondsSince1970()));
 }
 
-std::int64_t renamed(std::int64_t key, const ContextState::NewKeys& newKeys)
-{
-    const auto found = key < 0 ? newKeys.find(key) : newKeys.end();
-    return found != newKeys.end() ? found->second : key;
-}
-
-void rename(std::set<std::int64_t>& keys, const ContextState::NewKeys& newKeys)
+void rename(std::set<std::int64_t>& keys, const NewKeys& newKeys)
 {
     std::set<std::int64_t> result;
     for (const auto key : keys)
-        result.insert(renamed(key, newKeys));
+        result.insert(newKeys.renamed(key));
     keys = std::move(result);
 }
 
@@ -116,7 +110,8 @@ void ContextState::adopt(std::span<RecordChange> changes)
     NewKeys newKeys;
     for (const auto& change : changes)
         if (change.record->key != change.key)
-            newKeys.emplace(change.record->key, change.key);
+            newKeys.add(change.record->key, change.key);
+    newKeys.sort();
     for (const auto& change : changes) {
         auto& record = *change.record;
         if (change.kind == RecordChange::Kind::Delete) {
@@ -138,7 +133,7 @@ void ContextState::adopt(std::span<RecordChange> changes)
     for (const auto& record : saved)
         record->isTracked = false;
     m_changeCount = 0;
-    if (newKeys.empty())
+    if (newKeys.isEmpty())
         return;
     for (const auto& child : m_children)
         if (const auto context = child.lock())
@@ -147,21 +142,21 @@ void ContextState::adopt(std::span<RecordChange> changes)
 
 void ContextState::rename(ManagedRecord& record, const NewKeys& newKeys)
 {
-    if (newKeys.empty())
+    if (newKeys.isEmpty())
         return;
-    if (const auto key = renamed(record.key, newKeys); key != record.key)
+    if (const auto key = newKeys.renamed(record.key); key != record.key)
         registry->rename(record, key);
     for (auto* const values : {&record.values, record.snapshot.get()})
         for (std::size_t slot = record.entity->attributes().size();
              values != nullptr && slot < values->size(); ++slot)
             if (Any& value = (*values)[slot]; !value.isNull())
-                value = renamed(*value.get<std::int64_t>(), newKeys);
+                value = newKeys.renamed(*value.get<std::int64_t>());
     for (auto& set : record.sets) {
         detail::rename(set.added, newKeys);
         detail::rename(set.removed, newKeys);
         if (set.stored) {
             for (auto& key : *set.stored)
-                key = renamed(key, newKeys);
+                key = newKeys.renamed(key);
             std::sort(set.stored->begin(), set.stored->end());
         }
     }
@@ -170,7 +165,7 @@ void ContextState::rename(ManagedRecord& record, const NewKeys& newKeys)
 void ContextState::announceKeys(const NewKeys& newKeys)
 {
     const std::lock_guard lock(m_mutex);
-    m_announcedKeys.insert(newKeys.begin(), newKeys.end());
+    m_announcedKeys.add(newKeys);
     m_hasAnnouncedKeys.store(true, std::memory_order_release);
 }
 
@@ -181,9 +176,10 @@ void ContextState::takeOverKeys()
     NewKeys newKeys;
     {
         const std::lock_guard lock(m_mutex);
-        newKeys.swap(m_announcedKeys);
+        newKeys = std::exchange(m_announcedKeys, {});
         m_hasAnnouncedKeys.store(false, std::memory_order_release);
     }
+    newKeys.sort();
     for (const auto& record : registry->all())
         rename(*record, newKeys);
     for (const auto& child : m_children)
@@ -221,6 +217,7 @@ void ContextState::receive(std::span<RecordChange> changes)
         Ref<ManagedRecord> own;
         if (change.kind == RecordChange::Kind::Insert) {
             own = std::make_shared<ManagedRecord>(record.entity, record.key, registry);
+            registry->add(*own);
             own->setDefaults();
             own->values = record.values;
             own->isInserted = true;

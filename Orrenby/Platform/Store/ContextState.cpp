@@ -40,6 +40,7 @@ void ContextState::addChild(WeakRef<NSManagedObjectContext> child)
 Ref<ManagedRecord> ContextState::insert(Ref<const NSEntityDescription> entity)
 {
     const auto record = std::make_shared<ManagedRecord>(std::move(entity), nextTemporaryKey(), registry);
+    registry->add(*record);
     record->setDefaults();
     record->isInserted = true;
     track(*record);
@@ -51,9 +52,7 @@ Ref<ManagedRecord> ContextState::record(const NSEntityDescription& entity, std::
     takeOverKeys();
     if (auto found = registry->find(entity, key))
         return found;
-    auto made = std::make_shared<ManagedRecord>(store->model()->entity(*entity.name()), key, registry);
-    made->isFault = true;
-    return made;
+    return registry->findOrMake(store->model()->entity(*entity.name()), key, registry);
 }
 
 void ContextState::fill(ManagedRecord& record)

@@ -19,7 +19,6 @@
 #include <optional>
 #include <span>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -35,8 +34,6 @@ namespace detail {
 /// Used from the queue of its context, but for `announceKeys`.
 class ContextState {
 public:
-    using NewKeys = std::unordered_map<std::int64_t, std::int64_t>;
-
     ContextState(NSManagedObjectContext& owner, Ref<PersistentStore> store, RecordSource& source);
     /// A child's.
     ContextState(NSManagedObjectContext& owner, Ref<NSManagedObjectContext> parent);

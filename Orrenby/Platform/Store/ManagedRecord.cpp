@@ -3,6 +3,7 @@
 #include "Orrenby/Platform/Store/NSManagedObject.hpp"
 #include <algorithm>
 #include <atomic>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -40,16 +41,33 @@ std::vector<std::int64_t> RelationshipSet::members() const
     return result;
 }
 
+void NewKeys::add(const NewKeys& others)
+{
+    m_keys.insert(m_keys.end(), others.m_keys.begin(), others.m_keys.end());
+}
+
+void NewKeys::sort()
+{
+    // Only a parent of several contexts gets keys in another order.
+    if (!std::is_sorted(m_keys.begin(), m_keys.end(), std::greater()))
+        std::sort(m_keys.begin(), m_keys.end(), std::greater());
+}
+
+std::optional<std::int64_t> NewKeys::find(std::int64_t temporaryKey) const
+{
+    const auto found = std::lower_bound(m_keys.begin(), m_keys.end(), temporaryKey,
+        [](const auto& known, std::int64_t wanted) { return known.first > wanted; });
+    return found != m_keys.end() && found->first == temporaryKey ? std::optional(found->second)
+                                                                 : std::nullopt;
+}
+
 ManagedRecord::ManagedRecord(
     Ref<const NSEntityDescription> recordEntity, std::int64_t recordKey, Ref<ObjectRegistry> recordRegistry)
     : entity(std::move(recordEntity))
     , key(recordKey)
     , registry(std::move(recordRegistry))
     , sets(entity->setCount())
-{
-    if (registry)
-        registry->add(*this);
-}
+{}
 
 ManagedRecord::~ManagedRecord()
 {
@@ -80,70 +98,134 @@ void ObjectRegistry::contextEnds()
     m_context = nullptr;
 }
 
+ManagedRecord*& ObjectRegistry::row(const NSEntityDescription& entity, std::int64_t key)
+{
+    // Numbers of one entity follow one another: neighbours in rows then, of which no two are the same.
+    const auto place = static_cast<std::size_t>(key) + entity.serialNumber() * 0x9E3779B97F4A7C15U;
+    return m_rows[place & (m_rows.size() - 1)];
+}
+
+ManagedRecord* ObjectRegistry::place(const NSEntityDescription& entity, std::int64_t key)
+{
+    if (m_rows.empty())
+        return nullptr;
+    auto* record = row(entity, key);
+    while (record != nullptr && (record->key != key || record->entity.get() != &entity))
+        record = record->next;
+    return record;
+}
+
+void ObjectRegistry::link(ManagedRecord& record)
+{
+    auto*& first = row(*record.entity, record.key);
+    record.next = first;
+    first = &record;
+    ++m_count;
+}
+
+bool ObjectRegistry::unlink(const ManagedRecord& record)
+{
+    if (m_rows.empty())
+        return false;
+    auto** link = &row(*record.entity, record.key);
+    while (*link != nullptr && *link != &record)
+        link = &(*link)->next;
+    if (*link == nullptr)
+        return false;
+    *link = record.next;
+    --m_count;
+    return true;
+}
+
+void ObjectRegistry::makeRoom()
+{
+    constexpr std::size_t leastRowCount = 16;
+
+    if (m_count < m_rows.size())
+        return;
+    auto earlier = std::vector<ManagedRecord*>(std::max(leastRowCount, m_rows.size() * 2));
+    earlier.swap(m_rows);
+    for (auto* record : earlier)
+        while (record != nullptr) {
+            auto*& first = row(*record->entity, record->key);
+            auto* const next = std::exchange(record->next, first);
+            first = std::exchange(record, next);
+        }
+}
+
 Ref<ManagedRecord> ObjectRegistry::find(const NSEntityDescription& entity, std::int64_t key)
 {
     const std::lock_guard lock(m_mutex);
-    const auto found = m_records.find({&entity, key});
-    return found != m_records.end() ? found->second->weak_from_this().lock() : nullptr;
+    auto* const found = place(entity, key);
+    return found != nullptr ? found->weak_from_this().lock() : nullptr;
+}
+
+Ref<ManagedRecord> ObjectRegistry::findOrMake(
+    const Ref<const NSEntityDescription>& entity, std::int64_t key, const Ref<ObjectRegistry>& self)
+{
+    const std::lock_guard lock(m_mutex);
+    if (auto* const found = place(*entity, key)) {
+        if (auto record = found->weak_from_this().lock())
+            return record;
+        // It is about to go, and waits for the lock.
+        unlink(*found);
+    }
+    // First, so that nothing can fail once the record is there: its end would wait for this lock.
+    makeRoom();
+    auto made = std::make_shared<ManagedRecord>(entity, key, self);
+    made->isFault = true;
+    link(*made);
+    return made;
 }
 
 void ObjectRegistry::add(ManagedRecord& record)
 {
     const std::lock_guard lock(m_mutex);
-    m_records[{record.entity.get(), record.key}] = &record;
+    makeRoom();
+    link(record);
 }
 
 void ObjectRegistry::forget(const ManagedRecord& record)
 {
     const std::lock_guard lock(m_mutex);
-    const auto found = m_records.find({record.entity.get(), record.key});
-    // A newer one may have taken the place of one that was about to go.
-    if (found != m_records.end() && found->second == &record)
-        m_records.erase(found);
+    unlink(record);
 }
 
 void ObjectRegistry::rename(ManagedRecord& record, std::int64_t key)
 {
     const std::lock_guard lock(m_mutex);
-    m_records.erase({record.entity.get(), record.key});
+    const bool isKnown = unlink(record);
     record.key = key;
-    m_records[{record.entity.get(), key}] = &record;
-}
-
-void ObjectRegistry::reserve(std::size_t count)
-{
-    const std::lock_guard lock(m_mutex);
-    m_records.reserve(m_records.size() + count);
+    if (isKnown)
+        link(record);
 }
 
 std::vector<Ref<ManagedRecord>> ObjectRegistry::all()
 {
     const std::lock_guard lock(m_mutex);
     std::vector<Ref<ManagedRecord>> result;
-    for (const auto& [place, record] : m_records)
-        if (auto held = record->weak_from_this().lock())
-            result.push_back(std::move(held));
+    for (auto* record : m_rows)
+        for (; record != nullptr; record = record->next)
+            if (auto held = record->weak_from_this().lock())
+                result.push_back(std::move(held));
     return result;
 }
 
-void ObjectRegistry::setHandle(ManagedRecord& record, NSManagedObject* handle)
+void ObjectRegistry::dropHandle(ManagedRecord& record, NSManagedObject* handle)
 {
+    // A newer object may have taken its place.
     const std::lock_guard lock(m_mutex);
-    record.handle = handle;
-}
-
-void ObjectRegistry::dropHandle(ManagedRecord& record, const NSManagedObject* handle)
-{
-    const std::lock_guard lock(m_mutex);
-    if (record.handle == handle)
-        record.handle = nullptr;
+    record.handle.compare_exchange_strong(handle, nullptr);
 }
 
 Ref<NSManagedObject> ObjectRegistry::handle(ManagedRecord& record)
 {
+    if (record.handle.load() == nullptr)
+        return nullptr;
     // An object that is about to go waits for this lock before any part of it is destroyed.
     const std::lock_guard lock(m_mutex);
-    return record.handle != nullptr ? record.handle->weak_from_this().lock() : nullptr;
+    auto* const handle = record.handle.load();
+    return handle != nullptr ? handle->weak_from_this().lock() : nullptr;
 }
 
 std::int64_t nextTemporaryKey()

@@ -6,13 +6,14 @@
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Any.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <set>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -38,6 +39,25 @@ struct RelationshipSet {
     std::vector<std::int64_t> members() const;
 };
 
+/// Keys that were temporary, and what they became.
+class NewKeys {
+public:
+    /// After the last one comes `sort`.
+    void add(std::int64_t temporaryKey, std::int64_t key) { m_keys.push_back({temporaryKey, key}); }
+    void add(const NewKeys& others);
+    void sort();
+
+    bool isEmpty() const noexcept { return m_keys.empty(); }
+    /// The permanent key, or nothing. O(log n).
+    std::optional<std::int64_t> find(std::int64_t temporaryKey) const;
+    /// The permanent key, or the key itself.
+    std::int64_t renamed(std::int64_t key) const { return key < 0 ? find(key).value_or(key) : key; }
+
+private:
+    /// Falling, as temporary keys are given.
+    std::vector<std::pair<std::int64_t, std::int64_t>> m_keys;
+};
+
 /// The values of one object in one context. They outlive the `NSManagedObject` that shows them as long as
 /// there is something to save, and are shown by a new one then.
 struct ManagedRecord : std::enable_shared_from_this<ManagedRecord> {
@@ -56,9 +76,12 @@ struct ManagedRecord : std::enable_shared_from_this<ManagedRecord> {
     const Ref<const NSEntityDescription> entity;
     std::int64_t key;
     std::int64_t version = 0;
-    Ref<ObjectRegistry> registry;      ///< Empty for an object that belongs to no context.
-    NSManagedObject* handle = nullptr; ///< Guarded by the registry.
-    bool isFault = false;              ///< The values are not known yet.
+    Ref<ObjectRegistry> registry; ///< Empty for an object that belongs to no context.
+    /// Set on the queue of the context, cleared anywhere. While it is not null, what it points to is whole
+    /// only for whoever holds the lock of the registry.
+    std::atomic<NSManagedObject*> handle = nullptr;
+    ManagedRecord* next = nullptr; ///< In its row of the registry, which guards it.
+    bool isFault = false;          ///< The values are not known yet.
     bool isInserted = false;
     bool isDeleted = false;
     bool isTracked = false;                     ///< Among the changes of the context.
@@ -80,33 +103,31 @@ public:
     void contextEnds();
 
     Ref<ManagedRecord> find(const NSEntityDescription& entity, std::int64_t key);
+    /// The record, a new one without values if there was none.
+    Ref<ManagedRecord> findOrMake(
+        const Ref<const NSEntityDescription>& entity, std::int64_t key, const Ref<ObjectRegistry>& self);
     void add(ManagedRecord& record);
     void forget(const ManagedRecord& record);
     void rename(ManagedRecord& record, std::int64_t key);
-    void reserve(std::size_t count);
     std::vector<Ref<ManagedRecord>> all();
 
-    void setHandle(ManagedRecord& record, NSManagedObject* handle);
-    void dropHandle(ManagedRecord& record, const NSManagedObject* handle);
+    void dropHandle(ManagedRecord& record, NSManagedObject* handle);
     Ref<NSManagedObject> handle(ManagedRecord& record);
 
 private:
-    struct Place {
-        const NSEntityDescription* entity;
-        std::int64_t key;
-        friend bool operator==(const Place&, const Place&) noexcept = default;
-    };
-    struct PlaceHash {
-        std::size_t operator()(const Place& place) const noexcept
-        {
-            return (static_cast<std::size_t>(place.key) * 0x9E3779B97F4A7C15U)
-                ^ reinterpret_cast<std::uintptr_t>(place.entity);
-        }
-    };
+    // All with the lock held.
+    ManagedRecord*& row(const NSEntityDescription& entity, std::int64_t key);
+    ManagedRecord* place(const NSEntityDescription& entity, std::int64_t key);
+    void link(ManagedRecord& record);
+    bool unlink(const ManagedRecord& record);
+    void makeRoom();
 
     std::mutex m_mutex;
     NSManagedObjectContext* m_context;
-    std::unordered_map<Place, ManagedRecord*, PlaceHash> m_records;
+    /// The records in rows by what they are found with, linked to one another: a record costs no allocation
+    /// here. The number of rows is a power of two.
+    std::vector<ManagedRecord*> m_rows;
+    std::size_t m_count = 0;
 };
 
 /// Negative, and never given twice.

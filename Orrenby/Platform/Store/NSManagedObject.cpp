@@ -24,7 +24,7 @@ NSManagedObject::NSManagedObject(
             m_record->setDefaults();
     }
     if (m_record->registry)
-        m_record->registry->setHandle(*m_record, this);
+        m_record->handle.store(this);
 }
 
 NSManagedObject::~NSManagedObject() = default;

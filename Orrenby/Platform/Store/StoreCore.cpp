@@ -88,9 +88,13 @@ Statement& StoreCore::statement(const std::string& sql)
 
 StoreCore::EntityStatements& StoreCore::statements(const NSEntityDescription& entity)
 {
+    if (m_latest.first == &entity)
+        return *m_latest.second;
     const auto found = m_entityStatements.find(&entity);
-    if (found != m_entityStatements.end())
+    if (found != m_entityStatements.end()) {
+        m_latest = {&entity, &found->second};
         return found->second;
+    }
     EntityStatements made;
     made.insert = m_connection.prepare(insertStatement(entity));
     made.update = m_connection.prepare(updateStatement(entity));

@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Store/Connection.hpp"
+#include "Orrenby/Platform/Store/ManagedRecord.hpp"
 #include "Orrenby/Platform/Store/RecordSource.hpp"
 #include "Orrenby/Platform/Store/Statement.hpp"
 #include <cstddef>
@@ -15,6 +16,7 @@
 #include <span>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -36,13 +38,11 @@ public:
     void save(std::span<RecordChange> changes) override;
 
 private:
-    /// The permanent keys of objects that are saved for the first time, by their temporary ones.
-    using NewKeys = std::unordered_map<std::int64_t, std::int64_t>;
-
     void prepareSchema(const NSManagedObjectModel& model);
     void makeSchema(const NSManagedObjectModel& model);
     void checkSchema(const NSManagedObjectModel& model);
 
+    /// Gives permanent keys to the objects that are saved for the first time.
     NewKeys assignKeys(std::span<RecordChange> changes);
     void insertRow(const RecordChange& change, const NewKeys& newKeys);
     bool updateRow(const RecordChange& change, const NewKeys& newKeys);
@@ -66,6 +66,8 @@ private:
     Connection m_connection;
     std::unordered_map<std::string, Statement> m_statements;
     std::unordered_map<const NSEntityDescription*, EntityStatements> m_entityStatements;
+    /// Those used last: objects of one entity come in a row.
+    std::pair<const NSEntityDescription*, EntityStatements*> m_latest = {};
 };
 
 } // namespace detail

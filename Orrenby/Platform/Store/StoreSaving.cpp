@@ -8,13 +8,10 @@ namespace orrenby::inline ORRENBY_ABI::detail {
 
 namespace {
 
-std::int64_t permanent(std::int64_t key, const std::unordered_map<std::int64_t, std::int64_t>& newKeys)
+std::int64_t permanent(std::int64_t key, const NewKeys& newKeys)
 {
-    if (key >= 0)
-        return key;
-    const auto found = newKeys.find(key);
     // An object that was deleted before it was ever saved: no row has that key, and the commit says so.
-    return found != newKeys.end() ? found->second : 0;
+    return key >= 0 ? key : newKeys.find(key).value_or(0);
 }
 
 } // namespace
@@ -53,7 +50,7 @@ void StoreCore::save(std::span<RecordChange> changes)
     transaction.commit();
 }
 
-StoreCore::NewKeys StoreCore::assignKeys(std::span<RecordChange> changes)
+NewKeys StoreCore::assignKeys(std::span<RecordChange> changes)
 {
     std::unordered_map<const NSEntityDescription*, std::int64_t> latest;
     NewKeys newKeys;
@@ -74,7 +71,7 @@ StoreCore::NewKeys StoreCore::assignKeys(std::span<RecordChange> changes)
         }
         change.key = ++found->second;
         change.isRowWritten = true;
-        newKeys.emplace(change.record->key, change.key);
+        newKeys.add(change.record->key, change.key);
     }
     auto& update = statement("UPDATE _keys SET latest = ? WHERE entity = ?");
     for (const auto& [entity, key] : latest) {
@@ -82,6 +79,7 @@ StoreCore::NewKeys StoreCore::assignKeys(std::span<RecordChange> changes)
         update.bindText(2, *entity->name());
         update.run();
     }
+    newKeys.sort();
     return newKeys;
 }
 

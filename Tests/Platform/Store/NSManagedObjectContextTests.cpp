@@ -586,3 +586,46 @@ TEST(NSManagedObjectContextDeathTest, RefusesWhatIsNotItsOwn)
     EXPECT_DEATH(
         context->object(insertPerson(peopleContext(), "a")->objectID()), "The object is of another model");
 }
+
+TEST(NSManagedObjectContext, FindsEachOfManyObjectsOnceWhenOthersWentAway)
+{
+    const auto context = peopleContext();
+    for (int number = 0; number < 1000; ++number)
+        insertPerson(context, std::to_string(number));
+    context->save();
+    auto kept = context->fetch<Person>({.entity = "Person"});
+    for (std::size_t index = 0; index < kept.size(); index += 2)
+        kept[index] = nullptr;
+
+    const auto again = context->fetch<Person>({.entity = "Person"});
+
+    ASSERT_EQ(again.size(), 1000u);
+    for (std::size_t index = 0; index < kept.size(); ++index) {
+        EXPECT_EQ(again[index]->name.get(), std::to_string(index));
+        EXPECT_TRUE(kept[index] == nullptr || again[index] == kept[index]);
+    }
+}
+
+TEST(NSManagedObjectContext, TiesObjectsThatSeveralChildrenMadeByTurns)
+{
+    const auto parent = peopleContext();
+    const auto first = make<NSManagedObjectContext>(parent);
+    const auto second = make<NSManagedObjectContext>(parent);
+    const auto ann = insertPerson(first, "Ann");
+    const auto bob = insertPerson(second, "Bob");
+    const auto cid = insertPerson(first, "Cid");
+    const auto dan = insertPerson(second, "Dan");
+    ann->friends.insert(cid);
+    bob->spouse = dan;
+
+    // The later ones reach the parent first, so that its keys are in no order.
+    second->save();
+    first->save();
+    parent->save();
+
+    const auto other = make<NSManagedObjectContext>(parent->persistentStore());
+    const auto people = other->fetch<Person>({.entity = "Person", .sortDescriptors = {{"name"}}});
+    ASSERT_EQ(namesOf(people), (std::vector<std::string>{"Ann", "Bob", "Cid", "Dan"}));
+    EXPECT_EQ(namesOf(people[0]->friends.get()), std::vector<std::string>{"Cid"});
+    EXPECT_EQ(people[1]->spouse.get(), people[3]);
+}
