@@ -150,6 +150,7 @@
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectID.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
+#include "Orrenby/Platform/Store/NSPredicate.hpp"
 #include "Orrenby/Platform/Store/PersistentStore.hpp"
 #include "Orrenby/Platform/Store/StoreError.hpp"
 #include "Orrenby/Platform/Store/StoreSettings.hpp"

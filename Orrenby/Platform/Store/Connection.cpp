@@ -1,4 +1,5 @@
 #include "Orrenby/Platform/Store/Connection.hpp"
+#include "Orrenby/Platform/Store/PredicateTree.hpp"
 #include "Orrenby/Platform/Store/StoreError.hpp"
 #include <algorithm>
 #include <sqlite3.h>
@@ -49,6 +50,26 @@ const char* name(StoreSynchronous synchronous)
     }
 }
 
+std::string_view textOf(sqlite3_value* value)
+{
+    const auto* const begin = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    return {begin != nullptr ? begin : "", static_cast<std::size_t>(sqlite3_value_bytes(value))};
+}
+
+/// `orrenby_matches(operator, ignoresCase, text, other)`, so that the same code decides in the store as in
+/// memory.
+void matches(sqlite3_context* context, int, sqlite3_value** arguments)
+{
+    const bool isEmpty = sqlite3_value_type(arguments[2]) == SQLITE_NULL
+        || sqlite3_value_type(arguments[3]) == SQLITE_NULL;
+    if (isEmpty)
+        return sqlite3_result_null(context);
+    const auto operation = static_cast<PredicateOperator>(sqlite3_value_int(arguments[0]));
+    const bool isMatch = matchesText(
+        operation, sqlite3_value_int(arguments[1]) != 0, textOf(arguments[2]), textOf(arguments[3]));
+    sqlite3_result_int(context, isMatch ? 1 : 0);
+}
+
 int milliseconds(double seconds)
 {
     // Also for what is no number.
@@ -97,6 +118,8 @@ void Connection::configure(const StoreSettings& settings)
     sqlite3_db_config(m_handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(m_handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(m_handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_create_function_v2(m_handle, "orrenby_matches", 4,
+        SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, nullptr, matches, nullptr, nullptr, nullptr);
     execute("PRAGMA foreign_keys = ON; PRAGMA cell_size_check = ON; PRAGMA temp_store = MEMORY;");
     execute(std::string("PRAGMA synchronous = ") + name(settings.synchronous));
     if (!settings.isReadOnly && !settings.path.empty())

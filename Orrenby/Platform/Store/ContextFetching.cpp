@@ -1,5 +1,6 @@
 #include "Orrenby/Platform/Store/ContextState.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
+#include "Orrenby/Platform/Store/PredicatePlan.hpp"
 #include "Orrenby/Platform/Store/ValueOrder.hpp"
 #include <algorithm>
 #include <utility>
@@ -89,7 +90,8 @@ FetchPlan ContextState::plan(const NSFetchRequest& request) const
     constexpr std::size_t most = INT64_MAX;
     FetchPlan plan{.entity = entity.get(),
         .limit = std::min(request.fetchLimit, most),
-        .offset = std::min(request.fetchOffset, most)};
+        .offset = std::min(request.fetchOffset, most),
+        .predicate = planPredicate(request.predicate, *entity)};
     for (const auto& descriptor : request.sortDescriptors) {
         const auto slot = entity->attributeIndex(descriptor.key);
         if (slot == NSEntityDescription::none)
@@ -104,10 +106,17 @@ FetchPlan ContextState::plan(const NSFetchRequest& request) const
 std::vector<Ref<ManagedRecord>> ContextState::fetch(const FetchPlan& plan)
 {
     auto& from = source();
-    const bool hasOwn = std::any_of(
-        m_tracked.begin(), m_tracked.end(), [&](const Ref<ManagedRecord>& record) {
-            return record->isTracked && record->entity.get() == plan.entity;
-        });
+    const auto decides = [&](const NSEntityDescription* entity) {
+        if (entity == plan.entity || !plan.predicate)
+            return entity == plan.entity;
+        const auto& others = plan.predicate->otherEntities;
+        return std::find(others.begin(), others.end(), entity) != others.end();
+    };
+    const bool isForStore = !plan.predicate || plan.predicate->isTranslatable;
+    const bool hasOwn = !isForStore
+        || std::any_of(m_tracked.begin(), m_tracked.end(), [&](const Ref<ManagedRecord>& record) {
+               return record->isTracked && decides(record->entity.get());
+           });
     RecordCollector collector(*this, store->model()->entity(*plan.entity->name()));
     if (!hasOwn) {
         from.fetch(plan, collector);
@@ -115,7 +124,8 @@ std::vector<Ref<ManagedRecord>> ContextState::fetch(const FetchPlan& plan)
         return std::move(collector.records);
     }
 
-    // The store does not know what is changed here: all of it is read, then ordered here.
+    // The store does not know what is changed here: all of it is read, then chosen from and ordered
+    // here.
     from.fetch({.entity = plan.entity}, collector);
     collector.finish();
     auto& records = collector.records;
@@ -123,6 +133,9 @@ std::vector<Ref<ManagedRecord>> ContextState::fetch(const FetchPlan& plan)
     for (const auto& record : m_tracked)
         if (record->isTracked && record->isInserted && record->entity.get() == plan.entity)
             records.push_back(record);
+    if (plan.predicate)
+        std::erase_if(records,
+            [&](const Ref<ManagedRecord>& record) { return !fulfils(*this, record, plan.predicate->root); });
     std::sort(records.begin(), records.end(),
         [&](const Ref<ManagedRecord>& first, const Ref<ManagedRecord>& second) {
             for (const auto& order : plan.order) {

@@ -4,6 +4,7 @@
 /// Which objects of a store are wanted, and in what order.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Store/NSPredicate.hpp"
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -21,6 +22,8 @@ struct NSSortDescriptor {
 /// decide between equals.
 struct NSFetchRequest {
     std::string entity = {};
+    /// What they have to fulfil.
+    NSPredicate predicate = {};
     std::vector<NSSortDescriptor> sortDescriptors = {};
     /// How many at most; 0 sets no limit.
     std::size_t fetchLimit = 0;

@@ -110,9 +110,11 @@ public:
 
     /// The objects that the request asks for, unsaved ones included and deleted ones left out. Those that are
     /// no `T` are left out as well. Throws a `StoreError`, of the kind `InvalidPredicate` for an unknown
-    /// entity or key.
+    /// entity or key, and for a predicate that does not fit the entity.
     ///
-    /// While objects of the entity have unsaved changes, all of them are read and ordered in memory.
+    /// While objects of the entity, or of others that the predicate leads to, have unsaved changes, all of
+    /// the entity's are read, chosen from and ordered in memory. So they are for predicates with more than
+    /// 200 comparisons, 8 levels or 3 relationships in a path.
     template <class T = NSManagedObject> std::vector<Ref<T>> fetch(const NSFetchRequest& request)
     {
         auto objects = fetchObjects(request);

@@ -6,6 +6,7 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Any.hpp"
+#include "Orrenby/Platform/Objects/Ref.hpp"
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -19,6 +20,7 @@ class NSEntityDescription;
 namespace detail {
 
 struct ManagedRecord;
+struct PredicatePlan;
 
 /// A fetch that was checked.
 struct FetchPlan {
@@ -31,6 +33,7 @@ struct FetchPlan {
     std::vector<Order> order = {};
     std::size_t limit = 0; ///< 0: none.
     std::size_t offset = 0;
+    Ref<const PredicatePlan> predicate = {}; ///< Empty: everything.
 };
 
 /// One row, while it is handed over.

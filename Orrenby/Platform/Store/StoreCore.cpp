@@ -1,6 +1,7 @@
 #include "Orrenby/Platform/Store/StoreCore.hpp"
 #include "Orrenby/Platform/Store/ManagedRecord.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
+#include "Orrenby/Platform/Store/PredicatePlan.hpp"
 #include "Orrenby/Platform/Store/RowReading.hpp"
 #include "Orrenby/Platform/Store/StoreSchema.hpp"
 #include <utility>
@@ -106,16 +107,28 @@ StoreCore::EntityStatements& StoreCore::statements(const NSEntityDescription& en
 
 void StoreCore::fetch(const FetchPlan& plan, RecordReceiver& receiver)
 {
-    auto sql = selectStatement(*plan.entity) + " ORDER BY ";
+    constexpr std::size_t mostKeptStatements = 200;
+
+    std::vector<Any> values;
+    auto sql = selectStatement(*plan.entity) + " AS t0";
+    if (plan.predicate)
+        sql += " WHERE " + translatePredicate(plan.predicate->root, values);
+    sql += " ORDER BY ";
     for (const auto& order : plan.order)
         sql += quotedName(slotName(*plan.entity, order.slot)) + (order.isAscending ? ", " : " DESC, ");
     sql += "\"_key\" LIMIT ? OFFSET ?";
 
     const std::lock_guard lock(m_mutex);
+    // An application may have any number of conditions.
+    if (m_statements.size() >= mostKeptStatements)
+        m_statements.clear();
     auto& select = statement(sql);
     const StatementRun run(select);
-    select.bind(1, plan.limit != 0 ? static_cast<std::int64_t>(plan.limit) : -1);
-    select.bind(2, static_cast<std::int64_t>(plan.offset));
+    int position = 0;
+    for (const auto& value : values)
+        select.bind(++position, value);
+    select.bind(++position, plan.limit != 0 ? static_cast<std::int64_t>(plan.limit) : -1);
+    select.bind(++position, static_cast<std::int64_t>(plan.offset));
     auto row = StatementRow(select, *plan.entity);
     while (select.step()) {
         row.key = select.integer(0);

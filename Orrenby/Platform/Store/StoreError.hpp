@@ -6,8 +6,10 @@
 #include "Orrenby/Platform/Errors/CustomNSError.hpp"
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectID.hpp"
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -53,6 +55,8 @@ public:
         std::vector<NSManagedObjectID> objectIDs = {};
         /// The attribute or relationship that is concerned; often empty.
         std::string key = {};
+        /// The byte of a predicate's text at which it is wrong, counted from 0.
+        std::optional<std::size_t> position = {};
     };
 
     StoreError(Kind kind, Context context);
