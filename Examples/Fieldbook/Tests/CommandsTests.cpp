@@ -23,8 +23,9 @@ TEST(Commands, AreReadAsTheyStand)
 
 TEST(Commands, AreUnknownOtherwise)
 {
-    for (const auto* line : {"", "sort", "sort age", "Upload", "details maybe", "report/4", "sign in",
-             "sign out", "samples", "samples 0", "samples 5 ../autumn", "language", "language ", "language !"})
+    for (const auto* line :
+        {"", "sort", "sort age", "Upload", "details maybe", "report/4", "sign in", "sign out", "samples",
+            "samples 0", "samples 5 ../autumn", "language", "language ", "language !"})
         EXPECT_EQ(parseCommand(line), Command(Unknown{})) << line;
 }
 
