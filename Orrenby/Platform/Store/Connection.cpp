@@ -2,6 +2,7 @@
 #include "Orrenby/Platform/Store/PredicateTree.hpp"
 #include "Orrenby/Platform/Store/StoreError.hpp"
 #include <algorithm>
+#include <chrono>
 #include <sqlite3.h>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
@@ -123,11 +124,27 @@ void Connection::configure(const StoreSettings& settings)
     execute("PRAGMA foreign_keys = ON; PRAGMA cell_size_check = ON; PRAGMA temp_store = MEMORY;");
     execute(std::string("PRAGMA synchronous = ") + name(settings.synchronous));
     if (!settings.isReadOnly && !settings.path.empty())
-        execute("PRAGMA journal_mode = WAL");
+        enterWAL(milliseconds(settings.busyTimeout));
     else
         integer("PRAGMA schema_version"); // the first look into the file, which tells what is none
     if (settings.maximumPageCount > 0)
         execute("PRAGMA max_page_count = " + std::to_string(settings.maximumPageCount));
+}
+
+void Connection::enterWAL(int timeout)
+{
+    constexpr int pause = 2; // milliseconds
+
+    // Two that change a new file to this mode at the same time would wait for each other for ever; one of
+    // them is told at once that the file is busy, without having waited.
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout);
+    int resultCode = SQLITE_OK;
+    do {
+        resultCode = sqlite3_exec(m_handle, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
+    } while ((resultCode & 0xFF) == SQLITE_BUSY && std::chrono::steady_clock::now() < end
+        && sqlite3_sleep(pause) > 0);
+    if (resultCode != SQLITE_OK)
+        throwStoreError(m_handle, resultCode);
 }
 
 void Connection::execute(const std::string& sql)

@@ -43,6 +43,7 @@ public:
 
 private:
     void configure(const StoreSettings& settings);
+    void enterWAL(int timeout);
 
     sqlite3* m_handle = nullptr;
     bool m_isReadOnly;
