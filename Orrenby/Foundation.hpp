@@ -15,6 +15,7 @@
 #include "Orrenby/Foundation/Hashes.hpp"
 #include "Orrenby/Foundation/NSAttributedString.hpp"
 #include "Orrenby/Foundation/NSError.hpp"
+#include "Orrenby/Foundation/NSManagedObjectContext+Observe.hpp"
 #include "Orrenby/Foundation/NSManagedObjectContext.hpp"
 #include "Orrenby/Foundation/OptionalNumbers.hpp"
 #include "Orrenby/Foundation/QueryParameters.hpp"
