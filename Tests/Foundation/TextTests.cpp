@@ -92,7 +92,7 @@ TEST(URLEncode, GivesNothingForTextThatIsNoUTF8) { EXPECT_EQ(urlencode("a\xFF"),
 
 TEST(URLEncode, IsUndoneByRemovingThePercentEncoding)
 {
-    const std::string subject = std::string(escapedCharacters) + "é€😀";
+    const auto subject = std::string(escapedCharacters).append("é€😀");
 
     EXPECT_EQ(removingPercentEncoding(urlencode(subject).value()), subject);
 }

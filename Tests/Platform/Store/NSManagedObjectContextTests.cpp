@@ -579,7 +579,8 @@ TEST(NSManagedObjectContextDeathTest, RefusesWhatIsNotItsOwn)
     EXPECT_DEATH(
         context->insert("Persons"), "The model has no such entity: file Platform/NSManagedObjectContext");
     EXPECT_DEATH(context->insert<Company>("Person"), "The entity's objects are of another class");
-    EXPECT_DEATH(make<NSManagedObject>(NSEntityDescription::make({.name = "Person"}), context),
+    EXPECT_DEATH(
+        static_cast<void>(make<NSManagedObject>(NSEntityDescription::make({.name = "Person"}), context)),
         "is not of the store's model");
     EXPECT_DEATH(
         context->delete_(insertPerson(peopleContext(), "a")), "Only objects of the context can be deleted");
