@@ -67,13 +67,8 @@ void StoreCore::makeSchema(const NSManagedObjectModel& model)
 
 void StoreCore::checkSchema(const NSManagedObjectModel& model)
 {
-    const auto valueOf = [&](std::string_view name) {
-        auto select = m_connection.prepare("SELECT value FROM _store WHERE name = ?");
-        select.bindText(1, name);
-        return select.step() ? std::string(select.text(0)) : std::string();
-    };
-    const auto version = valueOf("version");
-    if (valueOf("checksum") != model.checksum())
+    const auto version = storedValue(m_connection, "version");
+    if (storedValue(m_connection, "checksum") != model.checksum())
         throw StoreError(StoreError::Kind::SchemaMismatch,
             {.message = "The file was made for version " + version + " of another model, not for version "
                     + std::to_string(model.version()) + " of this one"});

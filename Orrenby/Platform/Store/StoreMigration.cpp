@@ -1,6 +1,7 @@
 #include "Orrenby/Platform/Store/StoreMigration.hpp"
-#include "Orrenby/Platform/Net/UUID.hpp"
+
 #include "Orrenby/Platform/Store/Connection.hpp"
+#include "Orrenby/Platform/Store/ModelCheck.hpp"
 #include "Orrenby/Platform/Store/RowReading.hpp"
 #include "Orrenby/Platform/Store/StoreSchema.hpp"
 #include <cstdlib>
@@ -27,34 +28,6 @@ using detail::RelationshipStorage;
 
 // No name of a model has a dot in front.
 std::string oldTable(const std::string& name) { return quotedName(".old." + name); }
-
-bool isKind(const Any& value, AttributeKind kind)
-{
-    switch (kind) {
-    case AttributeKind::Int:
-        return value.kind() == Any::Kind::Int;
-    case AttributeKind::Double:
-        return value.kind() == Any::Kind::Double;
-    case AttributeKind::Bool:
-        return value.kind() == Any::Kind::Bool;
-    case AttributeKind::Text:
-        return value.kind() == Any::Kind::Text;
-    case AttributeKind::Bytes:
-        return value.kind() == Any::Kind::Bytes;
-    case AttributeKind::Date:
-        return value.kind() == Any::Kind::Date;
-    case AttributeKind::UUID:
-        return value.get<UUID>() != nullptr;
-    }
-    return false;
-}
-
-std::string storedValue(detail::Connection& connection, std::string_view name)
-{
-    auto select = connection.prepare("SELECT value FROM _store WHERE name = ?");
-    select.bindText(1, name);
-    return select.step() ? std::string(select.text(0)) : std::string();
-}
 
 /// One step, inside a transaction.
 class Migration {
@@ -311,7 +284,7 @@ void MigratedObject::setValue(std::string_view key, Any value)
     const auto slot = m_to.attributeIndex(key);
     if (slot == NSEntityDescription::none)
         fail("There is no attribute " + std::string(key), std::string(key));
-    if (!value.isNull() && !isKind(value, m_to.attributes()[slot].kind))
+    if (!value.isNull() && !detail::isOfKind(value, m_to.attributes()[slot].kind))
         fail("The value for " + std::string(key) + " is of another kind", std::string(key));
     m_newValues[slot] = std::move(value);
 }
@@ -355,14 +328,14 @@ MigrationReport migrateStore(
     const auto last = steps.back().to->version();
     for (;;) {
         detail::Transaction transaction(connection);
-        const auto written = storedValue(connection, "version");
+        const auto written = detail::storedValue(connection, "version");
         const auto version = std::int64_t(std::strtoll(written.c_str(), nullptr, 10));
         if (report.fromVersion == 0)
             report.fromVersion = version;
         report.toVersion = version;
         if (version > last)
             refuse("The file is of version " + written + ", newer than " + std::to_string(last));
-        const auto checksum = storedValue(connection, "checksum");
+        const auto checksum = detail::storedValue(connection, "checksum");
         if (version == last) {
             if (checksum != steps.back().to->checksum())
                 refuse("The file was made for another model of version " + written);

@@ -1,4 +1,6 @@
 #include "Orrenby/Platform/Store/StoreSchema.hpp"
+
+#include "Orrenby/Platform/Store/Connection.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
 
 namespace orrenby::inline ORRENBY_ABI::detail {
@@ -96,6 +98,13 @@ std::string updateStatement(const NSEntityDescription& entity)
         if (relationship.storage == RelationshipStorage::Column)
             sql += ", " + quotedName(relationship.description.name) + " = ?";
     return sql + " WHERE \"_key\" = ? AND \"_version\" = ?";
+}
+
+std::string storedValue(Connection& connection, std::string_view name)
+{
+    auto select = connection.prepare("SELECT value FROM _store WHERE name = ?");
+    select.bindText(1, name);
+    return select.step() ? std::string(select.text(0)) : std::string();
 }
 
 } // namespace orrenby::inline ORRENBY_ABI::detail

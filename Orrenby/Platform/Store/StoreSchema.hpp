@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -13,6 +14,8 @@ class NSEntityDescription;
 class NSManagedObjectModel;
 
 namespace detail {
+
+class Connection;
 
 /// A name as statements spell it. Names consist of letters, digits and underscores, so that quoting is
 /// enough; those of further tables are made with dots, which no entity's has.
@@ -28,6 +31,9 @@ std::string columnList(const NSEntityDescription& entity);
 /// and the expected version after them.
 std::string insertStatement(const NSEntityDescription& entity);
 std::string updateStatement(const NSEntityDescription& entity);
+
+/// What a file says of itself: its model's "version" or "checksum"; empty when it does not say.
+std::string storedValue(Connection& connection, std::string_view name);
 
 } // namespace detail
 
