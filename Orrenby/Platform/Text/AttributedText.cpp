@@ -73,4 +73,13 @@ std::optional<TextPlace> AttributedText::place(std::size_t unit) const noexcept
     return place.units == unit ? std::optional(place) : std::nullopt;
 }
 
+std::optional<TextPart> AttributedText::part(NSRange range) const noexcept
+{
+    if (range.location > length || range.length > length - range.location)
+        return std::nullopt;
+    const auto first = place(range.location);
+    const auto last = place(range.upperBound());
+    return first && last ? std::optional(TextPart{*first, *last}) : std::nullopt;
+}
+
 } // namespace orrenby::inline ORRENBY_ABI::detail

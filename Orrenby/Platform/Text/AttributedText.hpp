@@ -39,6 +39,12 @@ struct TextPlace {
     std::size_t units = 0;
 };
 
+/// A part of a text, by its ends.
+struct TextPart {
+    TextPlace first{};
+    TextPlace last{};
+};
+
 /// A text and its runs, which cover it: neighbours differ, none is empty.
 struct ORRENBY_EXPORT AttributedText {
     std::string text;
@@ -57,6 +63,9 @@ struct ORRENBY_EXPORT AttributedText {
 
     /// Nothing inside a surrogate pair and behind the end. Constant in a run of ASCII, once it is found.
     std::optional<TextPlace> place(std::size_t unit) const noexcept;
+
+    /// Nothing unless the range lies in the text and both its ends have a place.
+    std::optional<TextPart> part(NSRange range) const noexcept;
 
     friend bool operator==(const AttributedText&, const AttributedText&) = default;
 

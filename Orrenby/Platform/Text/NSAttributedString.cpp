@@ -62,28 +62,22 @@ std::vector<NSRange> NSAttributedString::stretches(std::string_view name) const
 
 std::optional<std::string_view> NSAttributedString::substring(NSRange range) const noexcept
 {
-    if (range.location > length() || range.length > length() - range.location)
+    const auto part = content().part(range);
+    if (!part)
         return std::nullopt;
-    const auto first = content().place(range.location);
-    const auto last = content().place(range.upperBound());
-    if (!first || !last)
-        return std::nullopt;
-    return std::string_view(string()).substr(first->bytes, last->bytes - first->bytes);
+    return std::string_view(string()).substr(part->first.bytes, part->last.bytes - part->first.bytes);
 }
 
 std::optional<NSAttributedString> NSAttributedString::attributedSubstring(NSRange range) const
 {
     if (range == fullRange())
         return *this;
-    if (range.location > length() || range.length > length() - range.location)
+    const auto part = content().part(range);
+    if (!part)
         return std::nullopt;
-    const auto first = content().place(range.location);
-    const auto last = content().place(range.upperBound());
-    if (!first || !last)
-        return std::nullopt;
-    detail::AttributedText part;
-    part.append(content(), *first, *last);
-    return NSAttributedString(std::move(part));
+    detail::AttributedText copy;
+    copy.append(content(), part->first, part->last);
+    return NSAttributedString(std::move(copy));
 }
 
 std::string NSAttributedString::description() const

@@ -14,28 +14,15 @@ void NSMutableAttributedString::append(std::string_view text, const TextAttribut
     m_content.append(replacingInvalidUTF8(std::string(text)), attributes);
 }
 
-bool NSMutableAttributedString::find(
-    NSRange range, detail::TextPlace& first, detail::TextPlace& last) const noexcept
-{
-    if (range.location > length() || range.length > length() - range.location)
-        return false;
-    const auto start = m_content.place(range.location);
-    const auto end = m_content.place(range.upperBound());
-    first = start.value_or(detail::TextPlace());
-    last = end.value_or(detail::TextPlace());
-    return start.has_value() && end.has_value();
-}
-
 bool NSMutableAttributedString::replace(NSRange range, const NSAttributedString& text)
 {
-    detail::TextPlace first;
-    detail::TextPlace last;
-    if (!find(range, first, last))
+    const auto part = m_content.part(range);
+    if (!part)
         return false;
     detail::AttributedText result;
-    result.append(m_content, {}, first);
+    result.append(m_content, {}, part->first);
     result.append(text.content(), {}, text.content().end());
-    result.append(m_content, last, m_content.end());
+    result.append(m_content, part->last, m_content.end());
     m_content = std::move(result);
     return true;
 }

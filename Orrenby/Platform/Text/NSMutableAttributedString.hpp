@@ -79,23 +79,19 @@ public:
     friend bool operator==(const NSMutableAttributedString&, const NSMutableAttributedString&) = default;
 
 private:
-    /// The ends of a range, or false.
-    bool find(NSRange range, detail::TextPlace& first, detail::TextPlace& last) const noexcept;
-
     /// Every stretch of the range with the attributes that `changed` makes of its own.
     template <class F> bool change(NSRange range, const F& changed)
     {
-        detail::TextPlace first;
-        detail::TextPlace last;
-        if (!find(range, first, last))
+        const auto part = m_content.part(range);
+        if (!part)
             return false;
-        detail::AttributedText part;
-        part.append(m_content, first, last);
+        detail::AttributedText changing;
+        changing.append(m_content, part->first, part->last);
         detail::AttributedText result;
-        result.append(m_content, {}, first);
-        for (const auto& run : part.runs)
-            result.append(run.in(part.text), changed(run.attributes));
-        result.append(m_content, last, m_content.end());
+        result.append(m_content, {}, part->first);
+        for (const auto& run : changing.runs)
+            result.append(run.in(changing.text), changed(run.attributes));
+        result.append(m_content, part->last, m_content.end());
         m_content = std::move(result);
         return true;
     }
