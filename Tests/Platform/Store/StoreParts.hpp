@@ -68,6 +68,8 @@ inline Ref<Person> insertPerson(const Ref<NSManagedObjectContext>& context, std:
     return person;
 }
 
+inline NSFetchRequest peopleByName() { return {.entity = "Person", .sortDescriptors = {{"name"}}}; }
+
 inline std::vector<std::string> namesOf(const std::vector<Ref<Person>>& people)
 {
     std::vector<std::string> names;
@@ -80,7 +82,7 @@ inline std::vector<std::string> namesOf(const std::vector<Ref<Person>>& people)
 inline std::vector<std::string> storedNames(const Ref<PersistentStore>& store)
 {
     const auto context = make<NSManagedObjectContext>(store);
-    return namesOf(context->fetch<Person>({.entity = "Person", .sortDescriptors = {{"name"}}}));
+    return namesOf(context->fetch<Person>(peopleByName()));
 }
 
 } // namespace orrenby::tests

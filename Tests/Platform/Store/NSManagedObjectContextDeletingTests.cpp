@@ -1,0 +1,95 @@
+#include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
+
+#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreParts.hpp"
+#include <gmock/gmock.h>
+
+using namespace orrenby;
+using namespace orrenby::tests;
+using Kind = StoreError::Kind;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::IsNull;
+using testing::Optional;
+
+TEST(NSManagedObjectContext, NullifiesReferencesToWhatIsDeleted)
+{
+    const auto context = peopleContext();
+    const auto company = context->insert<Company>("Company");
+    const auto a = insertPerson(context, "a");
+    const auto b = insertPerson(context, "b");
+    company->staff.insert(a);
+    a->friends.insert(b);
+    context->save();
+
+    context->delete_(company);
+    context->delete_(b);
+    EXPECT_THAT(a->employer.get(), IsNull());
+    EXPECT_THAT(a->friends.get(), IsEmpty());
+    context->save();
+
+    EXPECT_THAT(storedNames(context->persistentStore()), ElementsAre("a"));
+}
+
+TEST(NSManagedObjectContext, CascadesDeletions)
+{
+    const auto context = peopleContext(DeleteRule::Cascade);
+    const auto company = context->insert<Company>("Company");
+    company->staff.insert(insertPerson(context, "a"));
+    company->staff.insert(insertPerson(context, "b"));
+    insertPerson(context, "c");
+    context->save();
+
+    context->delete_(company);
+    context->delete_(company);
+    context->save();
+
+    EXPECT_THAT(storedNames(context->persistentStore()), ElementsAre("c"));
+}
+
+TEST(NSManagedObjectContext, DeniesDeletionsUntilNothingIsInTheWay)
+{
+    const auto context = peopleContext(DeleteRule::Deny);
+    const auto company = context->insert<Company>("Company");
+    const auto a = insertPerson(context, "a");
+    company->staff.insert(a);
+    context->save();
+
+    context->delete_(company);
+    EXPECT_THAT(failureOf([&] { context->save(); }), Optional(Kind::DeleteDenied));
+    EXPECT_THAT(context->deletedObjects(), ElementsAre(company));
+
+    a->employer = nullptr;
+    context->save();
+    EXPECT_THAT(context->fetch({.entity = "Company"}), IsEmpty());
+}
+
+TEST(NSManagedObjectContext, WithoutARuleADanglingReferenceMakesTheSaveFail)
+{
+    const auto context = peopleContext(DeleteRule::NoAction);
+    const auto company = context->insert<Company>("Company");
+    const auto a = insertPerson(context, "a");
+    company->staff.insert(a);
+    context->save();
+
+    context->delete_(company);
+    EXPECT_THAT(failureOf([&] { context->save(); }), Optional(Kind::Constraint));
+    EXPECT_TRUE(context->hasChanges());
+
+    context->delete_(a);
+    context->save();
+    EXPECT_THAT(storedNames(context->persistentStore()), IsEmpty());
+}
+
+TEST(NSManagedObjectContext, AnObjectDeletedBeforeItWasSavedNeverWas)
+{
+    const auto context = peopleContext();
+    const auto a = insertPerson(context, "a");
+
+    context->delete_(a);
+    a->name = "b";
+
+    EXPECT_FALSE(context->hasChanges());
+    EXPECT_TRUE(a->isDeleted());
+    EXPECT_THAT(context->fetch({.entity = "Person"}), IsEmpty());
+}

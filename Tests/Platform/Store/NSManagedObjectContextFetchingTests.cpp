@@ -1,0 +1,100 @@
+#include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
+
+#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreParts.hpp"
+#include <gmock/gmock.h>
+
+using namespace orrenby;
+using namespace orrenby::tests;
+using Kind = StoreError::Kind;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Optional;
+
+TEST(NSManagedObjectContext, FetchesInOrderWithALimit)
+{
+    const auto context = peopleContext();
+    for (const char* name : {"c", "a", "d", "b"})
+        insertPerson(context, name);
+    const NSFetchRequest request{
+        .entity = "Person", .sortDescriptors = {{"name", false}}, .fetchLimit = 2, .fetchOffset = 1};
+
+    EXPECT_THAT(namesOf(context->fetch<Person>(request)), ElementsAre("c", "b"));
+    context->save();
+    EXPECT_THAT(namesOf(context->fetch<Person>(request)), ElementsAre("c", "b"));
+}
+
+TEST(NSManagedObjectContext, FetchesNothingBeyondTheEnd)
+{
+    const auto context = peopleContext();
+    insertPerson(context, "a");
+
+    EXPECT_THAT(context->fetch({.entity = "Person", .fetchOffset = 1}), IsEmpty());
+    EXPECT_THAT(context->fetch({.entity = "Person", .fetchOffset = SIZE_MAX}), IsEmpty());
+    EXPECT_EQ(context->fetch({.entity = "Person", .fetchLimit = SIZE_MAX}).size(), 1u);
+    EXPECT_THAT(context->fetch({.entity = "Company"}), IsEmpty());
+}
+
+TEST(NSManagedObjectContext, OrdersUnsavedObjectsAsTheStoreOrdersSavedOnes)
+{
+    const auto context = peopleContext();
+    const std::vector<std::string> names{"", "b", "B", std::string("b\0", 2), "\xC3\xA4", "aa", "a"};
+    for (const auto& name : names)
+        insertPerson(context, name)->age = name.empty()
+            ? std::nullopt
+            : std::optional(static_cast<std::int64_t>(name.size()));
+    for (const char* key : {"name", "age", "isActive", "tag"})
+        for (const bool isAscending : {true, false}) {
+            const NSFetchRequest request{.entity = "Person", .sortDescriptors = {{key, isAscending}}};
+            const auto unsaved = namesOf(context->fetch<Person>(request));
+            context->save();
+            EXPECT_EQ(namesOf(context->fetch<Person>(request)), unsaved) << key;
+            context->fetch<Person>({.entity = "Person"})[0]->setValue("rate", 1.0); // unsaved again
+            EXPECT_EQ(namesOf(context->fetch<Person>(request)), unsaved) << key;
+        }
+}
+
+TEST(NSManagedObjectContext, FetchesWithUnsavedChanges)
+{
+    const auto context = peopleContext();
+    const auto a = insertPerson(context, "a");
+    const auto b = insertPerson(context, "b");
+    insertPerson(context, "c");
+    context->save();
+
+    a->name = "z";
+    context->delete_(b);
+    insertPerson(context, "d");
+
+    EXPECT_THAT(namesOf(context->fetch<Person>(peopleByName())), ElementsAre("c", "d", "z"));
+}
+
+TEST(NSManagedObjectContext, RefusesToFetchWhatTheModelDoesNotKnow)
+{
+    const auto context = peopleContext();
+
+    EXPECT_THAT(failureOf([&] { context->fetch({.entity = "Persons"}); }), Optional(Kind::InvalidPredicate));
+    EXPECT_THAT(failureOf([&] { context->fetch({.entity = "Person", .sortDescriptors = {{"name; --"}}}); }),
+        Optional(Kind::InvalidPredicate));
+    EXPECT_THAT(failureOf([&] { context->fetch({.entity = "Person", .sortDescriptors = {{"employer"}}}); }),
+        Optional(Kind::InvalidPredicate));
+}
+
+TEST(NSManagedObjectContext, FindsEachOfManyObjectsOnceWhenOthersWentAway)
+{
+    const auto context = peopleContext();
+    for (int number = 0; number < 1000; ++number)
+        insertPerson(context, std::to_string(number));
+    context->save();
+    auto kept = context->fetch<Person>({.entity = "Person"});
+    for (std::size_t index = 0; index < kept.size(); index += 2)
+        kept[index] = nullptr;
+
+    const auto again = context->fetch<Person>({.entity = "Person"});
+
+    ASSERT_EQ(again.size(), 1000u);
+    for (std::size_t index = 0; index < kept.size(); ++index) {
+        EXPECT_EQ(again[index]->name.get(), std::to_string(index));
+        EXPECT_TRUE(kept[index] == nullptr || again[index] == kept[index]);
+    }
+}

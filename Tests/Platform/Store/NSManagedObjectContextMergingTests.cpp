@@ -1,0 +1,96 @@
+#include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
+
+#include "Orrenby/Platform/Observing/NotificationCenter.hpp"
+#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreParts.hpp"
+#include <gmock/gmock.h>
+
+using namespace orrenby;
+using namespace orrenby::tests;
+using Kind = StoreError::Kind;
+using testing::ElementsAre;
+using testing::IsNull;
+using testing::Optional;
+
+TEST(NSManagedObjectContext, WhoSavesSecondGetsAConflictAndLosesNothing)
+{
+    const auto context = peopleContext();
+    const auto mine = insertPerson(context, "a");
+    context->save();
+    const auto other = make<NSManagedObjectContext>(context->persistentStore());
+    const auto theirs = other->fetch<Person>(peopleByName()).at(0);
+    theirs->name = "theirs";
+    theirs->age = 7;
+    other->save();
+    mine->name = "mine";
+
+    const auto outcome = context->trySave();
+    EXPECT_EQ(outcome.error()->kind(), Kind::Conflict);
+    EXPECT_THAT(outcome.error()->context().objectIDs, ElementsAre(mine->objectID()));
+    EXPECT_EQ(mine->name.get(), "mine");
+
+    context->refresh(mine, true);
+    EXPECT_EQ(mine->age.get(), 7);
+    context->save();
+    EXPECT_THAT(storedNames(context->persistentStore()), ElementsAre("mine"));
+}
+
+TEST(NSManagedObjectContext, RefreshingWithoutOwnChangesGivesThemUp)
+{
+    const auto context = peopleContext();
+    const auto person = insertPerson(context, "a");
+    context->save();
+    person->name = "b";
+
+    context->refresh(person, false);
+
+    EXPECT_EQ(person->name.get(), "a");
+    EXPECT_FALSE(context->hasChanges());
+}
+
+TEST(NSManagedObjectContext, AnObjectThatIsGoneSaysSo)
+{
+    const auto context = peopleContext();
+    const auto person = insertPerson(context, "a");
+    context->save();
+    const auto other = make<NSManagedObjectContext>(context->persistentStore());
+    const auto fault = other->object<Person>(person->objectID());
+    context->delete_(person);
+    context->save();
+
+    EXPECT_THAT(failureOf([&] { fault->name.get(); }), Optional(Kind::ObjectGone));
+    EXPECT_THAT(failureOf([&] { other->refresh(fault, true); }), Optional(Kind::ObjectGone));
+    EXPECT_THAT(other->existingObject(person->objectID()), IsNull());
+    EXPECT_THAT(context->existingObject(person->objectID()), IsNull());
+}
+
+TEST(NSManagedObjectContext, MergesWhatAnotherContextSaved)
+{
+    const auto context = peopleContext();
+    const auto a = insertPerson(context, "a");
+    const auto b = insertPerson(context, "b");
+    const auto c = insertPerson(context, "c");
+    context->save();
+    a->age = 1;
+    std::optional<Notification> saved;
+    const auto token = NotificationCenter::defaultCenter()->addObserver(
+        {.name = NSManagedObjectContextDidSaveNotification}, [&](const Notification& note) { saved = note; });
+    const auto other = make<NSManagedObjectContext>(context->persistentStore());
+    const auto theirs = other->fetch<Person>(peopleByName());
+    theirs[0]->name = "A";
+    theirs[1]->name = "B";
+    other->delete_(theirs[2]);
+    insertPerson(other, "d");
+    other->save();
+    NotificationCenter::defaultCenter()->removeObserver(token);
+
+    context->mergeChanges(*saved);
+
+    EXPECT_EQ(saved->object<NSManagedObjectContext>(), other);
+    EXPECT_EQ(a->name.get(), "A");
+    EXPECT_EQ(a->age.get(), 1);
+    EXPECT_EQ(b->name.get(), "B");
+    EXPECT_TRUE(c->isDeleted());
+    context->save();
+    EXPECT_THAT(namesOf(context->fetch<Person>(peopleByName())), ElementsAre("A", "B", "d"));
+}

@@ -1,0 +1,64 @@
+#include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
+
+#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreParts.hpp"
+#include <gmock/gmock.h>
+#include <thread>
+
+using namespace orrenby;
+using namespace orrenby::tests;
+using testing::ElementsAre;
+
+TEST(NSManagedObjectContext, PerformsWorkInOrderOnItsQueue)
+{
+    const auto context = peopleContext();
+    context->perform([&] { insertPerson(context, "a"); });
+    context->perform([&] { context->save(); });
+
+    const auto names = context->performAndWait([&] {
+        return context->performAndWait([&] { return namesOf(context->fetch<Person>(peopleByName())); });
+    });
+
+    EXPECT_THAT(names, ElementsAre("a"));
+}
+
+TEST(NSManagedObjectContext, PerformingAndWaitingLetsExceptionsPass)
+{
+    const auto context = peopleContext();
+
+    EXPECT_THROW(context->performAndWait([] { throw 7; }), int);
+}
+
+TEST(NSManagedObjectContext, LastReferencesMayBeDroppedOnAnyThread)
+{
+    const auto context = peopleContext();
+    for (int number = 0; number < 100; ++number)
+        insertPerson(context, std::to_string(number));
+    context->save();
+    for (int round = 0; round < 20; ++round) {
+        auto people = context->fetch({.entity = "Person"});
+        auto thread = std::thread([held = std::move(people)]() mutable { held.clear(); });
+        EXPECT_EQ(context->fetch({.entity = "Person"}).size(), 100u);
+        thread.join();
+    }
+}
+
+TEST(NSManagedObjectContext, ContextsOfOneStoreMaySaveFromSeveralThreads)
+{
+    const StoreFolder folder;
+    const auto store = PersistentStore::open(
+        peopleModel(), {.path = folder.file(), .synchronous = StoreSynchronous::Off});
+    std::vector<std::thread> threads;
+    for (int number = 0; number < 4; ++number)
+        threads.emplace_back([&store, number] {
+            const auto context = make<NSManagedObjectContext>(store);
+            for (int round = 0; round < 25; ++round) {
+                insertPerson(context, std::to_string(number));
+                context->save();
+            }
+        });
+    for (auto& thread : threads)
+        thread.join();
+
+    EXPECT_EQ(storedNames(store).size(), 100u);
+}
