@@ -9,8 +9,8 @@
 #include "Orrenby/Utilities/OrderedDiff.hpp"
 #include "Orrenby/Utilities/OrderedSetComparison.hpp"
 #include "Orrenby/Utilities/OrderedSetMember.hpp"
+#include "Orrenby/Utilities/OrderedSetMembers.hpp"
 #include "Orrenby/Utilities/OrderedSetPlace.hpp"
-#include "Orrenby/Utilities/OrderedSetPositions.hpp"
 #include "Orrenby/Utilities/OrderedSetSorting.hpp"
 #include <concepts>
 #include <cstddef>
@@ -18,7 +18,6 @@
 #include <functional>
 #include <initializer_list>
 #include <iterator>
-#include <memory>
 #include <optional>
 #include <string>
 #include <type_traits>
@@ -48,7 +47,7 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// A plain value: a copy is independent. Not synchronised.
 template <detail::OrderedSetMember Element> class OrderedSet {
-    using Positions = detail::OrderedSetPositions;
+    using Members = detail::OrderedSetMembers<Element>;
 
 public:
     using Index = std::int64_t;
@@ -77,62 +76,60 @@ public:
     }
     OrderedSet& operator=(OrderedSet&&) noexcept = default;
     ~OrderedSet() = default;
-    OrderedSet(std::initializer_list<Element> elements) { buildByReference(elements); }
+    OrderedSet(std::initializer_list<Element> elements) { m_members.copy(elements); }
 
     /// The members of an array, without its later duplicates.
-    explicit OrderedSet(std::vector<Element>&& array) { build(std::move(array)); }
+    explicit OrderedSet(std::vector<Element>&& array) { m_members.take(std::move(array)); }
     explicit OrderedSet(const std::vector<Element>& array)
     {
         if constexpr (std::is_trivially_copyable_v<Element>)
-            build(std::vector<Element>(array));
+            m_members.take(std::vector<Element>(array));
         else
-            buildByReference(array);
+            m_members.copy(array);
     }
 
     /// The members of any sequence, which is walked once.
     template <detail::SequenceOf<Element> Sequence>
         requires(!std::is_same_v<std::remove_cvref_t<Sequence>, OrderedSet>)
-    explicit OrderedSet(Sequence&& sequence) { build(sequence); }
-
-    // --- the collection ---
+    explicit OrderedSet(Sequence&& sequence) { m_members.collect(sequence); }
 
     /// The members in order.
-    const std::vector<Element>& elements() const noexcept { return m_elements; }
+    const std::vector<Element>& elements() const noexcept { return m_members.array(); }
 
     /// Always 0.
     Index startIndex() const noexcept { return 0; }
     /// The position behind the last member.
-    Index endIndex() const noexcept { return static_cast<Index>(m_elements.size()); }
+    Index endIndex() const noexcept { return static_cast<Index>(elements().size()); }
 
     /// One more and one less; overflow of 64 bits ends the process.
     Index indexAfter(Index position) const { return stepped(position, 1); }
     Index indexBefore(Index position) const { return stepped(position, -1); }
 
     /// How many different members can be looked up. Less than `size()` after `set` brought in a duplicate.
-    Index count() const noexcept { return static_cast<Index>(m_positions.count()); }
+    Index count() const noexcept { return static_cast<Index>(m_members.count()); }
 
     /// The length of `elements()`, and what iteration walks over.
-    std::size_t size() const noexcept { return m_elements.size(); }
-    bool empty() const noexcept { return m_elements.empty(); }
-    bool isEmpty() const noexcept { return m_elements.empty(); }
-    const_iterator begin() const noexcept { return m_elements.begin(); }
-    const_iterator end() const noexcept { return m_elements.end(); }
+    std::size_t size() const noexcept { return elements().size(); }
+    bool empty() const noexcept { return elements().empty(); }
+    bool isEmpty() const noexcept { return elements().empty(); }
+    const_iterator begin() const noexcept { return elements().begin(); }
+    const_iterator end() const noexcept { return elements().end(); }
 
-    const_reference operator[](Index position) const { return m_elements[checked(position, size())]; }
+    const_reference operator[](Index position) const { return elements()[checked(position, size())]; }
     Place operator[](Index position)
     {
         checked(position, size());
         return Place(*this, position);
     }
 
-    std::optional<Element> first() const { return isEmpty() ? std::nullopt : some(m_elements.front()); }
-    std::optional<Element> last() const { return isEmpty() ? std::nullopt : some(m_elements.back()); }
+    std::optional<Element> first() const { return isEmpty() ? std::nullopt : some(elements().front()); }
+    std::optional<Element> last() const { return isEmpty() ? std::nullopt : some(elements().back()); }
 
     /// The position by which the member is known, or nothing. Text is looked up without making a string.
     std::optional<Index> indexOf(Key element) const
     {
-        const auto position = m_positions.find(hash(element), isAt(element));
-        return position != Positions::notFound ? std::optional(static_cast<Index>(position)) : std::nullopt;
+        const auto position = m_members.find(element);
+        return position != Members::notFound ? std::optional(static_cast<Index>(position)) : std::nullopt;
     }
 
     /// Whether it is among `elements()`. O(1) on average, linear while a duplicate is there.
@@ -142,25 +139,23 @@ public:
     /// on average, linear while a duplicate is there.
     std::optional<Index> firstIndexOf(Key element) const
     {
-        if (isWhole())
+        if (m_members.isWhole())
             return indexOf(element);
         for (std::size_t position = 0; position < size(); ++position)
-            if (m_elements[position] == element)
+            if (elements()[position] == element)
                 return static_cast<Index>(position);
         return std::nullopt;
     }
 
     /// As the list of the members prints: `[1, 2, 3]`.
-    std::string description() const { return describe(m_elements); }
-    std::string debugDescription() const { return debugDescribe(m_elements); }
+    std::string description() const { return describe(elements()); }
+    std::string debugDescription() const { return debugDescribe(elements()); }
 
     /// The same members in the same order.
     friend bool operator==(const OrderedSet& first, const OrderedSet& second)
     {
-        return first.m_elements == second.m_elements;
+        return first.elements() == second.elements();
     }
-
-    // --- changes ---
 
     /// Puts a value in the place of the member at a position, without a look at the others. `set[i] = value`
     /// does the same.
@@ -169,17 +164,7 @@ public:
     /// `count()` is one less than `size()`. If the member that had been here stood elsewhere too, it cannot
     /// be looked up any more. The next change of any other kind, `reserveCapacity` among them, drops the
     /// duplicates; `remove` of what cannot be looked up changes nothing. O(1) on average.
-    void set(Index position, Element value)
-    {
-        const auto place = checked(position, size());
-        const Element& old = m_elements[place];
-        const auto oldMixed = hash(old); // both before the first change: hashing may throw
-        const auto mixed = hash(value);
-        m_positions.reserve(m_positions.count() + 1);
-        m_positions.erase(oldMixed, isAt(old));
-        m_positions.assign(mixed, place, isAt(value));
-        m_elements[place] = std::move(value);
-    }
+    void set(Index position, Element value) { m_members.set(checked(position, size()), std::move(value)); }
 
     /// Reads the member at a position, lets `change` work on a copy, and puts that in its place as `set`
     /// does.
@@ -193,25 +178,25 @@ public:
     /// Replaces the members from `lower` up to, but not including, `upper`. Afterwards later duplicates are
     /// dropped from the whole.
     template <detail::SequenceOf<Element> Sequence>
-    void replaceSubrange(Index lower, Index upper, Sequence&& elements)
+    void replaceSubrange(Index lower, Index upper, Sequence&& sequence)
     {
         const auto last = checked(upper, size() + 1);
         const auto first = checked(lower, last + 1);
-        std::vector<Element> array(m_elements.begin(), m_elements.begin() + offset(first));
-        for (auto&& element : elements)
+        std::vector<Element> array(elements().begin(), elements().begin() + offset(first));
+        for (auto&& element : sequence)
             array.push_back(std::forward<decltype(element)>(element));
-        array.insert(array.end(), m_elements.begin() + offset(last), m_elements.end());
+        array.insert(array.end(), elements().begin() + offset(last), elements().end());
         *this = OrderedSet(std::move(array));
     }
-    void replaceSubrange(Index lower, Index upper, std::initializer_list<Element> elements)
+    void replaceSubrange(Index lower, Index upper, std::initializer_list<Element> sequence)
     {
-        replaceSubrange<std::initializer_list<Element>&>(lower, upper, elements);
+        replaceSubrange<std::initializer_list<Element>&>(lower, upper, sequence);
     }
 
     void append(Element element)
     {
         repair();
-        add(std::move(element));
+        m_members.append(std::move(element));
     }
     template <detail::SequenceOf<Element> Sequence> void appendContentsOf(Sequence&& elements)
     {
@@ -221,7 +206,7 @@ public:
             added.push_back(std::forward<decltype(element)>(element));
         repair();
         for (auto&& element : added)
-            add(std::move(element));
+            m_members.append(std::move(element));
     }
     void appendContentsOf(std::initializer_list<Element> elements)
     {
@@ -232,15 +217,10 @@ public:
     void insert(Element element, Index position)
     {
         const auto place = checked(position, size() + 1);
-        const auto mixed = hash(element);
-        if (!isShiftSafe || !isWhole() || m_positions.find(mixed, isAt(element)) != Positions::notFound) {
+        if (canShift() && m_members.find(element) == Members::notFound)
+            m_members.insert(place, std::move(element));
+        else
             replaceSubrange(position, position, {std::move(element)});
-            return;
-        }
-        m_positions.reserve(size() + 1);
-        m_elements.insert(m_elements.begin() + offset(place), std::move(element));
-        m_positions.shift(place, 1);
-        m_positions.findOrInsert(mixed, place, [](std::size_t) { return false; });
     }
     template <detail::SequenceOf<Element> Sequence> void insertContentsOf(Sequence&& elements, Index position)
     {
@@ -266,16 +246,11 @@ public:
     Element removeAt(Index position)
     {
         const auto place = checked(position, size());
-        Element removed = m_elements[place];
-        if (!isShiftSafe || !isWhole()) {
+        Element removed = elements()[place];
+        if (canShift())
+            m_members.erase(place);
+        else
             replaceSubrange(position, position + 1, {});
-            return removed;
-        }
-        const auto mixed = hash(removed);
-        m_elements.erase(m_elements.begin() + offset(place));
-        m_positions.erase(mixed, [=](std::size_t other) { return other == place; });
-        if (place != size())
-            m_positions.shift(place + 1, -1);
         return removed;
     }
 
@@ -295,16 +270,12 @@ public:
 
     void removeAll() { *this = OrderedSet(); }
     /// Empties the set and keeps its memory for what comes next.
-    void removeAllKeepingCapacity() noexcept
-    {
-        m_elements.clear();
-        m_positions.clear();
-    }
+    void removeAllKeepingCapacity() noexcept { m_members.clear(); }
     /// Removes the members for which the predicate holds.
     template <std::predicate<const Element&> Predicate> void removeAll(Predicate&& shouldBeRemoved)
     {
         std::vector<Element> kept;
-        for (const Element& element : m_elements)
+        for (const Element& element : elements())
             if (!std::invoke(shouldBeRemoved, element))
                 kept.push_back(element);
         *this = OrderedSet(std::move(kept));
@@ -314,10 +285,8 @@ public:
     void reserveCapacity(Index number)
     {
         repair();
-        if (number > endIndex()) {
-            m_positions.reserve(static_cast<std::size_t>(number));
-            m_elements.reserve(static_cast<std::size_t>(number));
-        }
+        if (number > endIndex())
+            m_members.reserve(static_cast<std::size_t>(number));
     }
 
     /// Sorts by a predicate that says whether its first argument stands before its second. Members of which
@@ -329,10 +298,8 @@ public:
     template <std::predicate<const Element&, const Element&> Predicate>
     [[nodiscard]] OrderedSet sorted(Predicate&& isBefore) const
     {
-        return OrderedSet(detail::sortedMembers(m_elements, isBefore));
+        return OrderedSet(detail::sortedMembers(elements(), isBefore));
     }
-
-    // --- with another set ---
 
     /// The members that `other` has too, in the order of this set. Linear in the sizes of both.
     [[nodiscard]] OrderedSet intersection(const OrderedSet& other) const { return chosen(other, true); }
@@ -350,10 +317,10 @@ public:
     /// that is missing on the other side and cannot be looked up on its own then ends the process.
     [[nodiscard]] std::optional<Diff> compared(const OrderedSet& other) const
     {
-        if (m_elements == other.m_elements)
+        if (elements() == other.elements())
             return std::nullopt;
-        return isWhole() && other.isWhole() ? detail::comparedByHash(*this, other)
-                                            : detail::comparedByScan(*this, other);
+        return m_members.isWhole() && other.m_members.isWhole() ? detail::comparedByHash(*this, other)
+                                                                : detail::comparedByScan(*this, other);
     }
 
     /// As `compared`, but a move stands only for members that changed their place among the common ones, and
@@ -361,10 +328,10 @@ public:
     /// Inserts are made and deletes are done around what stays; ascending order as in `compared`. n log n.
     [[nodiscard]] std::optional<Diff> comparedWithFewestMoves(const OrderedSet& other) const
     {
-        if (m_elements == other.m_elements)
+        if (elements() == other.elements())
             return std::nullopt;
-        const OrderedSet old(m_elements);
-        const OrderedSet target(other.m_elements);
+        const OrderedSet old(elements());
+        const OrderedSet target(other.elements());
         return detail::withFewestMoves(old, target, detail::comparedByHash(old, target));
     }
 
@@ -377,34 +344,13 @@ public:
     }
 
 private:
-    /// Whether members can be shifted in their array. Where a move may throw halfway, a new set is made.
-    static constexpr bool isShiftSafe
-        = std::is_nothrow_move_constructible_v<Element> && std::is_nothrow_move_assignable_v<Element>;
-
-    /// No member stands twice: each entry has a position of its own, so as many entries as members leave no
-    /// room for a duplicate.
-    bool isWhole() const noexcept { return m_positions.count() == m_elements.size(); }
+    bool canShift() const noexcept { return Members::isShiftSafe && m_members.isWhole(); }
 
     void repair()
     {
-        if (!isWhole())
-            *this = OrderedSet(m_elements);
+        if (!m_members.isWhole())
+            *this = OrderedSet(elements());
     }
-
-    static std::uint32_t hash(Key element)
-    {
-        if constexpr (std::is_same_v<Element, std::string>)
-            return static_cast<std::uint32_t>(detail::hashText(element) >> 32U); // is spread already
-        else
-            return Positions::mix(std::hash<Element>{}(element));
-    }
-
-    struct IsAt {
-        const std::vector<Element>& elements;
-        Key element;
-        bool operator()(std::size_t position) const { return elements[position] == element; }
-    };
-    IsAt isAt(Key element) const { return {m_elements, element}; }
 
     static std::ptrdiff_t offset(std::size_t place) noexcept { return static_cast<std::ptrdiff_t>(place); }
     static std::optional<Element> some(const Element& element) { return element; }
@@ -424,81 +370,16 @@ private:
         return result;
     }
 
-    /// Adds what is not there yet to a set without duplicates.
-    void add(Element element)
-    {
-        const auto mixed = hash(element);
-        m_positions.reserve(size() + 1);
-        if (m_elements.size() == m_elements.capacity())
-            m_elements.reserve(m_elements.empty() ? 4 : size() * 2);
-        if constexpr (isShiftSafe) {
-            if (m_positions.findOrInsert(mixed, size(), isAt(element)) == Positions::notFound)
-                m_elements.push_back(std::move(element));
-        } else if (m_positions.find(mixed, isAt(element)) == Positions::notFound) {
-            m_elements.push_back(std::move(element)); // what it throws finds the positions as they were
-            m_positions.findOrInsert(mixed, size() - 1, [](std::size_t) { return false; });
-        }
-    }
-
-    template <class Sequence> void build(Sequence& sequence)
-    {
-        if constexpr (requires { std::size(sequence); })
-            m_positions.reserve(std::size(sequence)), m_elements.reserve(std::size(sequence));
-        for (auto&& element : sequence) {
-            if constexpr (std::is_same_v<std::remove_cvref_t<decltype(element)>, Element>) {
-                // Looked for before it is copied. What is thrown then leaves no set at all.
-                if constexpr (!requires { std::size(sequence); })
-                    m_positions.reserve(size() + 1);
-                if (m_positions.findOrInsert(hash(element), size(), isAt(element)) == Positions::notFound)
-                    m_elements.push_back(std::forward<decltype(element)>(element));
-            } else
-                add(Element(std::forward<decltype(element)>(element)));
-        }
-    }
-    /// Finds out which members stay before it copies the first: those allocate in a row then, and no
-    /// duplicate is copied.
-    template <class Sequence> void buildByReference(const Sequence& sequence)
-    {
-        const auto kept = std::make_unique_for_overwrite<const Element*[]>(std::size(sequence));
-        m_positions.reserve(std::size(sequence));
-        std::size_t count = 0;
-        for (const Element& element : sequence) {
-            const auto isMatch = [&](std::size_t position) { return *kept[position] == element; };
-            kept[count] = std::addressof(element);
-            if (m_positions.findOrInsert(hash(element), count, isMatch) == Positions::notFound)
-                ++count;
-        }
-        m_elements.reserve(count);
-        for (std::size_t place = 0; place < count; ++place)
-            m_elements.push_back(*kept[place]);
-    }
-    void build(std::vector<Element>&& array)
-    {
-        m_positions.reserve(array.size());
-        m_elements = std::move(array);
-        std::size_t kept = 0;
-        for (std::size_t next = 0; next < m_elements.size(); ++next) {
-            Key element = m_elements[next];
-            if (m_positions.findOrInsert(hash(element), kept, isAt(element)) != Positions::notFound)
-                continue;
-            if (kept != next)
-                m_elements[kept] = std::move(m_elements[next]);
-            ++kept;
-        }
-        m_elements.erase(m_elements.begin() + offset(kept), m_elements.end());
-    }
-
     OrderedSet chosen(const OrderedSet& other, bool areCommon) const
     {
         std::vector<Element> array;
-        for (const Element& element : m_elements)
+        for (const Element& element : elements())
             if (other.contains(element) == areCommon)
                 array.push_back(element);
         return OrderedSet(std::move(array));
     }
 
-    std::vector<Element> m_elements;
-    Positions m_positions;
+    Members m_members;
 };
 
 template <class Sequence>

@@ -3,6 +3,7 @@
 #include "Orrenby/Platform/Objects/FatalError.hpp"
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -14,24 +15,22 @@ namespace {
 /// two places for each it would be every second one. The table still fits into 64 KiB.
 constexpr std::size_t smallCount = 2'048;
 
-/// As many bits as a hash has are enough: beyond 2^32 places the first ones alone are homes.
-std::uint64_t shiftOf(std::size_t places) noexcept
-{
-    return static_cast<std::uint64_t>(std::max(0, 32 - std::countr_zero(places)));
-}
+/// Slots, and a hash for each position: no table is more than half full.
+std::size_t wordsOf(std::size_t places) noexcept { return places + places / 2; }
 
 } // namespace
 
 OrderedSetPositions::OrderedSetPositions(const OrderedSetPositions& other)
     : m_last(other.m_last)
-    , m_shift(other.m_shift)
+    , m_bits(other.m_bits)
     , m_count(other.m_count)
     , m_room(other.m_room)
 {
     if (!other.m_owned)
         return;
-    m_owned = std::make_unique<Slot[]>(m_last + 1);
-    std::copy_n(other.m_owned.get(), m_last + 1, m_owned.get());
+    const auto words = wordsOf(m_last + 1);
+    m_owned = std::make_unique_for_overwrite<std::uint32_t[]>(words);
+    std::memcpy(m_owned.get(), other.m_owned.get(), words * sizeof(std::uint32_t));
     m_slots = m_owned.get();
 }
 
@@ -39,7 +38,7 @@ void OrderedSetPositions::swap(OrderedSetPositions& other) noexcept
 {
     std::swap(m_slots, other.m_slots);
     std::swap(m_last, other.m_last);
-    std::swap(m_shift, other.m_shift);
+    std::swap(m_bits, other.m_bits);
     std::swap(m_count, other.m_count);
     std::swap(m_room, other.m_room);
     m_owned.swap(other.m_owned);
@@ -49,18 +48,19 @@ void OrderedSetPositions::shift(std::size_t first, std::int32_t step) noexcept
 {
     if (!m_owned)
         return;
-    const auto from = static_cast<std::uint32_t>(first + 1);
-    const auto offset = static_cast<std::uint32_t>(step);
+    const auto offset = static_cast<Slot>(step);
     for (std::size_t place = 0; place <= m_last; ++place) {
         Slot& slot = m_owned[place];
-        slot.next += slot.next >= from ? offset : 0; // a free slot is 0, below any `from`
+        slot += (slot & m_last) > first ? offset : 0; // a free slot is 0
     }
+    const auto behind = (m_last + 1) / 2 - std::max(first, first + static_cast<std::size_t>(step));
+    std::memmove(hashes() + first + step, hashes() + first, behind * sizeof(std::uint32_t));
 }
 
 void OrderedSetPositions::clear() noexcept
 {
     if (m_owned)
-        std::fill_n(m_owned.get(), m_last + 1, Slot{0, 0});
+        std::fill_n(m_owned.get(), m_last + 1, Slot{0});
     m_count = 0;
 }
 
@@ -74,36 +74,33 @@ void OrderedSetPositions::grow(std::size_t count)
     m_room = std::max(m_room, m_last + 1 == places ? places / share : 0); // fuller from now on
     if (m_room >= count)
         return;
-    auto table = std::make_unique<Slot[]>(places);
-    const auto last = places - 1;
-    const auto shift = shiftOf(places);
-    for (std::size_t old = 0; m_count != 0 && old <= m_last; ++old) {
-        const Slot slot = m_slots[old];
-        if (slot.next == 0)
-            continue;
-        auto place = static_cast<std::size_t>(slot.hash >> shift);
-        while (table[place].next != 0)
-            place = (place + 1) & last;
-        table[place] = slot;
-    }
-    m_owned = std::move(table);
-    m_slots = m_owned.get();
-    m_last = last;
-    m_shift = shift;
-    m_room = places / share;
+
+    OrderedSetPositions grown;
+    grown.m_owned = std::make_unique_for_overwrite<std::uint32_t[]>(wordsOf(places));
+    grown.m_slots = grown.m_owned.get();
+    grown.m_last = places - 1;
+    grown.m_bits = static_cast<std::uint32_t>(std::countr_zero(places));
+    grown.m_room = places / share;
+    grown.clear();
+    for (std::size_t place = 0; m_count != 0 && place <= m_last; ++place)
+        if (m_slots[place] != 0) {
+            const auto position = positionAt(place);
+            grown.findOrInsert(hashes()[position], position, [](std::size_t) { return false; });
+        }
+    swap(grown);
 }
 
 void OrderedSetPositions::close(std::size_t place) noexcept
 {
-    for (auto next = (place + 1) & m_last; m_owned[next].next != 0; next = (next + 1) & m_last) {
-        const auto origin = home(m_owned[next].hash);
+    for (auto next = (place + 1) & m_last; m_owned[next] != 0; next = (next + 1) & m_last) {
+        const auto home = static_cast<std::size_t>(split(hashes()[positionAt(next)]) >> 32U);
         // What already stands at or behind its home, seen from the gap, must not move in front of it.
-        if (((next - origin) & m_last) >= ((next - place) & m_last)) {
+        if (((next - home) & m_last) >= ((next - place) & m_last)) {
             m_owned[place] = m_owned[next];
             place = next;
         }
     }
-    m_owned[place] = {0, 0};
+    m_owned[place] = 0;
     --m_count;
 }
 

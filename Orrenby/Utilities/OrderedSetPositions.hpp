@@ -15,9 +15,13 @@ namespace orrenby::inline ORRENBY_ABI::detail {
 
 /// Finds positions in a vector by hash. It holds no elements: the set that owns both keeps them in step.
 ///
-/// Open addressing over pairs of a position and half a hash, at most a quarter full while the whole fits into
-/// the nearest cache and half full beyond; an erased place is closed by moving back what follows it, so that
-/// lookups never get slower with age. Not synchronised.
+/// Open addressing, at most a quarter full while the whole fits into the nearest cache and half full beyond;
+/// an erased place is closed by moving back what follows it, so that lookups never get slower with age.
+///
+/// A hash has 32 bits. In a table of 2^b places the highest b of them say where a position belongs, and its
+/// slot holds the others beside the position itself, which needs no more than b bits. So a slot is as small
+/// as one number, and a lookup compares members only where both agree. The hashes in full stand apart, by
+/// position; only growing and erasing read them. Not synchronised.
 class ORRENBY_EXPORT OrderedSetPositions {
 public:
     static constexpr std::size_t notFound = static_cast<std::size_t>(-1);
@@ -46,49 +50,35 @@ public:
     /// average.
     template <class IsMatch> std::size_t find(std::uint32_t mixed, IsMatch isMatch) const
     {
-        const Slot* const slots = m_slots;
-        const auto last = m_last;
-        for (auto place = home(mixed);; place = (place + 1) & last) {
-            const Slot slot = slots[place];
-            if (slot.next == 0)
-                return notFound;
-            if (slot.hash == mixed && isMatch(slot.next - 1))
-                return slot.next - 1;
-        }
+        const auto place = placeOf(mixed, isMatch);
+        return m_slots[place] != 0 ? positionAt(place) : notFound;
     }
 
     /// The same; where nothing is found, `position` is inserted. Room for it must have been made.
     template <class IsMatch>
     std::size_t findOrInsert(std::uint32_t mixed, std::size_t position, IsMatch isMatch)
     {
-        Slot* const slots = m_owned.get();
-        const auto last = m_last;
-        for (auto place = home(mixed);; place = (place + 1) & last) {
-            Slot& slot = slots[place];
-            if (slot.next == 0) {
-                slot = {static_cast<std::uint32_t>(position + 1), mixed};
-                ++m_count;
-                return notFound;
-            }
-            if (slot.hash == mixed && isMatch(slot.next - 1))
-                return slot.next - 1;
-        }
+        const auto place = placeOf(mixed, isMatch);
+        if (m_slots[place] != 0)
+            return positionAt(place);
+        put(place, mixed, position);
+        ++m_count;
+        return notFound;
     }
 
     /// Maps what matches to `position`, or inserts it. Room for it must have been made.
     template <class IsMatch> void assign(std::uint32_t mixed, std::size_t position, IsMatch isMatch)
     {
         const auto place = placeOf(mixed, isMatch);
-        if (place == notFound)
-            findOrInsert(mixed, position, [](std::size_t) { return false; });
-        else
-            m_owned[place].next = static_cast<std::uint32_t>(position + 1);
+        if (m_slots[place] == 0)
+            ++m_count;
+        put(place, mixed, position);
     }
 
     /// Erases what matches, if there is such a position.
     template <class IsMatch> void erase(std::uint32_t mixed, IsMatch isMatch)
     {
-        if (const auto place = placeOf(mixed, isMatch); place != notFound)
+        if (const auto place = placeOf(mixed, isMatch); m_slots[place] != 0)
             close(place);
     }
 
@@ -99,45 +89,56 @@ public:
             grow(count);
     }
 
-    /// Adds `step` to all positions from `first` on. Linear.
+    /// Adds `step`, which is 1 or −1, to all positions from `first` on. Linear.
     void shift(std::size_t first, std::int32_t step) noexcept;
 
     void clear() noexcept;
 
 private:
-    struct Slot {
-        std::uint32_t next; ///< The position plus one; 0 marks a free slot.
-        std::uint32_t hash;
-    };
+    /// What remains of the hash, above the position plus one; 0 marks a free slot.
+    using Slot = std::uint32_t;
     /// Stands for the table before there is one, so that a lookup need not ask. Never written to.
-    static constexpr Slot noSlot{0, 0};
+    static constexpr Slot noSlot = 0;
 
-    std::size_t home(std::uint32_t mixed) const noexcept
-    {
-        return static_cast<std::size_t>(std::uint64_t{mixed} >> m_shift);
-    }
+    /// The hash as it is looked for: above 32 bits the place where it belongs, below what its slot holds of
+    /// it.
+    std::uint64_t split(std::uint32_t mixed) const noexcept { return std::uint64_t{mixed} << m_bits; }
 
+    /// Where what matches stands, or the free place where it would.
     template <class IsMatch> std::size_t placeOf(std::uint32_t mixed, IsMatch isMatch) const
     {
-        for (auto place = home(mixed);; place = (place + 1) & m_last) {
-            const Slot slot = m_slots[place];
-            if (slot.next == 0)
-                return notFound;
-            if (slot.hash == mixed && isMatch(slot.next - 1))
+        const Slot* const slots = m_slots;
+        const auto last = m_last;
+        const auto wanted = split(mixed);
+        for (auto place = static_cast<std::size_t>(wanted >> 32U);; place = (place + 1) & last) {
+            const Slot slot = slots[place];
+            const auto next = slot ^ static_cast<Slot>(wanted); // with the same rest of the hash, it is gone
+            if (slot == 0 || (next <= last && isMatch(std::size_t{next} - 1)))
                 return place;
         }
     }
+
+    std::size_t positionAt(std::size_t place) const noexcept { return (m_slots[place] & m_last) - 1; }
+
+    void put(std::size_t place, std::uint32_t mixed, std::size_t position) noexcept
+    {
+        m_owned[place] = static_cast<Slot>(split(mixed)) | static_cast<Slot>(position + 1);
+        hashes()[position] = mixed;
+    }
+
+    /// Behind the slots: the hash of each position, half as many as places.
+    std::uint32_t* hashes() const noexcept { return m_owned.get() + m_last + 1; }
 
     void swap(OrderedSetPositions& other) noexcept;
     void grow(std::size_t count);
     void close(std::size_t place) noexcept;
 
     const Slot* m_slots = &noSlot;
-    std::size_t m_last = 0;     ///< The last place; one less than a power of two.
-    std::uint64_t m_shift = 32; ///< 32 less the bits of a place.
+    std::size_t m_last = 0;   ///< The last place; one less than a power of two.
+    std::uint32_t m_bits = 0; ///< Those of a place.
     std::size_t m_count = 0;
     std::size_t m_room = 0; ///< How many positions the table may hold.
-    std::unique_ptr<Slot[]> m_owned;
+    std::unique_ptr<std::uint32_t[]> m_owned;
 };
 
 /// Hashes text: sixteen bytes for each multiplication, where `std::hash` takes eight. Not the same from one

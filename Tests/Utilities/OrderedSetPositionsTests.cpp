@@ -76,7 +76,8 @@ TEST(OrderedSetPositions, AreEmptyAfterTheyWereMovedFrom)
 
 TEST(OrderedSetPositions, AreKeptThroughEveryGrowth)
 {
-    constexpr std::size_t count = 5'000; // from the tables that are a quarter full to those half full
+    constexpr std::size_t count
+        = 100'000; // from tables a quarter full, with 28 bits of a hash in each slot, to half full with 14
     OrderedSetPositions positions;
     for (std::size_t position = 0; position < count; ++position) {
         positions.reserve(position + 1);
