@@ -1,6 +1,7 @@
 // The entry of every test program. It lives in one library, so that all suites share it and its precompiled
 // header.
 
+#include <cstdlib>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -20,6 +21,8 @@ int main(int argumentCount, char** arguments)
 {
     // A forked death test would inherit locks of threads that do not exist in the child.
     testing::FLAGS_gtest_death_test_style = "threadsafe";
+    // Properties are tried with the same values every time, unless somebody asks for others.
+    setenv("RC_PARAMS", "seed=1 max_success=500", /*replaces*/ 0);
     testing::InitGoogleMock(&argumentCount, arguments);
     return RUN_ALL_TESTS();
 }
