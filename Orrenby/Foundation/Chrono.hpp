@@ -2,7 +2,7 @@
 
 /// @file
 /// The operations of this floor that take seconds, with durations of the standard library. Not in the
-/// umbrella header: including <chrono> costs more than the rest of the floor.
+/// umbrella header: including `<chrono>` costs more than the rest of the floor.
 
 #include "Orrenby/Foundation/Countdowns.hpp"
 #include "Orrenby/Platform/Export.hpp"

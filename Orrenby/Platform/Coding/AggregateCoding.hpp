@@ -32,6 +32,8 @@ template <detail::PlainAggregate T>
     requires(!detail::DecodesItself<T>)
 struct Decodable<T> {
     static constexpr auto form = detail::DecodedForm::Fields;
+
+    /// Calls `visit` with the type and the key of each field, in the order of declaration.
     template <class Visitor> static void visitFields(Visitor&& visit)
     {
         [&]<std::size_t... Index>(std::index_sequence<Index...>)

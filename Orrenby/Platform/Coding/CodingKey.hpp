@@ -20,10 +20,13 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A plain value. Not synchronised.
 class ORRENBY_EXPORT CodingKey {
 public:
+    /// The key of a member. It has no integer, also where the text is one.
     template <std::convertible_to<std::string_view> Text>
     CodingKey(const Text& stringValue)
         : m_stringValue(std::string_view(stringValue))
     {}
+
+    /// The key of a member that is known by a number as well.
     CodingKey(std::string_view stringValue, std::optional<std::int64_t> intValue)
         : m_stringValue(stringValue)
         , m_intValue(intValue)
@@ -35,7 +38,10 @@ public:
     /// The place `index` in a list, counted from 0.
     static CodingKey place(std::int64_t index);
 
+    /// The member's name as it is looked up and written.
     const std::string& stringValue() const noexcept { return m_stringValue; }
+
+    /// The number of the key or of the place; nothing for most members.
     std::optional<std::int64_t> intValue() const noexcept { return m_intValue; }
 
     const std::string& description() const noexcept { return m_stringValue; }

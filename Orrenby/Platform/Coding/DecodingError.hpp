@@ -28,6 +28,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A handle: copies share one immutable content. Safe to use from several threads.
 class ORRENBY_EXPORT DecodingError final : public CustomNSError<DecodingError> {
 public:
+    /// What was wrong.
     enum class Kind : std::uint8_t {
         TypeMismatch,  ///< There is a value, of another kind.
         ValueNotFound, ///< There is null, or nothing more, where a value is needed.
@@ -35,20 +36,23 @@ public:
         DataCorrupted  ///< The value is of the right kind, but not one of those that are allowed.
     };
 
+    /// Where it was wrong, and the words for it.
     struct Context {
-        std::vector<CodingKey> codingPath = {};
-        std::string debugDescription = {};
+        std::vector<CodingKey> codingPath = {}; ///< From the root to the value; empty for the root itself.
+        std::string debugDescription = {};      ///< One sentence for developers, in English.
+        /// What another part of the program threw; often nothing.
         std::optional<AnyError> underlyingError = {};
         /// Of the value in the text that was decoded, where there is one.
         std::optional<TextPosition> position = {};
     };
 
-    /// @param typeName  The expected type, as it prints.
+    /// One of the four reasons; an expected type is named as it prints.
     static DecodingError typeMismatch(std::string_view typeName, Context context);
     static DecodingError valueNotFound(std::string_view typeName, Context context);
     static DecodingError keyNotFound(CodingKey key, Context context);
     static DecodingError dataCorrupted(Context context);
 
+    /// The same with the printed name of `T`.
     template <class T> static DecodingError typeMismatch(Context context)
     {
         return typeMismatch(orrenby::typeName<T>(), std::move(context));
@@ -65,6 +69,7 @@ public:
         return dataCorrupted(place.errorContext(debugDescription));
     }
 
+    /// Which of the four it is.
     Kind kind() const noexcept;
 
     /// The expected type; empty unless a type or a value is what is missing.
@@ -73,6 +78,7 @@ public:
     /// The missing key; nothing unless a key is what is missing.
     const std::optional<CodingKey>& key() const noexcept;
 
+    /// Shared with the copies of this error; lives as long as one of them.
     const Context& context() const noexcept;
 
     /// `typeMismatch(Int, at a > Index 2, line 3, column 7: Expected Int but found a text)`

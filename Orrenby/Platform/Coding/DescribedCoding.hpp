@@ -59,6 +59,8 @@ template <detail::DescribedClass T>
     requires(!detail::DecodesItself<T> && !RawRepresentable<T>)
 struct Decodable<T> {
     static constexpr auto form = detail::DecodedForm::Fields;
+
+    /// Calls `visit` with the type and the key of each stored property, in the order of declaration.
     template <class Visitor> static void visitFields(Visitor&& visit)
     {
         T value{};

@@ -39,8 +39,13 @@ public:
     /// What the caller of the encode operation passes to the types.
     const Dictionary& userInfo() const noexcept { return m_slot->place().session->options().userInfo; }
 
+    /// Makes the value an object, or goes on with it. Of a member written twice the last value counts.
     template <CodingKeyType Key = CodingKey> KeyedEncodingContainer<Key> container() const;
+
+    /// Makes the value a list, or goes on with it behind its last element.
     UnkeyedEncodingContainer unkeyedContainer() const;
+
+    /// For a value that is neither object nor list. It takes one value.
     SingleValueEncodingContainer singleValueContainer() const;
 
     detail::EncodingSlot& slot() const noexcept { return *m_slot; }

@@ -26,18 +26,27 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A handle: copies share one immutable content. Safe to use from several threads.
 class ORRENBY_EXPORT EncodingError final : public CustomNSError<EncodingError> {
 public:
+    /// What was wrong: there is one case.
     enum class Kind : std::uint8_t { InvalidValue };
 
+    /// Where the value would have stood, and the words for what is wrong.
     struct Context {
-        std::vector<CodingKey> codingPath = {};
-        std::string debugDescription = {};
+        std::vector<CodingKey> codingPath = {}; ///< From the root to the value; empty for the root itself.
+        std::string debugDescription = {};      ///< One sentence for developers, in English.
+        /// What another part of the program threw; often nothing.
         std::optional<AnyError> underlyingError = {};
     };
 
+    /// A value that the format cannot hold.
     static EncodingError invalidValue(Any value, Context context);
 
+    /// Always `InvalidValue`.
     Kind kind() const noexcept { return Kind::InvalidValue; }
+
+    /// The value that could not be written.
     const Any& value() const noexcept;
+
+    /// Shared with the copies of this error; lives as long as one of them.
     const Context& context() const noexcept;
 
     /// `invalidValue(inf, at a > b: JSON has no number for inf)`

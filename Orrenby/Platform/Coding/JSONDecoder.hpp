@@ -31,6 +31,7 @@ template <class Success, class Failure> class Result;
 /// ignored. Linear. Decoding is safe to use from several threads; changing the settings is not.
 class ORRENBY_EXPORT JSONDecoder {
 public:
+    /// The strategies under the names that they have beside a decoder.
     using DateDecodingStrategy = JSONDateDecodingStrategy;
     using DataDecodingStrategy = JSONDataDecodingStrategy;
     using KeyDecodingStrategy = JSONKeyDecodingStrategy;
@@ -66,6 +67,9 @@ public:
         return tryDecode<T>(std::as_bytes(std::span(utf8)));
     }
 
+    /// How what JSON has no form for is read. Dates are numbers of seconds since 2001, data is Base64, keys
+    /// stay as they are and numbers are finite unless something else is set. Set them before decoding begins,
+    /// not during it.
     const DateDecodingStrategy& dateDecodingStrategy() const noexcept { return m_options.dates; }
     void setDateDecodingStrategy(DateDecodingStrategy strategy) { m_options.dates = std::move(strategy); }
     const DataDecodingStrategy& dataDecodingStrategy() const noexcept { return m_options.data; }

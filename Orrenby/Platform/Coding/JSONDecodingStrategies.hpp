@@ -14,6 +14,7 @@ namespace orrenby::inline ORRENBY_ABI {
 
 class Decoder;
 
+/// How dates and data are read; a custom callable takes a `const Decoder&` and gives the value.
 using JSONDateDecodingStrategy = JSONDateStrategy<detail::CustomCoding<Date, const Decoder&>>;
 using JSONDataDecodingStrategy = JSONDataStrategy<detail::CustomCoding<Data, const Decoder&>>;
 

@@ -31,9 +31,10 @@ namespace orrenby::inline ORRENBY_ABI {
 /// Not synchronised, `find` included.
 class ORRENBY_EXPORT JSONDocument {
 public:
+    /// A value's place in the document. Good for this document only.
     using Node = std::uint32_t;
-    static constexpr Node root = 0;
-    static constexpr Node absent = static_cast<Node>(-1);
+    static constexpr Node root = 0;                       ///< The outermost value; every document has it.
+    static constexpr Node absent = static_cast<Node>(-1); ///< What the searches give where there is nothing.
 
     /// Throws `JSONReadError`. Linear.
     explicit JSONDocument(std::span<const std::byte> data);
@@ -42,7 +43,10 @@ public:
     JSONDocument& operator=(const JSONDocument&) = delete;
     ~JSONDocument();
 
+    /// What a value is. The node must be one of this document and not `absent`, here and in the next one.
     JSONKind kind(Node node) const noexcept { return m_table.nodes[node].kind(); }
+
+    /// Whether a boolean is true; `false` for everything that is no boolean.
     bool boolean(Node node) const noexcept { return m_table.nodes[node].is(detail::JSONNode::isTrue); }
 
     /// Of a text, without quotes and escapes; of a number, as it is written.
@@ -65,9 +69,8 @@ public:
 
     /// The member of an object with this key, or `absent`.
     ///
-    /// @param cursor  Where to look first: `firstIn(object)`, or what the last call made of it. Members that
-    /// are
-    ///                asked for in their order are found at once.
+    /// `cursor` says where to look first: `firstIn(object)`, or what the last call made of it. Members that
+    /// are asked for in their order are found at once.
     ///
     /// Otherwise up to 32 members are searched one by one, more by a hash index that is made at the first
     /// need.

@@ -30,6 +30,7 @@ template <class Success, class Failure> class Result;
 /// costs a second pass. Encoding is safe to use from several threads; changing the settings is not.
 class ORRENBY_EXPORT JSONEncoder {
 public:
+    /// The strategies under the names that they have beside an encoder.
     using DateEncodingStrategy = JSONDateEncodingStrategy;
     using DataEncodingStrategy = JSONDataEncodingStrategy;
     using KeyEncodingStrategy = JSONKeyEncodingStrategy;
@@ -70,6 +71,9 @@ public:
         }
     }
 
+    /// How the text is laid out, and how what JSON has no form for is written. The text is compact, dates are
+    /// numbers of seconds since 2001, data is Base64, keys stay as they are and numbers must be finite unless
+    /// something else is set. Set them before encoding begins, not during it.
     OutputFormatting outputFormatting() const noexcept { return m_options.output; }
     void setOutputFormatting(OutputFormatting output) { m_options.output = output; }
     const DateEncodingStrategy& dateEncodingStrategy() const noexcept { return m_options.dates; }

@@ -14,6 +14,7 @@ namespace orrenby::inline ORRENBY_ABI {
 
 class Encoder;
 
+/// How dates and data are written; a custom callable takes the value and a `const Encoder&`.
 using JSONDateEncodingStrategy = JSONDateStrategy<detail::CustomCoding<void, const Date&, const Encoder&>>;
 using JSONDataEncodingStrategy = JSONDataStrategy<detail::CustomCoding<void, const Data&, const Encoder&>>;
 

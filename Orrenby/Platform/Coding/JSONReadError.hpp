@@ -19,6 +19,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A plain value. Not synchronised.
 class ORRENBY_EXPORT JSONReadError final : public CustomNSError<JSONReadError> {
 public:
+    /// What was wrong.
     enum class Kind : std::uint8_t {
         UnexpectedText, ///< What stands there fits no rule, a bad escape and bad UTF-8 included.
         UnexpectedEnd,  ///< The text ends inside a value, or holds none.
@@ -29,12 +30,16 @@ public:
         Fragment ///< The text is a number, a string, a boolean or null, where a list or an object is wanted.
     };
 
+    /// The kind, and where reading could not go on.
     JSONReadError(Kind kind, TextPosition position) noexcept
         : m_kind(kind)
         , m_position(position)
     {}
 
+    /// Which kind it is.
     Kind kind() const noexcept { return m_kind; }
+
+    /// Where reading could not go on.
     TextPosition position() const noexcept { return m_position; }
 
     /// `Unexpected text at line 2, column 5`

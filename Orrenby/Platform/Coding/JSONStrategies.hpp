@@ -94,6 +94,7 @@ enum class JSONDataForm : std::uint8_t { Base64, DeferredToData, Custom };
 /// A plain value; copies share a custom callable. Safe to use from several threads as far as the callable is.
 template <class Custom> class JSONDateStrategy : public detail::JSONStrategy<detail::JSONDateForm, Custom> {
 public:
+    /// Which of the forms was chosen.
     using Kind = detail::JSONDateForm;
 
     /// The date's own form: a number of seconds since 2001-01-01T00:00:00Z. The default.
@@ -142,6 +143,7 @@ private:
 /// A plain value; copies share a custom callable. Safe to use from several threads as far as the callable is.
 template <class Custom> class JSONDataStrategy : public detail::JSONStrategy<detail::JSONDataForm, Custom> {
 public:
+    /// Which of the forms was chosen.
     using Kind = detail::JSONDataForm;
 
     /// A text in Base64, padded, without blanks. The default.
@@ -161,9 +163,9 @@ private:
 
 /// The texts that stand for numbers that JSON has none for.
 struct NonConformingFloats {
-    std::string positiveInfinity = {};
-    std::string negativeInfinity = {};
-    std::string nan = {};
+    std::string positiveInfinity = {}; ///< Instead of positive infinity.
+    std::string negativeInfinity = {}; ///< Instead of negative infinity.
+    std::string nan = {};              ///< Instead of "not a number".
 };
 
 /// How infinities and "not a number" are coded.

@@ -33,6 +33,7 @@ public:
         : m_members(place)
     {}
 
+    /// The way to this object from the root.
     std::vector<CodingKey> codingPath() const { return detail::codingPath(m_members.place().path); }
 
     /// In the order of the document. A text that makes no `Key` is left out.
@@ -70,6 +71,8 @@ public:
         return decodeNode<T>(member, key);
     }
 
+    /// The members of an object below this one. Throws `keyNotFound` where there is none, `typeMismatch` or
+    /// `valueNotFound` where it is no object.
     template <CodingKeyType Nested = CodingKey>
     KeyedDecodingContainer<Nested> nestedContainer(const Argument& key) const
     {
@@ -77,6 +80,8 @@ public:
         return KeyedDecodingContainer<Nested>(m_members.keptPlace(detail::codingKeyText(key)));
     }
 
+    /// The elements of a list below this object. Throws `keyNotFound` where there is none, `typeMismatch` or
+    /// `valueNotFound` where it is no list.
     UnkeyedDecodingContainer nestedUnkeyedContainer(const Argument& key) const
     {
         static_cast<void>(existingNode(key));

@@ -37,8 +37,10 @@ public:
         slot.become(detail::EncodingSlot::Form::Keyed);
     }
 
+    /// The way to this object from the root.
     std::vector<CodingKey> codingPath() const { return detail::codingPath(m_slot->place().path); }
 
+    /// Writes a member, an empty optional as null. Throws what encoding the value throws.
     template <class T> void encode(const T& value, const Argument& key)
     {
         const detail::CodingStep step{m_slot->place().path, detail::codingKeyText(key), -1};
@@ -49,6 +51,8 @@ public:
         detail::encodeMemberText(*m_slot, detail::codingKeyText(key), text);
     }
     void encode(const char* text, const Argument& key) { encode(std::string_view(text), key); }
+
+    /// Writes the member as null.
     void encodeNil(const Argument& key) { detail::encodeMemberNull(*m_slot, detail::codingKeyText(key)); }
 
     /// No member where there is no value.

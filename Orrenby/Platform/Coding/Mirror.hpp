@@ -44,13 +44,15 @@ concept HasReflection = requires(const T& value, Mirror& mirror)
 /// A plain value. Not synchronised.
 class Mirror {
 public:
+    /// One stored property.
     struct Child {
-        std::optional<std::string> label;
-        Any value;
+        std::optional<std::string> label; ///< Its name; nothing where it has none.
+        Any value;                        ///< A copy of its value.
 
         friend bool operator==(const Child&, const Child&) = default;
     };
 
+    /// Reflects the value once; later changes to it do not show.
     template <detail::OtherThan<Mirror> T>
     explicit Mirror(const T& subject)
         : m_subjectTypeName(typeName<T>())

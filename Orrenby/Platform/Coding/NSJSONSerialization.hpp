@@ -21,6 +21,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// Safe to use from several threads.
 class ORRENBY_EXPORT NSJSONSerialization {
 public:
+    /// What may be read, and how. Options combine with `|`.
     enum class ReadingOptions : unsigned {
         None = 0,
         MutableContainers = 1, ///< Without effect: what is read can always be changed.
@@ -28,6 +29,7 @@ public:
         FragmentsAllowed = 4   ///< The text may be a number, a string, a boolean or null.
     };
 
+    /// How it is written. Options combine with `|`.
     enum class WritingOptions : unsigned {
         None = 0,
         PrettyPrinted = 1,
@@ -60,6 +62,7 @@ public:
     static bool isValidJSONObject(const Any& value);
 };
 
+/// All that is in one of the two.
 constexpr NSJSONSerialization::ReadingOptions operator|(
     NSJSONSerialization::ReadingOptions first, NSJSONSerialization::ReadingOptions second) noexcept
 {
@@ -67,6 +70,7 @@ constexpr NSJSONSerialization::ReadingOptions operator|(
         static_cast<unsigned>(first) | static_cast<unsigned>(second));
 }
 
+/// All that is in one of the two.
 constexpr NSJSONSerialization::WritingOptions operator|(
     NSJSONSerialization::WritingOptions first, NSJSONSerialization::WritingOptions second) noexcept
 {

@@ -20,13 +20,16 @@ public:
         : m_place(place)
     {}
 
+    /// The way to this value from the root.
     std::vector<CodingKey> codingPath() const { return detail::codingPath(m_place.path); }
 
     /// The kind of the value: what it can be decoded as needs no trying.
     JSONKind kind() const noexcept { return m_place.kind(); }
 
+    /// Whether the value is null.
     bool decodeNil() const noexcept { return kind() == JSONKind::Null; }
 
+    /// The value as a `T`. Throws what decoding a `T` throws.
     template <class T> T decode() const { return detail::decodeAt<T>(m_place); }
 
     /// The path and the place in the text, for an error about this value.

@@ -20,8 +20,10 @@ public:
         : m_slot(&slot)
     {}
 
+    /// The way to this value from the root.
     std::vector<CodingKey> codingPath() const { return detail::codingPath(m_slot->place().path); }
 
+    /// Writes the one value. Throws what encoding it throws; a second value is a programming error.
     template <class T> void encode(const T& value)
     {
         m_slot->attempt([&] {
@@ -29,8 +31,12 @@ public:
             detail::encodeAt(value, m_slot->place());
         });
     }
+
+    /// Texts, without a copy.
     void encode(std::string_view text);
     void encode(const char* text) { encode(std::string_view(text)); }
+
+    /// Writes null.
     void encodeNil()
     {
         start();

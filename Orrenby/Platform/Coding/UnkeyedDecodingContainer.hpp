@@ -27,6 +27,7 @@ public:
     /// Throws unless the place holds a list.
     explicit UnkeyedDecodingContainer(const detail::DecodingPlace& place);
 
+    /// The way to this list from the root.
     std::vector<CodingKey> codingPath() const { return detail::codingPath(m_place.path); }
 
     /// All elements, those already decoded included. Linear at the first call.
@@ -40,6 +41,8 @@ public:
     /// Whether the next element is null, which is then passed. Throws past the last one.
     bool decodeNil();
 
+    /// The next element as a `T`, which is then passed. Throws past the last one; the element is not passed
+    /// when decoding it throws.
     template <class T> T decode()
     {
         requireElement<T>();
@@ -57,6 +60,7 @@ public:
         return decode<T>();
     }
 
+    /// The next element as an object, as a list, which is then passed. Throws where it is none.
     template <CodingKeyType Nested = CodingKey> KeyedDecodingContainer<Nested> nestedContainer();
     UnkeyedDecodingContainer nestedUnkeyedContainer();
 

@@ -23,18 +23,24 @@ public:
         slot.become(detail::EncodingSlot::Form::Unkeyed);
     }
 
+    /// The way to this list from the root.
     std::vector<CodingKey> codingPath() const { return detail::codingPath(m_slot->place().path); }
 
     /// The elements so far.
     std::size_t count() const noexcept { return m_slot->count(); }
 
+    /// Writes one more element behind the others. Throws what encoding it throws.
     template <class T> void encode(const T& value)
     {
         const auto step = nextStep();
         m_slot->attempt([&] { detail::encodeAt(value, m_slot->element(&step)); });
     }
+
+    /// Texts, without a copy.
     void encode(std::string_view text);
     void encode(const char* text) { encode(std::string_view(text)); }
+
+    /// Writes null as one more element.
     void encodeNil();
 
     /// A container inside the list that may be filled until the value around it is complete.

@@ -24,6 +24,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// Something with identity: not copyable, shared by `std::make_shared`. Not synchronised.
 class ORRENBY_EXPORT ARC4RandomSource {
 public:
+    /// Copies what it needs of the seed: 256 bytes at most.
     explicit ARC4RandomSource(std::span<const std::byte> seed) noexcept;
     /// The bytes of the text, without a terminator.
     explicit ARC4RandomSource(std::string_view seed) noexcept;

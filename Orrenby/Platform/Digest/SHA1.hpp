@@ -11,6 +11,7 @@
 
 namespace orrenby::inline ORRENBY_ABI {
 
+/// 160 bits, the most significant byte first.
 using SHA1Digest = std::array<std::byte, 20>;
 
 /// The SHA-1 digest (FIPS 180-4) of the bytes.

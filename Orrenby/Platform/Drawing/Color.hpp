@@ -21,10 +21,10 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// A plain value. Not synchronised.
 struct ORRENBY_EXPORT Color {
-    std::uint8_t red = 0;
-    std::uint8_t green = 0;
-    std::uint8_t blue = 0;
-    std::uint8_t alpha = 255;
+    std::uint8_t red = 0;     ///< From 0 to 255, as the others are.
+    std::uint8_t green = 0;   ///< In sRGB, not multiplied by `alpha`.
+    std::uint8_t blue = 0;    ///< In sRGB, not multiplied by `alpha`.
+    std::uint8_t alpha = 255; ///< How much it covers: 0 is nothing, 255 all.
 
     /// `Color::rgb(0x336699)`; what stands above 24 bits is left out.
     static constexpr Color rgb(std::uint32_t value) noexcept
@@ -40,12 +40,14 @@ struct ORRENBY_EXPORT Color {
     /// The same colour that covers less, or more.
     constexpr Color withAlpha(std::uint8_t newAlpha) const noexcept { return {red, green, blue, newAlpha}; }
 
+    /// The usual ones: all channels 0, 255, 128; they cover everything.
     static constexpr Color black() noexcept { return rgb(0x000000); }
     static constexpr Color white() noexcept { return rgb(0xFFFFFF); }
     static constexpr Color gray() noexcept { return rgb(0x808080); }
     /// Nothing of it is seen.
     static constexpr Color clear() noexcept { return {0, 0, 0, 0}; }
 
+    /// `#336699`, with two more digits unless it covers everything.
     std::string description() const;
     std::string debugDescription() const { return "Color(" + description() + ")"; }
 

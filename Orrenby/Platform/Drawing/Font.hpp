@@ -20,9 +20,9 @@ struct FontOptions {
     /// How high a capital letter without curves stands above the line, in points. Seven tenths of the size,
     /// which most families are close to, when it is not given.
     std::optional<double> capHeight = std::nullopt;
-    bool isBold = false;
-    bool isItalic = false;
-    bool isMonospaced = false;
+    bool isBold = false;       ///< Drawn with heavier strokes.
+    bool isItalic = false;     ///< Slanted.
+    bool isMonospaced = false; ///< All characters are equally wide.
 };
 
 /// Names a font and knows the few measures that a text is laid out by.
@@ -34,12 +34,14 @@ struct FontOptions {
 /// A plain value. Not synchronised.
 class ORRENBY_EXPORT Font {
 public:
+    /// Takes the numbers as they are; nobody looks whether there is such a font.
     explicit Font(FontOptions options = {});
 
     /// The font of the system.
     static Font system(double size) { return Font({.size = size}); }
     static Font boldSystem(double size) { return Font({.size = size, .isBold = true}); }
 
+    /// What the options said; without a cap height, what follows from the size. Sizes are in points.
     const std::string& name() const noexcept { return m_name; }
     double size() const noexcept { return m_size; }
     double capHeight() const noexcept { return m_capHeight; }

@@ -15,8 +15,8 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// A place in a list that is cut into sections.
 struct IndexPathItem {
-    std::int64_t item = 0;
-    std::int64_t section = 0;
+    std::int64_t item = 0;    ///< Within the section, counted from 0.
+    std::int64_t section = 0; ///< Counted from 0.
 };
 
 /// The way to one element through lists in lists: an index for each level, the outermost first.
@@ -30,7 +30,9 @@ struct IndexPathItem {
 /// it. Not synchronised.
 class ORRENBY_EXPORT IndexPath {
 public:
+    /// One step of the way; negative ones are kept as they are.
     using Index = std::int64_t;
+
     using value_type = Index;
     using const_iterator = const Index*;
     using iterator = const_iterator;
@@ -84,6 +86,8 @@ public:
     std::size_t hash() const noexcept;
 
     friend bool operator==(const IndexPath&, const IndexPath&) = default;
+
+    /// As in a table of contents: index by index, and a path before all that go on from it.
     ORRENBY_EXPORT friend std::strong_ordering operator<=>(const IndexPath& first, const IndexPath& second);
 
 private:

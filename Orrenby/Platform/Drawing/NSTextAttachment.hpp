@@ -21,7 +21,7 @@ struct ORRENBY_EXPORT NSTextAttachment {
     /// How the attachment stands in the text: a character that has no meaning of its own.
     static constexpr char32_t character = 0xFFFC;
 
-    Image image{};
+    Image image{}; ///< What stands in the place of the character.
     /// Where it is drawn: y is the lower side, counted upwards from the line on which the letters stand. With
     /// empty bounds it stands on the line in its own size.
     Rect bounds{};

@@ -15,8 +15,8 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// Zero and negative zero are equal and have one hash. A plain value. Not synchronised.
 struct Point {
-    double x = 0;
-    double y = 0;
+    double x = 0; ///< In the unit of the drawing, as `y`; any number, also one that is not finite.
+    double y = 0; ///< Which way is up, the drawing says.
 
     std::string description() const { return "(" + describe(x) + ", " + describe(y) + ")"; }
     std::string debugDescription() const { return "Point" + description(); }

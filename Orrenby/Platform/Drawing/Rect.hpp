@@ -17,8 +17,8 @@ namespace orrenby::inline ORRENBY_ABI {
 /// Which corner that is, is for the drawing to say. It prints as `((x, y), (width, height))`. A plain value.
 /// Not synchronised.
 struct Rect {
-    Point origin{};
-    Size size{};
+    Point origin{}; ///< One corner.
+    Size size{};    ///< How far it reaches from there.
 
     /// Whether it covers nothing: a side is zero, negative or not a number.
     constexpr bool isEmpty() const noexcept { return !(size.width > 0 && size.height > 0); }

@@ -15,8 +15,8 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// Zero and negative zero are equal and have one hash. A plain value. Not synchronised.
 struct Size {
-    double width = 0;
-    double height = 0;
+    double width = 0;  ///< In the unit of the drawing, as the height; any number is kept.
+    double height = 0; ///< Upwards or downwards alike.
 
     /// Both sides have this length.
     static constexpr Size square(double length) noexcept { return {length, length}; }

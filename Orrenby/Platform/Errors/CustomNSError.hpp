@@ -37,6 +37,8 @@ public:
     Dictionary errorUserInfo() const { return {}; }
 
     std::string debugDescription() const override { return this->fullPrintedForm(typeName<Derived>()); }
+
+    /// Made of the three operations above, and of the copy constructor.
     std::unique_ptr<Error> clone() const override { return std::make_unique<Derived>(self()); }
     NSError nsError() const override
     {
@@ -53,6 +55,7 @@ public:
 protected:
     CustomNSError() noexcept = default;
 
+    /// The error as what it is.
     const Derived& self() const noexcept { return static_cast<const Derived&>(*this); }
 };
 

@@ -36,6 +36,7 @@ public:
     NSError& operator=(const NSError&) noexcept = default;
     ~NSError() override;
 
+    /// What it was made with. The references live as long as a copy of the error does.
     const std::string& domain() const noexcept;
     std::int64_t code() const noexcept;
     const Dictionary& userInfo() const noexcept;

@@ -26,6 +26,7 @@ public:
     /// None.
     UserInfoValueProvider() noexcept = default;
 
+    /// Keeps one copy of the callable, which all copies share.
     template <class F>
         requires(
             !std::same_as<std::remove_cvref_t<F>,
@@ -34,6 +35,7 @@ public:
         : m_callable(std::make_shared<const Callable<std::remove_cvref_t<F>>>(std::forward<F>(provider)))
     {}
 
+    /// Whether there is a callable.
     explicit operator bool() const noexcept { return m_callable != nullptr; }
 
     /// Null when there is no provider.

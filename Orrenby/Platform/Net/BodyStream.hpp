@@ -35,6 +35,7 @@ template <class Success, class Failure> class Result;
 /// empty. Not synchronised.
 class ORRENBY_EXPORT BodyStream {
 public:
+    /// Takes how many bytes were read and how many there are; called by who reads.
     using ProgressHandler = UniqueFunction<void(std::uint64_t offset, std::uint64_t length)>;
 
     /// An empty body.

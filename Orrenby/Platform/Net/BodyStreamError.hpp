@@ -16,6 +16,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A plain value. Not synchronised.
 class ORRENBY_EXPORT BodyStreamError final : public CustomNSError<BodyStreamError> {
 public:
+    /// What was wrong with the file.
     enum class Kind : std::uint8_t {
         CannotOpen,    ///< There is no such file, or it may not be read.
         NoRegularFile, ///< A folder, a device, a pipe: nothing whose length is known.
@@ -31,8 +32,13 @@ public:
         , m_systemError(systemError)
     {}
 
+    /// Which of the kinds it is.
     Kind kind() const noexcept { return m_kind; }
+
+    /// The path as it was given when the file was added.
     const std::string& path() const noexcept { return m_path; }
+
+    /// What the system said, as `errno` numbers it; 0 when it said nothing.
     int systemError() const noexcept { return m_systemError; }
 
     /// `The file "photo.jpg" cannot be opened: No such file or directory`

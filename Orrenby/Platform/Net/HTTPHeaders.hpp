@@ -28,9 +28,10 @@ class ORRENBY_EXPORT HTTPHeaders {
 public:
     static constexpr std::string_view printedTypeName = "HTTPHeaders";
 
+    /// One line of a request's head.
     struct Field {
-        std::string name = {};
-        std::string value = {};
+        std::string name = {};  ///< Compares without case, keeps its spelling.
+        std::string value = {}; ///< As it is sent; not checked.
 
         friend bool operator==(const Field&, const Field&) = default;
     };
@@ -49,8 +50,10 @@ public:
     /// The value of the field whose name is spelled exactly like this, or nothing.
     std::optional<std::string> valueForExactName(std::string_view name) const;
 
+    /// Whether there is a field of this name, in any spelling.
     bool contains(std::string_view name) const { return find(name) != nullptr; }
 
+    /// Replaces the field's value, or appends a field.
     void set(std::string_view name, std::string_view value);
 
     /// Whether there was such a field. The others keep their order.

@@ -44,6 +44,8 @@ public:
     using iterator = const_iterator;
 
     QueryItems() = default;
+
+    /// Exactly these items in their order, repeated names included.
     QueryItems(std::initializer_list<URLQueryItem> items);
     explicit QueryItems(const std::vector<URLQueryItem>& items);
 
@@ -68,6 +70,7 @@ public:
     /// All values under the name, in order; empty texts for items without value.
     std::vector<std::string> all(std::string_view name) const;
 
+    /// Whether an item has the name, with or without a value.
     bool contains(std::string_view name) const;
 
     /// Puts an item behind the others.
@@ -79,6 +82,7 @@ public:
     /// Removes all items of the name. @returns How many there were.
     std::size_t erase(std::string_view name);
 
+    /// All items in their order, repeated names included.
     const std::vector<URLQueryItem>& items() const noexcept { return m_items; }
     std::size_t size() const noexcept { return m_items.size(); }
     bool empty() const noexcept { return m_items.empty(); }

@@ -34,6 +34,7 @@ public:
     /// Those of the empty relative URL.
     URLComponents() = default;
 
+    /// The parts of the URL as it is written; a relative one is not resolved.
     explicit URLComponents(const URL& url);
 
     /// Those of the text; nothing when it is no URL.
@@ -52,15 +53,18 @@ public:
     /// The absolute URL that the parts stand for in a document at `relativeTo`, see `URL::make`.
     std::optional<URL> url(const URL& relativeTo) const;
 
+    /// As it is written, without the colon.
     const std::optional<std::string>& scheme() const noexcept { return m_scheme; }
     /// Letters, then also digits, "+", "-" and "."; `false` for anything else.
     bool setScheme(std::optional<std::string_view> scheme);
 
+    /// The part before the host that names somebody, in its two forms; the password behind it likewise.
     std::optional<std::string> user() const;
     const std::optional<std::string>& percentEncodedUser() const noexcept { return m_user; }
     void setUser(std::optional<std::string_view> user);
     bool setPercentEncodedUser(std::optional<std::string_view> user);
 
+    /// What stands behind the user and a colon. Whatever prints the URL prints it, too.
     std::optional<std::string> password() const;
     const std::optional<std::string>& percentEncodedPassword() const noexcept { return m_password; }
     void setPassword(std::optional<std::string_view> password);
@@ -79,11 +83,14 @@ public:
     std::optional<std::uint16_t> port() const noexcept;
     void setPort(std::optional<std::uint16_t> port);
 
+    /// Empty, never missing. Slashes part it; one inside a piece is escaped in the percent-encoded form only.
     std::string path() const;
     const std::string& percentEncodedPath() const noexcept { return m_path; }
     void setPath(std::string_view path);
     bool setPercentEncodedPath(std::string_view path);
 
+    /// Without the "?". The decoded form cannot be taken apart again: an escaped "&" looks like the others;
+    /// see `queryItems`.
     std::optional<std::string> query() const;
     const std::optional<std::string>& percentEncodedQuery() const noexcept { return m_query; }
     void setQuery(std::optional<std::string_view> query);
@@ -101,6 +108,7 @@ public:
     /// an empty query, and so does a single item with neither name nor value.
     void setQueryItems(const std::optional<std::vector<URLQueryItem>>& items);
 
+    /// Without the "#".
     std::optional<std::string> fragment() const;
     const std::optional<std::string>& percentEncodedFragment() const noexcept { return m_fragment; }
     void setFragment(std::optional<std::string_view> fragment);

@@ -15,7 +15,7 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// A plain value. Not synchronised.
 struct URLQueryItem {
-    std::string name{};
+    std::string name{}; ///< Decoded, in the items that the library reads.
     /// What stands behind the first "="; nothing when there is no "=".
     std::optional<std::string> value{};
 

@@ -35,6 +35,7 @@ public:
     /// A request by "GET", without header fields and body.
     explicit URLRequest(URL url, double timeoutInterval = defaultTimeoutInterval);
 
+    /// Where it goes; a relative URL is the transport's to refuse.
     const URL& url() const noexcept { return m_url; }
     void setURL(URL url) { m_url = std::move(url); }
 
@@ -42,6 +43,7 @@ public:
     const std::string& httpMethod() const noexcept { return m_httpMethod; }
     void setHTTPMethod(std::string_view method) { m_httpMethod.assign(method); }
 
+    /// All header fields at once.
     const HTTPHeaders& httpHeaders() const noexcept { return m_httpHeaders; }
     void setHTTPHeaders(HTTPHeaders headers) { m_httpHeaders = std::move(headers); }
 
@@ -51,6 +53,7 @@ public:
     /// Replaces the header field's value; removes the field when there is no value.
     void setHTTPHeader(std::string_view name, std::optional<std::string_view> value);
 
+    /// The bytes that are sent; an empty body is there, and differs from none.
     const std::optional<Data>& httpBody() const noexcept { return m_httpBody; }
     void setHTTPBody(std::optional<Data> body) noexcept { m_httpBody = std::move(body); }
 

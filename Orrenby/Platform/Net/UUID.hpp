@@ -23,6 +23,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A plain value. Not synchronised.
 class UUID {
 public:
+    /// The 128 bits, in the order of the text form.
     using Bytes = std::array<std::uint8_t, 16>;
 
     /// All bits zero.
@@ -40,6 +41,7 @@ public:
     /// A new one of version 4 from the current world's source.
     ORRENBY_EXPORT static UUID random();
 
+    /// In the order of the text form.
     constexpr const Bytes& bytes() const noexcept { return m_bytes; }
 
     /// 36 characters, upper-case digits in groups of 8-4-4-4-12.

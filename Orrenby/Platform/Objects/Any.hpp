@@ -78,6 +78,7 @@ template <class T, class> struct Dependent {
 /// copies may live in several threads.
 class ORRENBY_EXPORT Any {
 public:
+    /// What it holds, as far as the library can tell values apart.
     enum class Kind : std::uint8_t {
         Null,
         Bool,
@@ -121,6 +122,8 @@ public:
     {
         swap(other);
     }
+
+    /// Copies or moves first: assigning a value to itself, or to a part of it, is safe.
     Any& operator=(Any other) noexcept
     {
         swap(other);
@@ -137,6 +140,7 @@ public:
     static Any parsedNumber(std::int64_t value);
     static Any parsedNumber(double value);
 
+    /// O(1), whatever the two hold.
     void swap(Any& other) noexcept
     {
         std::swap(m_content, other.m_content);
@@ -144,8 +148,13 @@ public:
         std::swap(m_isParsed, other.m_isParsed);
     }
 
+    /// What it holds. What an optional holds is kept without the optional, so that it has the kind of that.
     Kind kind() const noexcept { return m_kind; }
+
+    /// Whether it holds nothing.
     bool isNull() const noexcept { return m_kind == Kind::Null; }
+
+    /// Whether it came from `parsedNumber`.
     bool isParsedNumber() const noexcept { return m_isParsed; }
 
     /// The content when it is exactly a `T`, else `nullptr`. Valid as long as this value or a copy of it is

@@ -38,6 +38,7 @@ public:
         : m_make(std::forward<F>(make))
     {}
 
+    /// A value that is known already.
     template <detail::ValueFor<Deferred, T> Value>
     Deferred(Value&& value)
         : m_value(std::forward<Value>(value))

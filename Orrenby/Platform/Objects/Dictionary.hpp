@@ -30,15 +30,17 @@ class ORRENBY_EXPORT Dictionary {
 public:
     static constexpr std::string_view printedTypeName = "Dictionary<String, Any>";
 
+    /// A member.
     struct Entry {
+        /// Also from literals and views; the key is copied.
         template <std::convertible_to<std::string_view> Key>
         Entry(const Key& newKey, Any newValue)
             : key(std::string_view(newKey))
             , value(std::move(newValue))
         {}
 
-        std::string key;
-        Any value;
+        std::string key; ///< Unique in its dictionary.
+        Any value;       ///< Null is a value like any other.
         friend bool operator==(const Entry&, const Entry&) = default;
     };
     using value_type = Entry;
@@ -46,6 +48,8 @@ public:
     using iterator = const_iterator;
 
     Dictionary() = default;
+
+    /// Of entries with one key the first gives the place, the last the value.
     Dictionary(std::initializer_list<Entry> entries);
 
     /// The member's value, or `nullptr`. Valid until the dictionary changes.
@@ -61,6 +65,7 @@ public:
     /// The member's value as a `T` (see `Any::cast`); nothing when the key is missing or the value no `T`.
     template <class T> std::optional<T> cast(std::string_view key) const { return (*this)[key].cast<T>(); }
 
+    /// Replaces the member's value, or appends a member.
     void set(std::string_view key, Any value);
 
     /// Whether there was such a member. The others keep their order.
@@ -93,6 +98,7 @@ public:
     const_iterator begin() const noexcept { return m_entries.data(); }
     const_iterator end() const noexcept { return m_entries.data() + m_entries.size(); }
 
+    /// In order; copies of them all.
     std::vector<std::string> keys() const;
 
     std::string description() const;

@@ -20,6 +20,7 @@
 /// Safe to use from several threads.
 template <orrenby::detail::Printed T>
 struct fmt::formatter<T, char> : fmt::formatter<fmt::string_view, char> {
+    /// Takes "?" for the debug form, nothing for the plain one.
     constexpr auto parse(fmt::format_parse_context& context)
     {
         const auto* begin = context.begin();
@@ -32,6 +33,7 @@ struct fmt::formatter<T, char> : fmt::formatter<fmt::string_view, char> {
     /// Asked for by lists.
     constexpr void set_debug_format(bool isDebugForm = true) { m_isDebugForm = isDebugForm; }
 
+    /// Writes the printed form.
     template <class Context> auto format(const T& value, Context& context) const
     {
         const std::string text = m_isDebugForm ? orrenby::debugDescribe(value) : orrenby::describe(value);

@@ -24,9 +24,12 @@ public:
     static constexpr std::string_view printedTypeName = "NSOrderedSet";
 
     NSOrderedSet() = default;
+
+    /// The first of equal objects stays.
     NSOrderedSet(std::initializer_list<Any> objects);
     explicit NSOrderedSet(const Array& objects);
 
+    /// All objects in their order.
     const Array& array() const noexcept { return objects(); }
 
     /// A position at or beyond the size is a programming error.

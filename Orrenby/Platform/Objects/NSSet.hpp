@@ -24,6 +24,8 @@ public:
     static constexpr std::string_view printedTypeName = "NSSet";
 
     NSSet() = default;
+
+    /// The first of equal objects stays.
     NSSet(std::initializer_list<Any> objects);
     explicit NSSet(const Array& objects);
 

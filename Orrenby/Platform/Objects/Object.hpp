@@ -19,6 +19,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// `Object<MyWorker> worker;`. Neither copyable nor movable: an object is itself, not a value.
 template <class T> class Object final : public T {
 public:
+    /// Passes the arguments on to a constructor of `T`, then calls `afterInit`.
     template <class... A>
         requires(!(std::is_same_v<std::remove_cvref_t<A>, Object> || ...))
     explicit Object(A&&... arguments)

@@ -25,12 +25,14 @@ concept LacksSubject
 /// It keeps decayed copies of its arguments; a view among them must outlive it.
 template <class F, class Subject, class... Arguments> class BoundPipeable {
 public:
+    /// Made by `Pipeable`; copies the function and takes the arguments.
     template <class... A>
     constexpr explicit BoundPipeable(const F& function, A&&... arguments)
         : m_function(function)
         , m_arguments(std::forward<A>(arguments)...)
     {}
 
+    /// Runs the operation. A chain is read from left to right.
     template <std::convertible_to<Subject> S>
     friend constexpr decltype(auto) operator|(S&& subject, const BoundPipeable& operation)
     {
@@ -41,6 +43,7 @@ public:
             operation.m_arguments);
     }
 
+    /// The same for an operation that is used once: its arguments are moved into the call.
     template <std::convertible_to<Subject> S>
     friend constexpr decltype(auto) operator|(S&& subject, BoundPipeable&& operation)
     {
@@ -69,6 +72,7 @@ private:
 /// when `F` is.
 template <class F, class Subject> class Pipeable {
 public:
+    /// Usually a lambda without captures, in a constant.
     constexpr explicit Pipeable(F function)
         : m_function(std::move(function))
     {}
@@ -89,6 +93,7 @@ public:
         return BoundPipeable<F, Subject, std::decay_t<A>...>(m_function, std::forward<A>(arguments)...);
     }
 
+    /// Runs the operation without further arguments.
     template <std::convertible_to<Subject> S>
         requires std::invocable<const F&, S>
     friend constexpr decltype(auto) operator|(S&& subject, const Pipeable& operation)

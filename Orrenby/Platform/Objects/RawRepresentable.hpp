@@ -54,6 +54,7 @@ template <typename T> struct RawRepresentation {};
 template <detail::EnumerationWithCases T> struct RawRepresentation<T> {
     using RawValue = std::underlying_type_t<T>;
 
+    /// The number of the case.
     static constexpr RawValue rawValue(T value) noexcept { return static_cast<RawValue>(value); }
 
     /// Nothing for a value that is none of the cases. Linear in their number.
@@ -69,7 +70,10 @@ template <detail::EnumerationWithCases T> struct RawRepresentation<T> {
 template <detail::ClassWithRawValue T> struct RawRepresentation<T> {
     using RawValue = typename T::RawValue;
 
+    /// The class's own `rawValue()`.
     static RawValue rawValue(const T& value) { return value.rawValue(); }
+
+    /// The class's own `make`.
     static std::optional<T> make(const RawValue& raw) { return T::make(raw); }
 };
 

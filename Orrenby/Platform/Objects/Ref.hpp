@@ -28,6 +28,7 @@ template <class A, class B> bool isSameObject(const A* first, const B* second) n
     return dynamic_cast<const void*>(first) == dynamic_cast<const void*>(second);
 }
 
+/// The same for what two references hold.
 template <class A, class B> bool isSameObject(const Ref<A>& first, const Ref<B>& second) noexcept
 {
     return isSameObject(first.get(), second.get());

@@ -67,12 +67,14 @@ concept TakesOrIgnores = std::invocable<F, const Value&> || std::invocable<F>;
 /// A plain value. Not synchronised.
 template <class Success, class Failure> class Result {
 public:
+    /// One outcome or the other.
     static Result success(Success value) { return Result(std::in_place_index<0>, std::move(value)); }
     static Result failure(Failure error) { return Result(std::in_place_index<1>, std::move(error)); }
 
     /// Success that carries nothing.
     static Result success() requires std::same_as<Success, Void> { return success(Void{}); }
 
+    /// Which of the two it is.
     bool isSuccess() const noexcept { return m_outcome.index() == 0; }
     bool isFailure() const noexcept { return !isSuccess(); }
 

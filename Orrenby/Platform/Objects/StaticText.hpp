@@ -15,11 +15,13 @@ namespace orrenby::inline ORRENBY_ABI {
 /// pointer to it never dangles. A plain value of two words.
 class StaticText {
 public:
+    /// A literal or an array with static lifetime; anything else does not compile. Ends at the first NUL.
     template <std::size_t N>
     consteval StaticText(const char (&text)[N])
         : m_text(text)
     {}
 
+    /// Good for the whole run of the process.
     constexpr std::string_view view() const noexcept { return m_text; }
     constexpr operator std::string_view() const noexcept { return m_text; }
     friend constexpr bool operator==(StaticText, StaticText) = default;

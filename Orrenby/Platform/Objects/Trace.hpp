@@ -28,7 +28,11 @@ public:
 class TraceSite {
 public:
     constexpr TraceSite() noexcept = default;
+
+    /// Nothing is kept.
     constexpr TraceSite(CallSite) noexcept {}
+
+    /// What an empty site is.
     static constexpr TraceSite current() noexcept { return {}; }
 };
 #endif
@@ -41,8 +45,11 @@ enum class Kind { Make, Attach, Detach, Subscribe, Schedule };
 
 /// One report. The texts are valid during the call of the handler only.
 struct Event {
+    /// Which of the five.
     Kind kind;
     std::string_view subject; ///< The printed name of the type concerned.
+
+    /// Where in the caller's sources.
     CallSite site;
 };
 
@@ -55,6 +62,8 @@ ORRENBY_EXPORT void onEvent(void (*handler)(const Event&));
 #ifdef ORRENBY_DIAGNOSTICS
 ORRENBY_EXPORT void report(Kind kind, std::string_view subject, const TraceSite& site);
 #else
+
+/// Does nothing in this build.
 constexpr void report(Kind, std::string_view, TraceSite) noexcept {}
 #endif
 

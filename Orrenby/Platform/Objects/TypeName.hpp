@@ -88,6 +88,7 @@ constexpr bool isTextType = OneOf<T, std::string, std::string_view, StaticText> 
 } // namespace detail
 
 template <class T> struct TypeNameOf {
+    /// The name, made anew at each call.
     static std::string text()
     {
         if constexpr (detail::NamesItself<T>)
@@ -106,6 +107,7 @@ template <class T> struct TypeNameOf {
 };
 
 template <template <class...> class Template, class... Arguments> struct TypeNameOf<Template<Arguments...>> {
+    /// The type itself.
     using Type = Template<Arguments...>;
     static std::string text()
     {

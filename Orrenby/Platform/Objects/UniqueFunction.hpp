@@ -37,8 +37,11 @@ concept PlainBytes = std::is_trivially_copyable_v<T> && std::is_trivially_destru
 template <class R, class... Arguments> class UniqueFunction<R(Arguments...)> {
 public:
     UniqueFunction() noexcept = default;
+
+    /// An empty one.
     UniqueFunction(std::nullptr_t) noexcept {}
 
+    /// Anything that can be called so; a null pointer makes an empty function. Allocates above four words.
     template <detail::CallableFor<UniqueFunction, R, Arguments...> F> UniqueFunction(F&& function)
     {
         using Callable = std::decay_t<F>;
@@ -92,9 +95,13 @@ public:
             m_manage(m_storage, nullptr);
     }
 
+    /// Whether there is something to call.
     explicit operator bool() const noexcept { return m_call != nullptr; }
+
+    /// Whether there is nothing to call.
     friend bool operator==(const UniqueFunction& function, std::nullptr_t) noexcept { return !function; }
 
+    /// Calls it. An empty one is a programming error and ends the process.
     R operator()(Arguments... arguments)
     {
         if (m_call == nullptr)

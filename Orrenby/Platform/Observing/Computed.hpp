@@ -37,6 +37,7 @@ ORRENBY_EXPORT std::vector<std::string_view> dependencyNames(std::initializer_li
 /// Nothing is cached. Not synchronised.
 template <typename T, KeyName Name> class Computed final : public detail::ObservableKey {
 public:
+    /// What it computes.
     using Value = T;
 
     /// @param compute    Called for each read, also while telling observers; usually captures `this`.
@@ -48,6 +49,7 @@ public:
         , m_dependencies(detail::dependencyNames(dependsOn))
     {}
 
+    /// Computes the value anew.
     T get() const { return m_compute(); }
     operator T() const { return m_compute(); }
 

@@ -16,6 +16,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// it cannot disagree. A key is not empty and holds no dot, which separates the keys of a path; anything
 /// else does not compile.
 template <std::size_t Size> struct KeyName {
+    /// Of a literal; an empty one, or one with a dot, does not compile.
     consteval KeyName(const char (&name)[Size])
     {
         static_assert(Size > 1, "a key is not empty");
@@ -25,6 +26,7 @@ template <std::size_t Size> struct KeyName {
             throw "a key holds no dot";
     }
 
+    /// Without the NUL at its end.
     constexpr std::string_view view() const noexcept { return {text, Size - 1}; }
 
     /// Public only because a template argument has to be.

@@ -25,9 +25,9 @@ struct ObservingOptions {
 /// A value is absent when it was not asked for, when its key is unknown to the object, or when the path led
 /// through an empty reference at that moment. A property that holds nothing has the value null.
 struct KeyValueChange {
-    std::optional<Any> newValue = {};
-    std::optional<Any> oldValue = {};
-    bool isPrior = false; ///< The change has not been made yet.
+    std::optional<Any> newValue = {}; ///< After the change.
+    std::optional<Any> oldValue = {}; ///< Before the change.
+    bool isPrior = false;             ///< The change has not been made yet.
 
     friend bool operator==(const KeyValueChange&, const KeyValueChange&) = default;
 };

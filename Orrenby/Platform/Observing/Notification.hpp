@@ -19,14 +19,17 @@ namespace orrenby::inline ORRENBY_ABI {
 /// Not synchronised, but copies may live in several threads.
 class Notification {
 public:
+    /// Without a sender it comes from nobody; observers of a sender do not get it.
     explicit Notification(NotificationName name, NotificationSender sender = {}, Dictionary userInfo = {})
         : m_name(std::move(name))
         , m_sender(std::move(sender))
         , m_userInfo(std::move(userInfo))
     {}
 
+    /// What it was posted under.
     const NotificationName& name() const noexcept { return m_name; }
 
+    /// Who posted it; empty when nobody did.
     const NotificationSender& sender() const noexcept { return m_sender; }
 
     /// The sender as a `T`, which may be any class that it has; empty when there is none, or it is no `T`.

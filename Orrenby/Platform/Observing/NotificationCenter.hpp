@@ -63,6 +63,7 @@ struct NotificationOptions {
 /// be running or about to.
 class ORRENBY_EXPORT NotificationCenter {
 public:
+    /// Takes the notification; called on the thread that posts, or on the queue of its registration.
     using Callback = UniqueFunction<void(const Notification&)>;
 
     NotificationCenter();

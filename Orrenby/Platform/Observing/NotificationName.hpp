@@ -29,12 +29,14 @@ concept TextFor = OtherThan<Text, Self> && std::convertible_to<const Text&, std:
 /// A plain value that knows its hash, so that a post does not read the text to look it up. Not synchronised.
 class NotificationName {
 public:
+    /// Any text; two of one text are one name.
     template <detail::TextFor<NotificationName> Text>
     NotificationName(const Text& rawValue)
         : m_rawValue(std::string_view(rawValue))
         , m_hash(std::hash<std::string_view>{}(m_rawValue))
     {}
 
+    /// The text that it was made of.
     const std::string& rawValue() const noexcept { return m_rawValue; }
     const std::string& description() const noexcept { return m_rawValue; }
     std::size_t hash() const noexcept { return m_hash; }

@@ -25,6 +25,7 @@ public:
     NotificationSender() noexcept = default;
     NotificationSender(std::nullptr_t) noexcept {}
 
+    /// An object; an empty reference is nobody.
     template <class T>
     NotificationSender(const Ref<T>& object) noexcept
         : m_object(object)
@@ -38,6 +39,7 @@ public:
     /// Whether there is a sender.
     explicit operator bool() const noexcept { return m_address != nullptr; }
 
+    /// The object without its type; empty for nobody.
     const Ref<const void>& reference() const noexcept { return m_object; }
 
     /// Where the whole object lies.

@@ -87,6 +87,7 @@ public:
         : detail::PropertyValue<T>(owner, detail::keyDescription<Name>, std::move(value))
     {}
 
+    /// Sets the value and tells the observers, also when it is equal to the old one.
     Property& operator=(T value)
     {
         this->take(value);

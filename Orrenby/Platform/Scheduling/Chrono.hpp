@@ -2,7 +2,7 @@
 
 /// @file
 /// The calls of this room that take seconds, with durations of the standard library. Not in the umbrella
-/// header: including <chrono> costs more than the rest of the room.
+/// header: including `<chrono>` costs more than the rest of the room.
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"

@@ -40,6 +40,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// from several threads.
 class ORRENBY_EXPORT DispatchQueue {
 public:
+    /// One piece of work after the other, several at a time, or one after the other on the main thread.
     enum class Kind { Serial, Concurrent, Main };
 
     /// A new queue. The label names it in reports and need not be unique.
@@ -87,7 +88,10 @@ public:
     /// Whether the caller runs as work of this queue. For the main queue: on the main thread.
     bool isCurrent() const noexcept;
 
+    /// What it was made with. It lives as long as a handle does.
     const std::string& label() const noexcept;
+
+    /// Never changes.
     Kind kind() const noexcept;
 
     /// The queue that copies share.

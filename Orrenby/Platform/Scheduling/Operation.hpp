@@ -108,6 +108,7 @@ public:
     /// operation has finished; from then on there are none.
     std::vector<Ref<Operation>> dependencies() const;
 
+    /// `Normal` until another is set.
     QueuePriority queuePriority() const noexcept;
     /// Counts from now on, also when the operation waits in a queue. O(log n) with n waiting.
     void setQueuePriority(QueuePriority priority);
@@ -126,6 +127,7 @@ public:
     void setName(std::string name);
 
 protected:
+    /// Finds out which of the class's own states have to be watched.
     template <class T> void afterInit(Final<T>)
     {
         if constexpr (!detail::FinishesPlainly<T>)

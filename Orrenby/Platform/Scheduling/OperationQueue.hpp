@@ -95,6 +95,7 @@ public:
     bool isSuspended() const;
     void setSuspended(bool isSuspended) const;
 
+    /// How many execute at a time; −1 leaves it to the queue.
     int maxConcurrentOperationCount() const;
     /// Lowering it does not stop what is executing; with 0 nothing begins. Less than −1 is a programming
     /// error. No effect on the main queue.

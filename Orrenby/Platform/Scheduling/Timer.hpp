@@ -63,6 +63,7 @@ class ORRENBY_EXPORT Timer : public std::enable_shared_from_this<Timer> {
     };
 
 public:
+    /// Called with the timer, on the thread whose loop has it.
     using Block = UniqueFunction<void(Timer&)>;
 
     /// Made by the functions below.
@@ -82,6 +83,8 @@ public:
     static Ref<Timer> scheduledTimerWithTimeInterval(double seconds, bool repeats, TimerOptions options,
         Block block, TraceSite site = TraceSite::current());
     // A template, so that options in braces are never tried as a block.
+
+    /// The same with the usual options.
     template <class F>
         requires std::is_constructible_v<Block, F>
     static Ref<Timer> scheduledTimerWithTimeInterval(

@@ -25,7 +25,7 @@ enum class AttributeKind : std::uint8_t {
 struct AttributeDescription {
     /// ASCII letters, digits and underscores, a letter first.
     std::string name = {};
-    AttributeKind kind = AttributeKind::Text;
+    AttributeKind kind = AttributeKind::Text; ///< Which values it takes; others are refused.
     /// Whether it may be empty when it is saved.
     bool isOptional = false;
     /// What a new object begins with; of the attribute's kind, or null.
@@ -49,7 +49,8 @@ struct RelationshipDescription {
     /// The relationship that leads back, which names this one as its inverse. Both are kept in step. Without
     /// one, a deleted object that is still referred to makes the save fail.
     std::string inverse = {};
-    bool isToMany = false;
+    bool isToMany = false; ///< Many objects at the other end, or at most one.
+    /// Of this entity's objects: what follows from their deletion.
     DeleteRule deleteRule = DeleteRule::Nullify;
     /// Whether a to-one relationship may be empty when it is saved.
     bool isOptional = true;

@@ -57,13 +57,16 @@ template <KeyName Name> std::size_t attributePlace(const NSEntityDescription& en
 /// error. Use from the queue of the object's context.
 template <class T, KeyName Name> class Attribute {
 public:
+    /// What it reads as.
     using Value = T;
 
+    /// Of the object that it is a member of.
     explicit Attribute(NSManagedObject& owner) noexcept
         : m_owner(owner)
     {}
     Attribute(const Attribute&) = delete;
 
+    /// The value as it is now.
     T get() const
     {
         using Content = typename detail::AttributeContent<T>::type;
@@ -103,14 +106,17 @@ private:
 /// An object of another class than `T` reads as empty. Use from the queue of the object's context.
 template <class T, KeyName Name> class ToOne {
 public:
+    /// Of the object that it is a member of.
     explicit ToOne(NSManagedObject& owner) noexcept
         : m_owner(owner)
     {}
     ToOne(const ToOne&) = delete;
 
+    /// The object at the other end; empty when there is none, or one of another class.
     Ref<T> get() const { return std::dynamic_pointer_cast<T>(m_owner.object(Name.view())); }
     operator Ref<T>() const { return get(); }
 
+    /// An empty reference ends the relationship. The inverse is kept in step.
     void set(const Ref<T>& object) { m_owner.setObject(Name.view(), object); }
     ToOne& operator=(const Ref<T>& object)
     {
@@ -127,6 +133,7 @@ private:
 /// Members of another class than `T` are left out. Use from the queue of the object's context.
 template <class T, KeyName Name> class ToMany {
 public:
+    /// Of the object that it is a member of.
     explicit ToMany(NSManagedObject& owner) noexcept
         : m_owner(owner)
     {}
@@ -143,6 +150,7 @@ public:
     }
     operator std::vector<Ref<T>>() const { return get(); }
 
+    /// No effect when the object is a member already, or is none. The inverse is kept in step.
     void insert(const Ref<T>& object) { m_owner.addObject(Name.view(), object); }
     void erase(const Ref<T>& object) { m_owner.removeObject(Name.view(), object); }
 

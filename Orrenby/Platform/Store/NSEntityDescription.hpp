@@ -26,7 +26,8 @@ using ManagedObjectFactory = Ref<NSManagedObject> (*)(const Ref<const NSEntityDe
 struct EntityOptions {
     /// ASCII letters, digits and underscores, a letter first. An entity without a name belongs to no model.
     std::optional<std::string> name = {};
-    std::vector<AttributeDescription> attributes = {};
+    std::vector<AttributeDescription> attributes = {}; ///< In the order in which they are to be listed.
+    /// Only in entities that are part of a model do they lead anywhere.
     std::vector<RelationshipDescription> relationships = {};
     /// The class of its objects: `managedObjectClass<Person>`. Without one it is `NSManagedObject`.
     ManagedObjectFactory objectClass = nullptr;
@@ -71,11 +72,15 @@ public:
     /// An entity that stands alone.
     static Ref<const NSEntityDescription> make(EntityOptions options);
 
+    /// Use `make`: entities are held by reference.
     explicit NSEntityDescription(EntityOptions options);
     NSEntityDescription(const NSEntityDescription&) = delete;
     NSEntityDescription& operator=(const NSEntityDescription&) = delete;
 
+    /// Nothing for an entity that belongs to no model.
     const std::optional<std::string>& name() const noexcept { return m_name; }
+
+    /// In the order in which they were declared.
     const std::vector<AttributeDescription>& attributes() const noexcept { return m_attributes; }
 
     /// The attribute's description, or `nullptr`. Linear in their number, as the next one.
@@ -102,6 +107,7 @@ public:
     /// Never given to another entity of the process.
     std::uint32_t serialNumber() const noexcept { return m_serialNumber; }
 
+    /// Makes its objects; `nullptr` where they are plain `NSManagedObject`.
     ManagedObjectFactory objectClass() const noexcept { return m_objectClass; }
 
 private:

@@ -56,6 +56,7 @@ public:
         Ref<const NSEntityDescription> entity, const Ref<NSManagedObjectContext>& insertInto = nullptr);
     ~NSManagedObject() override;
 
+    /// What it consists of. Never changes.
     const Ref<const NSEntityDescription>& entity() const noexcept;
 
     /// Temporary until the object was saved to a store.

@@ -58,6 +58,8 @@ struct RecordChange;
 class ORRENBY_EXPORT NSManagedObjectContext : public Lifetime,
                                               public std::enable_shared_from_this<NSManagedObjectContext> {
 public:
+    /// Without unsaved changes, above a store, or above another context, which then takes what this one
+    /// saves.
     explicit NSManagedObjectContext(Ref<PersistentStore> store);
     explicit NSManagedObjectContext(Ref<NSManagedObjectContext> parent);
     ~NSManagedObjectContext() override;

@@ -29,8 +29,13 @@ public:
         , m_key(key)
     {}
 
+    /// The entity; never empty.
     const Ref<const NSEntityDescription>& entity() const noexcept { return m_entity; }
+
+    /// The number within the entity; negative as long as it is temporary.
     std::int64_t key() const noexcept { return m_key; }
+
+    /// Whether the object was never saved.
     bool isTemporaryID() const noexcept { return m_key < 0; }
 
     /// `Person/p12`; a temporary one `Person/t3`.

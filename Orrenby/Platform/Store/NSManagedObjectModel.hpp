@@ -39,6 +39,7 @@ public:
     static Result<Ref<const NSManagedObjectModel>, StoreError> tryMake(
         std::int64_t version, std::vector<EntityOptions> entities);
 
+    /// Which model of its store it is, counted from 1.
     std::int64_t version() const noexcept { return m_version; }
 
     /// What the tables look like, in 40 hexadecimal digits: models with the same checksum store alike.
@@ -51,6 +52,7 @@ public:
     /// By name.
     std::vector<Ref<const NSEntityDescription>> entities() const;
 
+    /// For `make` only.
     NSManagedObjectModel(Private, std::int64_t version, std::vector<EntityOptions> entities);
 
 private:

@@ -86,7 +86,7 @@ private:
 
 /// How a text is compared.
 struct TextMatchOptions {
-    bool ignoresCase = false;
+    bool ignoresCase = false; ///< By the rule of `[c]` in the text form.
 };
 
 /// Builds predicates from a key path without a text.
@@ -102,6 +102,7 @@ public:
     /// Through to-many relationships: fulfilled when one of the objects is found.
     PredicateKey any() const;
 
+    /// Conditions on the value at the key path, each like the word of its name in the text form.
     NSPredicate in(std::vector<Any> values) const;
     NSPredicate between(Any least, Any most) const;
     NSPredicate beginsWith(std::string_view text, TextMatchOptions options = {}) const;
@@ -109,6 +110,7 @@ public:
     NSPredicate endsWith(std::string_view text, TextMatchOptions options = {}) const;
     NSPredicate like(std::string_view pattern, TextMatchOptions options = {}) const;
 
+    /// Conditions on the value at the key path, each like its sign in the text form.
     friend ORRENBY_EXPORT NSPredicate operator==(const PredicateKey& key, const Any& value);
     friend ORRENBY_EXPORT NSPredicate operator!=(const PredicateKey& key, const Any& value);
     friend ORRENBY_EXPORT NSPredicate operator<(const PredicateKey& key, const Any& value);

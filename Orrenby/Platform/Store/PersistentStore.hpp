@@ -46,11 +46,13 @@ public:
     static Result<Ref<PersistentStore>, StoreError> tryOpen(
         Ref<const NSManagedObjectModel> model, const StoreSettings& settings = {});
 
+    /// For `open` only.
     PersistentStore(Private, Ref<const NSManagedObjectModel> model, const StoreSettings& settings);
     PersistentStore(const PersistentStore&) = delete;
     PersistentStore& operator=(const PersistentStore&) = delete;
     ~PersistentStore();
 
+    /// The model that it was opened with.
     const Ref<const NSManagedObjectModel>& model() const noexcept { return m_model; }
 
 private:

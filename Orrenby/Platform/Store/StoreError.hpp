@@ -27,6 +27,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A handle: copies share one immutable content. Safe to use from several threads.
 class ORRENBY_EXPORT StoreError final : public CustomNSError<StoreError> {
 public:
+    /// What went wrong. The number of a kind is its code.
     enum class Kind : std::uint8_t {
         Other,            ///< What has no kind of its own, memory that ran out included.
         CannotOpen,       ///< The file is missing, a folder, or not ours to open.
@@ -47,8 +48,9 @@ public:
                           ///< promised.
     };
 
+    /// What is known of it.
     struct Context {
-        std::string message = {};
+        std::string message = {}; ///< In English, for developers; often the words of the storage engine.
         /// The extended result code of the storage engine; 0 where it was not involved.
         int resultCode = 0;
         /// The objects that are concerned, as far as they are known.
@@ -59,10 +61,16 @@ public:
         std::optional<std::size_t> position = {};
     };
 
+    /// What is not known may be left out of the context.
     StoreError(Kind kind, Context context);
 
+    /// What went wrong.
     Kind kind() const noexcept;
+
+    /// Shared with the copies of this error; lives as long as one of them.
     const Context& context() const noexcept;
+
+    /// The words of the context.
     const std::string& message() const noexcept { return context().message; }
 
     /// `DiskFull: database or disk is full`

@@ -22,6 +22,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// One object on its way: what it was, and what it becomes. Valid during the call that it is handed to.
 class ORRENBY_EXPORT MigratedObject {
 public:
+    /// Made by the migration; refers to what it is given.
     MigratedObject(const NSEntityDescription& from, const std::vector<Any>& oldValues,
         const NSEntityDescription& to, std::vector<Any>& newValues) noexcept
         : m_from(from)
@@ -47,9 +48,14 @@ private:
 /// there, keys to give up as they were.
 class ORRENBY_EXPORT MigrationMapping {
 public:
+    /// Takes one object on its way; what it throws ends the migration.
     using Change = std::function<void(MigratedObject& object)>;
 
+    /// The objects of entity `from` go on as those of entity `to`.
     void renameEntity(std::string from, std::string to) { m_entities[std::move(to)] = std::move(from); }
+
+    /// The values under the key `from` go on under the key `to`. The entity is named as it is in the later
+    /// version.
     void renameKey(std::string entity, std::string from, std::string to)
     {
         m_keys[{std::move(entity), std::move(to)}] = std::move(from);
@@ -64,13 +70,19 @@ public:
     /// Called for every object, after the values that stay were taken over.
     void change(std::string entity, Change change) { m_changes[std::move(entity)] = std::move(change); }
 
+    /// For the migration: what an entity or key of the later version is called in the earlier one; the same
+    /// name when nothing was said.
     const std::string& oldEntity(const std::string& entity) const;
     const std::string& oldKey(const std::string& entity, const std::string& key) const;
+
+    /// For the migration: whether an entity or key of the earlier version is given up.
     bool isDropped(const std::string& entity) const { return m_droppedEntities.count(entity) != 0; }
     bool isDropped(const std::string& entity, const std::string& key) const
     {
         return m_droppedKeys.count({entity, key}) != 0;
     }
+
+    /// For the migration: what was said by `change`, or `nullptr`.
     const Change* changeFor(const std::string& entity) const;
 
 private:
@@ -83,6 +95,7 @@ private:
 
 /// A step from one version of a model to the next.
 struct MigrationStep {
+    /// The model that stores of the earlier version were made with.
     Ref<const NSManagedObjectModel> from = {};
     /// Its version is that of `from` and one.
     Ref<const NSManagedObjectModel> to = {};
@@ -90,14 +103,16 @@ struct MigrationStep {
     std::function<void(MigrationMapping& mapping)> mapping = {};
 };
 
+/// How a migration goes.
 struct MigrationOptions {
     /// Does everything and keeps nothing of it.
     bool isDryRun = false;
 };
 
+/// What a migration did, or would have done.
 struct MigrationReport {
     std::int64_t fromVersion = 0; ///< 0: there is no store in the file.
-    std::int64_t toVersion = 0;
+    std::int64_t toVersion = 0;   ///< The version that the last step leads to.
     std::int64_t objectCount = 0; ///< Over all steps.
 
     friend bool operator==(const MigrationReport&, const MigrationReport&) noexcept = default;

@@ -20,7 +20,7 @@ enum class StoreSynchronous : std::uint8_t {
 struct StoreSettings {
     /// The file; empty for a store in memory, which ends with its last reference and which nobody else sees.
     std::string path = {};
-    StoreSynchronous synchronous = StoreSynchronous::Full;
+    StoreSynchronous synchronous = StoreSynchronous::Full; ///< What a save costs, and what it is worth.
     /// An existing file that is only read; saving fails.
     bool isReadOnly = false;
     /// Seconds to wait for others who write. 0 and less do not wait.

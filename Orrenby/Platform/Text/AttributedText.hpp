@@ -22,8 +22,8 @@ struct AttributedRun {
     NSRange range{};
     /// Where it begins and how long it is, in bytes of the UTF-8 text.
     std::size_t byteOffset = 0;
-    std::size_t byteCount = 0;
-    TextAttributes attributes{};
+    std::size_t byteCount = 0;   ///< In bytes of the UTF-8 text, as the offset.
+    TextAttributes attributes{}; ///< What the stretch has in common.
 
     /// What stands there in the text that has the run.
     std::string_view in(std::string_view text) const { return text.substr(byteOffset, byteCount); }

@@ -64,6 +64,7 @@ public:
     /// Those that are in both.
     CharacterSet intersection(const CharacterSet& other) const;
 
+    /// Whether no character is a member.
     bool isEmpty() const noexcept { return m_stretches.empty(); }
 
     /// What follows each other as one stretch: `U+0009 to U+000D, U+0020`; `none` when empty.

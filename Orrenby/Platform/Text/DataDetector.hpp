@@ -43,6 +43,7 @@ public:
         : m_kinds(kinds)
     {}
 
+    /// What is reported.
     DataKind kinds() const noexcept { return m_kinds; }
 
     /// All matches from left to right.
@@ -64,6 +65,7 @@ class ORRENBY_EXPORT DataDetector::Scan {
 public:
     /// @param text  Outlives the scan.
     Scan(const DataDetector& detector, std::string_view text);
+
     Scan(Scan&&) noexcept;
     Scan& operator=(Scan&&) noexcept;
     ~Scan();

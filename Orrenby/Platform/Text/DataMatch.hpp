@@ -26,6 +26,7 @@ enum class DataKind : std::uint32_t {
     All = Address | Link | PhoneNumber,
 };
 
+/// All kinds that are in one of the two.
 constexpr DataKind operator|(DataKind left, DataKind right) noexcept
 {
     return static_cast<DataKind>(static_cast<std::uint32_t>(left) | static_cast<std::uint32_t>(right));
@@ -44,12 +45,12 @@ ORRENBY_EXPORT std::string description(DataKind kinds);
 ///
 /// A plain value that keeps nothing of the text but its URL. Not synchronised.
 struct DataMatch {
-    DataKind kind = DataKind::None;
+    DataKind kind = DataKind::None; ///< One of them, never several.
     /// Where it stands, in UTF-16 units.
     NSRange range{};
     /// Where it begins and how long it is, in bytes of the UTF-8 text.
     std::size_t byteOffset = 0;
-    std::size_t byteCount = 0;
+    std::size_t byteCount = 0; ///< In bytes of the UTF-8 text, as the offset.
     /// Of a link: its URL, with a scheme always, and escapes for what a URL cannot hold. Other kinds have
     /// none.
     std::optional<URL> url{};

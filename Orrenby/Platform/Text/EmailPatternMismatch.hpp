@@ -26,7 +26,7 @@ enum class EmailPatternPiece : std::uint8_t {
 ///
 /// A plain value. Not synchronised.
 struct EmailPatternMismatch {
-    EmailPatternPiece piece{};
+    EmailPatternPiece piece{}; ///< Which part of an address it keeps from being one.
     /// Where it shows, in bytes. The length of the text when something is missing at its end. What stands
     /// before it could be the beginning of an address.
     std::size_t position = 0;

@@ -24,7 +24,7 @@ class NSMutableAttributedString;
 /// The value of one attribute, and how far it reaches.
 template <class T> struct AttributeStretch {
     std::optional<T> value; ///< Nothing where the text has no such attribute.
-    NSRange range{};
+    NSRange range{};        ///< In UTF-16 units; where there is no attribute, how far that goes on.
 
     friend bool operator==(const AttributeStretch&, const AttributeStretch&) = default;
 };
@@ -45,6 +45,8 @@ template <class T> struct AttributeStretch {
 class ORRENBY_EXPORT NSAttributedString {
 public:
     static constexpr std::string_view printedTypeName = "NSAttributedString";
+
+    /// A stretch of equal attributes.
     using Run = AttributedRun;
 
     /// The empty text.
@@ -53,6 +55,7 @@ public:
     /// The one character U+FFFC, whose only attribute is the attachment.
     explicit NSAttributedString(const NSTextAttachment& attachment);
 
+    /// In UTF-8, with U+FFFC for attachments. It lives as long as a copy of this text does.
     const std::string& string() const noexcept { return content().text; }
     /// In UTF-16 units.
     std::size_t length() const noexcept { return content().length; }

@@ -29,13 +29,18 @@ namespace orrenby::inline ORRENBY_ABI {
 class ORRENBY_EXPORT NSMutableAttributedString {
 public:
     static constexpr std::string_view printedTypeName = "NSMutableAttributedString";
+
+    /// A stretch of equal attributes.
     using Run = AttributedRun;
 
     NSMutableAttributedString() = default;
+
+    /// Begins with this text. Linear.
     explicit NSMutableAttributedString(const NSAttributedString& text)
         : m_content(text.content())
     {}
 
+    /// In UTF-8, with U+FFFC for attachments. Valid until the text changes.
     const std::string& string() const noexcept { return m_content.text; }
     /// In UTF-16 units.
     std::size_t length() const noexcept { return m_content.length; }
@@ -44,6 +49,7 @@ public:
     /// First to last; valid until the text changes.
     const std::vector<Run>& runs() const noexcept { return m_content.runs; }
 
+    /// Appends a text with the attributes that it has. Linear in what is appended.
     void append(const NSAttributedString& text);
     /// What is no UTF-8 is replaced by U+FFFD.
     void append(std::string_view text, const TextAttributes& attributes = {});

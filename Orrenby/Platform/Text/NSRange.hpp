@@ -21,8 +21,8 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// A plain value: `NSRange{.location = 2, .length = 3}`. Not synchronised.
 struct ORRENBY_EXPORT NSRange {
-    std::size_t location = 0;
-    std::size_t length = 0;
+    std::size_t location = 0; ///< Where it begins, in UTF-16 units.
+    std::size_t length = 0;   ///< How long it is, in UTF-16 units.
 
     /// The first unit behind it. Wraps when the sum is beyond `std::size_t`.
     constexpr std::size_t upperBound() const noexcept { return location + length; }

@@ -16,6 +16,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A plain value. Not synchronised.
 class ORRENBY_EXPORT PercentDecodingError final : public CustomNSError<PercentDecodingError> {
 public:
+    /// What was wrong.
     enum class Kind : std::uint8_t {
         Cut,     ///< Fewer than two characters follow a "%".
         NoDigit, ///< One of the two characters that follow a "%" is no hexadecimal digit.
@@ -28,7 +29,10 @@ public:
         , m_position(position)
     {}
 
+    /// Which of the kinds it is.
     Kind kind() const noexcept { return m_kind; }
+
+    /// In bytes of the encoded text: of the "%", or of the first byte that makes no UTF-8.
     std::size_t position() const noexcept { return m_position; }
 
     /// `No hexadecimal digits behind the "%" at byte 3`

@@ -20,10 +20,10 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// How a pattern is read, and how long a text may take.
 struct RegularExpressionOptions {
-    bool isCaseInsensitive = false;
+    bool isCaseInsensitive = false; ///< Letters match those of the other case, beyond ASCII as well.
     /// White space in the pattern, and what follows a "#", mean nothing.
     bool allowsComments = false;
-    bool dotMatchesLineSeparators = false;
+    bool dotMatchesLineSeparators = false; ///< A "." matches line ends, too.
     /// "^" and "$" also match at the beginning and end of each line.
     bool anchorsMatchLines = false;
     /// "\b" follows the boundaries of Unicode's words.
@@ -38,6 +38,7 @@ struct RegularExpressionOptions {
 /// What one match covers.
 class ORRENBY_EXPORT RegularExpressionMatch {
 public:
+    /// Made by `RegularExpression`. The first group is all of the match.
     explicit RegularExpressionMatch(std::vector<std::optional<NSRange>> groups) noexcept
         : m_groups(std::move(groups))
     {}
@@ -80,6 +81,7 @@ private:
 /// linear. Safe to use from several threads.
 class ORRENBY_EXPORT RegularExpression {
 public:
+    /// The types that belong to it, under shorter names.
     using Options = RegularExpressionOptions;
     using Match = RegularExpressionMatch;
     using Error = RegularExpressionError;
@@ -88,6 +90,7 @@ public:
     explicit RegularExpression(std::string_view pattern, Options options = {});
     static Result<RegularExpression, Error> tryMake(std::string_view pattern, Options options = {});
 
+    /// What it was made with. The reference lives as long as a copy does.
     const std::string& pattern() const noexcept;
     const Options& options() const noexcept;
 
@@ -101,6 +104,8 @@ public:
     bool matches(std::string_view text) const;
     Result<bool, Error> tryMatches(std::string_view text) const;
 
+    /// The match that begins first. Nothing when there is none; the twin gives a failure instead of throwing
+    /// it.
     std::optional<Match> firstMatch(std::string_view text) const;
     Result<std::optional<Match>, Error> tryFirstMatch(std::string_view text) const;
 

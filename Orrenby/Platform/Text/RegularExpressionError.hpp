@@ -17,6 +17,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A plain value. Not synchronised.
 class ORRENBY_EXPORT RegularExpressionError final : public CustomNSError<RegularExpressionError> {
 public:
+    /// What was wrong.
     enum class Kind : std::uint8_t {
         InvalidPattern,    ///< The pattern is no regular expression.
         TimeLimitExceeded, ///< A text took longer than the time limit allows.
@@ -33,8 +34,13 @@ public:
         , m_reason(std::move(reason))
     {}
 
+    /// Which of the kinds it is.
     Kind kind() const noexcept { return m_kind; }
+
+    /// In a pattern, in UTF-16 units, where something is wrong; else 0.
     std::size_t position() const noexcept { return m_position; }
+
+    /// The engine's word for it.
     const std::string& reason() const noexcept { return m_reason; }
 
     /// `Invalid pattern at UTF-16 unit 3 (U_REGEX_MISMATCHED_PAREN)`

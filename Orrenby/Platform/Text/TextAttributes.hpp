@@ -32,12 +32,15 @@ struct NSTextAttachment;
 /// A constant; the name is a literal. Safe to use from several threads.
 template <class T> class TextAttributeKey {
 public:
+    /// What the attribute holds.
     using Value = T;
 
+    /// Keeps the view: a literal, or what else lives as long as the key.
     constexpr explicit TextAttributeKey(std::string_view name) noexcept
         : m_name(name)
     {}
 
+    /// What tells it from other keys.
     constexpr std::string_view name() const noexcept { return m_name; }
 
 private:
@@ -46,12 +49,13 @@ private:
 
 /// The attributes that everything which shows text knows.
 struct TextAttribute {
-    static constexpr TextAttributeKey<Color> foregroundColor{"foregroundColor"};
-    static constexpr TextAttributeKey<Color> backgroundColor{"backgroundColor"};
+    static constexpr TextAttributeKey<Color> foregroundColor{"foregroundColor"}; ///< Of the letters.
+    static constexpr TextAttributeKey<Color> backgroundColor{"backgroundColor"}; ///< Behind the letters.
+    /// Its size counts where the place of drawing has sizes.
     static constexpr TextAttributeKey<Font> font{"font"};
-    static constexpr TextAttributeKey<URL> link{"link"};
-    static constexpr TextAttributeKey<bool> underline{"underline"};
-    static constexpr TextAttributeKey<bool> strikethrough{"strikethrough"};
+    static constexpr TextAttributeKey<URL> link{"link"};                    ///< Where the text leads.
+    static constexpr TextAttributeKey<bool> underline{"underline"};         ///< A line below the letters.
+    static constexpr TextAttributeKey<bool> strikethrough{"strikethrough"}; ///< A line through the letters.
     /// Of the character U+FFFC; of all others it means nothing.
     static constexpr TextAttributeKey<NSTextAttachment> attachment{"attachment"};
 };
@@ -71,6 +75,7 @@ public:
 
     /// A key with its value.
     struct Entry {
+        /// A value of the key's type.
         template <class T>
         Entry(const TextAttributeKey<T>& key, std::type_identity_t<T> newValue)
             : name(key.name())
@@ -79,8 +84,8 @@ public:
         /// A text is no boolean, although its address would pass for one.
         Entry(const TextAttributeKey<bool>& key, const void* address) = delete;
 
-        std::string_view name;
-        Any value;
+        std::string_view name; ///< Of the key.
+        Any value;             ///< Of the key's type.
     };
 
     TextAttributes() = default;
@@ -105,6 +110,7 @@ public:
     /// change.
     const Any* find(std::string_view name) const;
 
+    /// Replaces the value, or adds one.
     template <class T> void set(const TextAttributeKey<T>& key, std::type_identity_t<T> value)
     {
         setAny(key.name(), Any(std::move(value)));

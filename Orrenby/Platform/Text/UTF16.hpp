@@ -40,6 +40,7 @@ public:
     /// @param text  Outlives the view, and what the view gives.
     explicit UTF16View(std::string_view text);
 
+    /// What it looks at.
     std::string_view text() const noexcept { return m_text; }
 
     /// In UTF-16 units.

@@ -20,7 +20,7 @@ struct UTF8Scalar {
     char32_t value = replacementScalar;
     /// In bytes, at least 1.
     std::uint8_t length = 1;
-    bool isValid = false;
+    bool isValid = false; ///< Whether the bytes are UTF-8; a U+FFFD that stands in the text is.
 
     friend constexpr bool operator==(const UTF8Scalar&, const UTF8Scalar&) = default;
 };

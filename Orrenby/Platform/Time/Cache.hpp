@@ -91,8 +91,10 @@ public:
             removeObject(key);
     }
 
+    /// No effect when nothing is stored under the key.
     void removeObject(const Lookup& key) { m_core.removeObject(asked(key)); }
 
+    /// Empties the cache; the limit stays.
     void removeAll() { m_core.removeAll(); }
 
     /// The objects kept at most; 0, as at first, stands for no limit.

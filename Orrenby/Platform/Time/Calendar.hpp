@@ -18,8 +18,8 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// What `Calendar::ordinality` counts, and in what.
 struct CalendarOrdinality {
-    CalendarUnit of = CalendarUnit::Day;
-    CalendarUnit in = CalendarUnit::Era;
+    CalendarUnit of = CalendarUnit::Day; ///< What is counted.
+    CalendarUnit in = CalendarUnit::Era; ///< In what it is counted, from 1.
 };
 
 /// Divides time into the units that people of a place reckon with.
@@ -35,6 +35,7 @@ struct CalendarOrdinality {
 /// Safe to use from several threads.
 class ORRENBY_EXPORT Calendar {
 public:
+    /// The units under a shorter name.
     using Unit = CalendarUnit;
 
     /// The calendar of a locale, with the days and hours of a zone.
@@ -93,6 +94,7 @@ public:
     /// The first moment of the day of `date`: midnight, or later where clocks go forward at that time.
     std::optional<Date> startOfDay(Date date) const;
 
+    /// Whether both lie in one day of the calendar's zone.
     bool isSameDay(Date first, Date second) const;
 
     /// `gregorian, en_US, Europe/Berlin`

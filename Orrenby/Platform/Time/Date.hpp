@@ -38,6 +38,7 @@ public:
     /// After every moment.
     static constexpr Date distantFuture() noexcept { return Date(__builtin_inf()); }
 
+    /// Negative before 1970, infinite for the two distant dates.
     constexpr double secondsSince1970() const noexcept { return m_seconds; }
 
     /// Seconds from `other` to this moment; negative when this one is earlier.
@@ -49,6 +50,7 @@ public:
     /// or none at all, is written as its seconds: `inf`.
     ORRENBY_EXPORT std::string description() const;
 
+    /// Moves the moment by seconds, which may be fractions, negative or infinite.
     constexpr Date& operator+=(double seconds) noexcept
     {
         m_seconds += seconds;
@@ -60,6 +62,7 @@ public:
         return *this;
     }
 
+    /// The moment moved by seconds, which may be fractions, negative or infinite.
     friend constexpr Date operator+(Date date, double seconds) noexcept
     {
         return Date(date.m_seconds + seconds);
@@ -68,6 +71,8 @@ public:
     {
         return Date(date.m_seconds - seconds);
     }
+
+    /// Seconds between the two; negative when the first is earlier.
     friend constexpr double operator-(Date later, Date earlier) noexcept
     {
         return later.secondsSince(earlier);

@@ -47,7 +47,7 @@ public:
     DateFormatter& operator=(const DateFormatter&) = delete;
     ~DateFormatter();
 
-    /// A pattern for the fields of a template in the order and with the signs that people of a locale expect:
+    /// A pattern for the fields of a template in the order and with the signs that people of a locale expect.
     /// `MMMMd` and `d MMMM` both give `MMMM d` in English and `d. MMMM` in German.
     ///
     /// What is not a field, quoted text included, does not count. Nothing when that leaves no field at all.
@@ -63,16 +63,20 @@ public:
     /// styles.
     void setDateFormat(std::string format);
 
+    /// Whose words and order the styles follow, and in whose words a format is written.
     Locale locale() const;
     void setLocale(Locale locale);
 
+    /// Whose clocks the texts show.
     TimeZone timeZone() const;
     void setTimeZone(TimeZone zone);
 
+    /// `None` until it is set. Without effect while there is a fixed format.
     Style dateStyle() const noexcept;
     /// Takes the place of a fixed format.
     void setDateStyle(Style style);
 
+    /// `None` until it is set. Without effect while there is a fixed format.
     Style timeStyle() const noexcept;
     /// Takes the place of a fixed format.
     void setTimeStyle(Style style);

@@ -50,6 +50,7 @@ public:
     /// tables.
     static TimeZone host();
 
+    /// As in the tables: `Europe/Berlin`.
     const std::string& name() const noexcept;
 
     /// Seconds to add to GMT to get what clocks there show at `date`; negative west of Greenwich. At

@@ -23,6 +23,8 @@ public:
     class ORRENBY_EXPORT Observer {
     public:
         virtual ~Observer();
+
+        /// The clock shows another time from now on.
         virtual void clockDidChange() = 0;
     };
 
@@ -36,6 +38,7 @@ public:
     /// Seconds since some fixed moment. Never goes back; what delays and deadlines are measured with.
     virtual double monotonicSeconds() const = 0;
 
+    /// Whether waiting for some seconds is enough to see them pass.
     virtual bool runsByItself() const { return true; }
 
     /// Adds an observer until it is released. A clock that runs by itself takes none.

@@ -16,9 +16,9 @@ namespace orrenby::inline ORRENBY_ABI {
 /// version of its own that features could be bound to, so the application decides. A plain value. Not
 /// synchronised.
 struct OperatingSystemVersion {
-    std::int64_t major = 0;
-    std::int64_t minor = 0;
-    std::int64_t patch = 0;
+    std::int64_t major = 0; ///< The first number.
+    std::int64_t minor = 0; ///< The second number.
+    std::int64_t patch = 0; ///< The third number.
 
     /// `13.0.0`
     std::string description() const

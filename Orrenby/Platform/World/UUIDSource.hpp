@@ -18,6 +18,7 @@ public:
     UUIDSource& operator=(const UUIDSource&) = delete;
     virtual ~UUIDSource();
 
+    /// One that it has not given before, as far as it can tell. Called from any thread.
     virtual UUID next() = 0;
 
     /// Identifiers of version 4, whose other 122 bits are the kernel's random ones.

@@ -43,24 +43,31 @@ public:
     /// Each one set is kept for ever, because someone may still be reading it.
     static void setCurrent(World world);
 
+    /// What tells the time. The reference lives as long as this world or a copy of it has the clock; a null
+    /// pointer is refused when it is set.
     Clock& clock() const noexcept { return *m_clock; }
     void setClock(std::shared_ptr<Clock> clock);
 
+    /// What runs the work of concurrent queues, and the waits of all queues.
     Executor& executor() const noexcept { return *m_executor; }
     void setExecutor(std::shared_ptr<Executor> executor);
 
+    /// Where random numbers come from.
     RandomSource& random() const noexcept { return *m_random; }
     void setRandom(std::shared_ptr<RandomSource> random);
 
+    /// Where new identifiers come from.
     UUIDSource& uuids() const noexcept { return *m_uuids; }
     void setUUIDs(std::shared_ptr<UUIDSource> uuids);
 
+    /// Which system the program believes to run on; it decides between the engines of streams.
     OperatingSystemVersion operatingSystemVersion() const noexcept { return m_operatingSystemVersion; }
     void setOperatingSystemVersion(OperatingSystemVersion version) noexcept
     {
         m_operatingSystemVersion = version;
     }
 
+    /// The program's own bundle; it has no identifier until one is set.
     Bundle mainBundle() const { return m_mainBundle; }
     void setMainBundle(Bundle bundle);
 
@@ -91,6 +98,7 @@ private:
 /// done before it ends.
 class ORRENBY_EXPORT World::Override {
 public:
+    /// The world that holds from now until the end of the scope.
     explicit Override(World world);
     Override(const Override&) = delete;
     Override& operator=(const Override&) = delete;

@@ -46,6 +46,7 @@ template <class T> class Future final : public detail::Publication<T> {
     using Subscription = detail::Subscription;
 
 public:
+    /// Calls `attempt` at once, on the calling thread.
     template <class Attempt>
     explicit Future(Attempt attempt)
         : detail::Publication<T>(detail::Engine::Combine,

@@ -16,6 +16,7 @@ template <class Output> class CurrentValueSubject final : public detail::Current
 public:
     static constexpr auto ownEngine = detail::Engine::Rx;
 
+    /// With the value that the first subscriber gets, unless another one is sent before.
     explicit CurrentValueSubject(Output value)
         : detail::CurrentValueBase<Output>(ownEngine, std::move(value))
     {}
