@@ -73,7 +73,8 @@ public:
             return subject.send(failure(kindOf(code), reasonOf(code)));
         long status = 0;
         curl_easy_getinfo(handle.get(), CURLINFO_RESPONSE_CODE, &status);
-        subject.send(TransportNews(Answer{static_cast<int>(status), std::move(m_answer)}));
+        subject.send(
+            TransportNews(Answer{static_cast<int>(status), std::move(m_answer), std::move(m_headers)}));
     }
 
 private:
@@ -115,6 +116,8 @@ private:
         curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, m_reason.data());
         curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Exchange::receive);
         curl_easy_setopt(handle, CURLOPT_WRITEDATA, this);
+        curl_easy_setopt(handle, CURLOPT_HEADERFUNCTION, &Exchange::receiveHeader);
+        curl_easy_setopt(handle, CURLOPT_HEADERDATA, this);
         curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, &Exchange::isToStop);
         curl_easy_setopt(handle, CURLOPT_XFERINFODATA, this);
         curl_easy_setopt(handle, CURLOPT_NOPROGRESS, 0L);
@@ -160,6 +163,19 @@ private:
         return size * count;
     }
 
+    /// The library below limits how long and how many they are.
+    static std::size_t receiveHeader(char* bytes, std::size_t size, std::size_t count, void* self)
+    {
+        auto& headers = static_cast<Exchange*>(self)->m_headers;
+        auto line = std::string_view(bytes, size * count);
+        line = line.substr(0, line.find_last_not_of("\r\n") + 1);
+        if (line.starts_with("HTTP/"))
+            headers.clear(); // of an answer that went before
+        else if (const auto colon = line.find(':'); colon != std::string_view::npos)
+            headers.set(trimmed(line.substr(0, colon)), trimmed(line.substr(colon + 1)));
+        return size * count;
+    }
+
     static int isToStop(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t)
     {
         return static_cast<Exchange*>(self)->m_isBrokenOff ? 1 : 0;
@@ -194,6 +210,7 @@ private:
     std::atomic<bool> m_isBrokenOff = false;
     std::optional<std::string> m_bodyProblem;
     std::string m_answer;
+    orrenby::HTTPHeaders m_headers;
     std::array<char, CURL_ERROR_SIZE> m_reason{};
 };
 

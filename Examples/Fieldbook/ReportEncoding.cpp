@@ -6,13 +6,21 @@
 
 namespace fieldbook {
 
-std::string encodedReport(const Report& report)
+namespace {
+
+std::string encoded(const auto& value)
 {
     orrenby::JSONEncoder encoder;
     encoder.setDateEncodingStrategy(
         orrenby::JSONEncoder::DateEncodingStrategy::formatted(orrenby::DateFormatters::halvetServer()));
     encoder.setOutputFormatting({.prettyPrinted = true});
-    return encoder.encodeText(report) + '\n';
+    return encoder.encodeText(value) + '\n';
 }
+
+} // namespace
+
+std::string encodedReport(const Report& report) { return encoded(report); }
+
+std::string encodedReports(const std::vector<Report>& reports) { return encoded(reports); }
 
 } // namespace fieldbook

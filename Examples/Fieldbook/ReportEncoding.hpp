@@ -5,6 +5,7 @@
 
 #include "Report.hpp"
 #include <string>
+#include <vector>
 
 namespace fieldbook {
 
@@ -13,5 +14,8 @@ namespace fieldbook {
 ///
 /// @throws orrenby::EncodingError  if a text of the report is not valid UTF-8.
 std::string encodedReport(const Report& report);
+
+/// The same for a list of them.
+std::string encodedReports(const std::vector<Report>& reports);
 
 } // namespace fieldbook

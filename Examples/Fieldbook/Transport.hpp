@@ -4,6 +4,7 @@
 /// How requests leave the application.
 
 #include "Orrenby/Platform/Net/BodyStream.hpp"
+#include "Orrenby/Platform/Net/HTTPHeaders.hpp"
 #include "Orrenby/Platform/Net/URLRequest.hpp"
 #include "Orrenby/Utilities/Streams/AnyPublisher.hpp"
 #include <cstdint>
@@ -24,6 +25,7 @@ struct BytesSent {
 struct Answer {
     int status = 0;
     std::string body;
+    orrenby::HTTPHeaders headers = {};
 
     friend bool operator==(const Answer&, const Answer&) = default;
 };

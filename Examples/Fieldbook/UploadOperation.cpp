@@ -2,6 +2,8 @@
 
 #include "Cases.hpp"
 #include "Orrenby/Platform/Net/BodyStreamError.hpp"
+#include "RetryAfter.hpp"
+#include <algorithm>
 #include <chrono>
 #include <utility>
 #include <variant>
@@ -109,7 +111,7 @@ void UploadOperation::hearReport(const Answer& answer)
 void UploadOperation::hearProblem(const Answer& answer)
 {
     if (isPassing(answer.status))
-        tryLater(wordsFor(answer));
+        tryLater(wordsFor(answer), secondsToRetryAfter(answer).value_or(0));
     else
         end(Step::isRefused, wordsFor(answer));
 }
@@ -139,14 +141,15 @@ void UploadOperation::showSent(const BytesSent& bytes)
     tell({.step = Step::sends, .percent = quarters * 25});
 }
 
-void UploadOperation::tryLater(std::string reason)
+void UploadOperation::tryLater(std::string reason, double atLeast)
 {
-    const auto seconds = m_retry.nextInterval();
-    if (!seconds)
+    const auto planned = m_retry.nextInterval();
+    if (!planned || atLeast > longestWait)
         return end(Step::isGivenUp, std::move(reason));
-    tell({.step = Step::waits, .seconds = *seconds, .reason = std::move(reason)});
+    const auto seconds = std::max(*planned, atLeast);
+    tell({.step = Step::waits, .seconds = seconds, .reason = std::move(reason)});
     m_timer = m_destination->loop.after(
-        std::chrono::milliseconds(static_cast<long>(*seconds * m_destination->secondLength * 1000)),
+        std::chrono::milliseconds(static_cast<long>(seconds * m_destination->secondLength * 1000)),
         [this] { attempt(); });
 }
 

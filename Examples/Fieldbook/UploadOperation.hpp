@@ -31,10 +31,14 @@ struct UploadDestination {
 /// Signs in if nobody has, and tries until the service takes the report, refuses it, or the schedule of
 /// attempts is over. Tells of each step. Between the steps it waits on the loop; it blocks nobody.
 ///
-/// A token that the service does not know any more is replaced once in each attempt. Use from the main
-/// thread.
+/// A service that says when it wants to be asked again is not asked before; one that wants more than five
+/// minutes is given up. A token that the service does not know any more is replaced once in each attempt. Use
+/// from the main thread.
 class UploadOperation : public orrenby::AsyncBaseOperation {
 public:
+    /// In seconds.
+    static constexpr double longestWait = 300;
+
     using Progress = orrenby::Streams::PassthroughSubject<UploadProgress, orrenby::Never>;
 
     /// Three attempts more, after 2, 4 and 8 seconds.
@@ -57,7 +61,7 @@ private:
     void hearFailure(const TransportFailure& failure);
     void showSent(const BytesSent& bytes);
 
-    void tryLater(std::string reason);
+    void tryLater(std::string reason, double atLeast = 0);
     void tell(UploadProgress progress);
     void end(UploadProgress::Step step, std::string reason = {});
 

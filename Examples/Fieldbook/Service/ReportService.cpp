@@ -6,6 +6,7 @@
 #include "Orrenby/Platform/World/UUIDSource.hpp"
 #include "Orrenby/Platform/World/World.hpp"
 #include "ReportDecoding.hpp"
+#include "ReportEncoding.hpp"
 #include "Service/ServiceMessages.hpp"
 #include "SignIn.hpp"
 #include <charconv>
@@ -19,7 +20,7 @@ namespace {
 
 ServiceResponse answer(int status, const auto& value)
 {
-    return {status, orrenby::JSONEncoder().encodeText(value)};
+    return {.status = status, .body = orrenby::JSONEncoder().encodeText(value)};
 }
 
 ServiceResponse refusal(int status, std::string problem)
@@ -52,18 +53,42 @@ std::string tokenIn(std::string_view authorization)
     return std::string(authorization);
 }
 
+/// The report in a request: a part, or all of the body.
+std::optional<std::string_view> reportTextIn(const ServiceRequest& request)
+{
+    if (const auto* const part = request.part("report"))
+        return part->content;
+    if (request.parts.empty() && request.header("content-type").starts_with("application/json"))
+        return request.body;
+    return {};
+}
+
+ServiceResponse answerTo(const ReceivedReport& report)
+{
+    const auto photoBytes = report.photo ? report.photo->content.size() : 0;
+    return answer(201, ReportAnswer{report.number, static_cast<std::int64_t>(photoBytes)});
+}
+
+constexpr auto nobody = "Nobody is signed in with this token.";
+
 } // namespace
 
-ReportService::ReportService(Mood mood)
-    : m_mood(mood)
+ReportService::ReportService(ReportServiceOptions options)
+    : m_options(std::move(options))
 {}
 
 ServiceResponse ReportService::handle(const ServiceRequest& request)
 {
     if (request.path == "/session")
         return request.method == "POST" ? signIn(request) : refusal(405, "Sessions are made by POST.");
+    if (request.path == "/reports") {
+        if (request.method == "GET")
+            return list();
+        return request.method == "POST" ? post(request)
+                                        : refusal(405, "Reports are listed by GET and sent by POST.");
+    }
     if (const auto number = reportNumberIn(request.path))
-        return request.method == "PUT" ? take(*number, request) : refusal(405, "Reports are sent by PUT.");
+        return request.method == "PUT" ? put(*number, request) : refusal(405, "Reports are sent by PUT.");
     return refusal(404, "There is nothing here.");
 }
 
@@ -90,28 +115,60 @@ std::optional<orrenby::EmailAddress> ReportService::senderOf(const ServiceReques
     return entry != m_tokens.end() ? std::optional(entry->second) : std::nullopt;
 }
 
-ServiceResponse ReportService::take(int number, const ServiceRequest& request)
+ServiceResponse ReportService::list() const
+{
+    auto reports = m_options.feed;
+    const std::lock_guard lock(m_mutex);
+    for (auto entry = m_received.lower_bound(firstPosted); entry != m_received.end(); ++entry)
+        reports.push_back(entry->second.report);
+    return {.body = encodedReports(reports)};
+}
+
+ServiceResponse ReportService::post(const ServiceRequest& request)
 {
     const std::lock_guard lock(m_mutex);
     const auto sender = senderOf(request);
     if (!sender)
-        return refusal(401, "Nobody is signed in with this token.");
-    const auto* const part = request.part("report");
-    if (part == nullptr)
+        return refusal(401, nobody);
+    const auto key = std::pair(sender->stringValue(), std::string(request.header("idempotency-key")));
+    const auto known = m_posted.find(key);
+    if (known != m_posted.end())
+        if (const auto taken = m_received.find(known->second); taken != m_received.end())
+            return answerTo(taken->second);
+    const auto number = known != m_posted.end() ? known->second : m_nextPosted++;
+    if (!key.second.empty())
+        m_posted.insert_or_assign(key, number);
+    return take(number, *sender, request);
+}
+
+ServiceResponse ReportService::put(int number, const ServiceRequest& request)
+{
+    const std::lock_guard lock(m_mutex);
+    const auto sender = senderOf(request);
+    return sender ? take(number, *sender, request) : refusal(401, nobody);
+}
+
+/// The mutex is held.
+ServiceResponse ReportService::take(
+    int number, const orrenby::EmailAddress& sender, const ServiceRequest& request)
+{
+    const auto text = reportTextIn(request);
+    if (!text)
         return refusal(400, "The part \"report\" is missing.");
-    const auto report = decodedReport(part->content);
+    const auto report = decodedReport(*text);
     if (const auto problem = report.error())
         return refusal(400, *problem);
     const auto* const photo = request.part("photo");
     if (photo != nullptr && !photo->mediaType.starts_with("image/"))
         return refusal(415, "The photo is no image.");
-    if (!m_mood(number, ++m_attempts[number]))
+    if (!m_options.mood(number, ++m_attempts[number]))
         return refusal(503, "Too busy.");
-    m_received.insert_or_assign(number,
-        ReceivedReport{
-            number, *sender, report.unwrap(), photo != nullptr ? std::optional(*photo) : std::nullopt});
-    return answer(
-        201, ReportAnswer{number, static_cast<std::int64_t>(photo != nullptr ? photo->content.size() : 0)});
+    auto received = ReceivedReport{number, sender, report.unwrap(),
+        photo != nullptr ? std::optional(*photo) : std::nullopt, std::string(*text)};
+    if (m_options.keep)
+        if (const auto problem = m_options.keep(received))
+            return refusal(507, "The report cannot be kept: " + *problem);
+    return answerTo(m_received.insert_or_assign(number, std::move(received)).first->second);
 }
 
 std::vector<ReceivedReport> ReportService::received() const

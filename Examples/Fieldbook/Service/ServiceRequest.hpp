@@ -3,6 +3,7 @@
 /// @file
 /// What a service is asked, and what it answers: values that know nothing of sockets.
 
+#include "Orrenby/Platform/Net/HTTPHeaders.hpp"
 #include <map>
 #include <string>
 #include <string_view>
@@ -45,10 +46,13 @@ struct ServiceRequest {
     }
 };
 
-/// What is answered. The body is a JSON object.
+/// What is answered, and how it gets there. The body is JSON.
 struct ServiceResponse {
     int status = 200;
     std::string body = "{}";
+    orrenby::HTTPHeaders headers = {};
+    double latency = 0; ///< Seconds that pass before it leaves.
+    bool isCut = false; ///< Whether the connection breaks before all of the body is through.
 
     friend bool operator==(const ServiceResponse&, const ServiceResponse&) = default;
 };

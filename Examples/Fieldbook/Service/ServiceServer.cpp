@@ -2,8 +2,11 @@
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
+#include <condition_variable>
 #include <cstddef>
 #include <httplib.h>
+#include <mutex>
 #include <sys/socket.h>
 #include <system_error>
 #include <thread>
@@ -34,12 +37,39 @@ ServiceRequest requestFrom(const httplib::Request& arrived)
     return request;
 }
 
+/// Announces the whole body and sends the first half. Then the connection is closed.
+void cut(httplib::Response& response, const std::string& body)
+{
+    response.set_content_provider(body.size(), "application/json",
+        [half = body.substr(0, body.size() / 2)](std::size_t, std::size_t, httplib::DataSink& sink) {
+            sink.write(half.data(), half.size());
+            return false;
+        });
+}
+
 } // namespace
 
 struct ServiceServer::Sockets {
+    /// Waits, unless the server is about to end.
+    void wait(double seconds)
+    {
+        std::unique_lock lock(mutex);
+        wakes.wait_for(lock, std::chrono::duration<double>(seconds), [this] { return isToEnd; });
+    }
+
+    void wake()
+    {
+        const std::lock_guard lock(mutex);
+        isToEnd = true;
+        wakes.notify_all();
+    }
+
     httplib::Server server;
     std::thread thread;
     std::atomic<bool> hasEnded = false;
+    std::mutex mutex;
+    std::condition_variable wakes;
+    bool isToEnd = false;
 };
 
 ServiceServer::ServiceServer(std::unique_ptr<Sockets> sockets, int port)
@@ -61,11 +91,18 @@ orrenby::Result<std::unique_ptr<ServiceServer>, std::string> ServiceServer::star
     });
     // Nobody asks twice on one connection, and an idle one would hold up the end.
     server.set_keep_alive_max_count(1);
-    const auto answer = [handler = std::move(handler)](
+    const auto answer = [handler = std::move(handler), sockets = sockets.get()](
                             const httplib::Request& arrived, httplib::Response& response) {
         const auto answered = handler(requestFrom(arrived));
+        if (answered.latency > 0)
+            sockets->wait(answered.latency);
         response.status = answered.status;
-        response.set_content(answered.body, "application/json");
+        for (const auto& [name, value] : answered.headers)
+            response.set_header(name, value);
+        if (answered.isCut)
+            cut(response, answered.body);
+        else
+            response.set_content(answered.body, "application/json");
     };
     server.Get(".*", answer).Post(".*", answer).Put(".*", answer).Patch(".*", answer).Delete(".*", answer);
 
@@ -88,6 +125,7 @@ orrenby::Result<std::unique_ptr<ServiceServer>, std::string> ServiceServer::star
 
 ServiceServer::~ServiceServer()
 {
+    m_sockets->wake();
     m_sockets->server.stop();
     m_sockets->thread.join();
 }

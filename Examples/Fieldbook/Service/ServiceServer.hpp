@@ -11,8 +11,8 @@
 
 namespace fieldbook {
 
-/// Listens on 127.0.0.1, hands each request to a function, and sends what it returns. Nobody from another
-/// machine can reach it.
+/// Listens on 127.0.0.1, hands each request to a function, and sends what it returns: later or in part, if it
+/// says so. Nobody from another machine can reach it.
 ///
 /// It runs on threads of its own, so the function is called on those, several at once. Requests above 32 MiB
 /// are answered with 413. Its owner makes, asks and ends it on one thread.
@@ -24,7 +24,7 @@ public:
     /// @param port  0 for any that is free.
     static orrenby::Result<std::unique_ptr<ServiceServer>, std::string> start(Handler handler, int port = 0);
 
-    /// Waits for requests that are being answered.
+    /// Waits for requests that are being answered. What was to be sent later is sent now.
     ~ServiceServer();
     ServiceServer(const ServiceServer&) = delete;
     ServiceServer& operator=(const ServiceServer&) = delete;

@@ -9,14 +9,17 @@
 #include "Examples/Fieldbook/Tests/Loopback.hpp"
 #include "Orrenby/Platform/Scheduling/Thread.hpp"
 #include <arpa/inet.h>
+#include <atomic>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <random>
 #include <string>
 #include <sys/socket.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -51,7 +54,7 @@ protected:
     void SetUp() override
     {
         auto started = ServiceServer::start(
-            [this](const ServiceRequest& request) { return service.handle(request); });
+            [this](const ServiceRequest& request) { return spoil(service.handle(request)); });
         if (const auto problem = started.error())
             GTEST_SKIP() << *problem;
         server = std::move(started).unwrap();
@@ -107,7 +110,15 @@ protected:
     }
 
     std::string folder = ::testing::TempDir() + "fieldbook-XXXXXX";
+    /// What the answer says, without the fields that every server adds.
+    std::optional<Answer> said() const
+    {
+        return answer ? std::optional(Answer{answer->status, answer->body}) : std::nullopt;
+    }
+
     ReportService service{isAlwaysTaken};
+    /// Changes what the service answers. Set before anything is sent.
+    std::function<ServiceResponse(ServiceResponse)> spoil = [](auto response) { return response; };
     std::unique_ptr<ServiceServer> server;
     orrenby::URL url = "http://127.0.0.1"_url;
     EventLoop loop;
@@ -128,7 +139,7 @@ TEST_F(CurlTransportTest, BringsAPhotoToTheServiceByteForByte)
 
     send(std::move(request.request), std::move(request.body));
 
-    EXPECT_EQ(answer, (Answer{201, R"({"number":4,"photoBytes":2000003})"}));
+    EXPECT_EQ(said(), (Answer{201, R"({"number":4,"photoBytes":2000003})"}));
     ASSERT_THAT(service.received(), SizeIs(1));
     const auto received = service.received().front();
     EXPECT_EQ(received.report, outgoing.report);
@@ -148,7 +159,7 @@ TEST_F(CurlTransportTest, BringsAnEmptyPhoto)
 
     send(std::move(request.request), std::move(request.body));
 
-    EXPECT_EQ(answer, (Answer{201, R"({"number":4,"photoBytes":0})"}));
+    EXPECT_EQ(said(), (Answer{201, R"({"number":4,"photoBytes":0})"}));
     ASSERT_TRUE(service.received().front().photo);
     EXPECT_EQ(service.received().front().photo->content, "");
 }
@@ -163,6 +174,55 @@ TEST_F(CurlTransportTest, GivesTheAnswerThatRefuses)
     EXPECT_EQ(answer->status, 401);
     EXPECT_EQ(problemIn(answer->body), "Nobody is signed in with this token.");
     EXPECT_THAT(service.received(), IsEmpty());
+}
+
+TEST_F(CurlTransportTest, GivesTheHeaderFieldsOfTheAnswer)
+{
+    spoil = [](auto) {
+        return ServiceResponse{.status = 429, .headers = {{"Retry-After", "4"}, {"X-Empty", ""}}};
+    };
+
+    send(signInRequest(url, "ada@hut.example"_email));
+
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->status, 429);
+    EXPECT_EQ(answer->headers.value("retry-after"), "4");
+    EXPECT_EQ(answer->headers.value("Content-Type"), "application/json");
+}
+
+TEST_F(CurlTransportTest, SaysThatAnAnswerWasCut)
+{
+    spoil = [](auto response) {
+        response.isCut = true;
+        return response;
+    };
+
+    send(signInRequest(url, "ada@hut.example"_email));
+
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(failure->kind, Kind::brokenOff);
+    EXPECT_EQ(answer, std::nullopt);
+}
+
+TEST_F(CurlTransportTest, GetsALateAnswerAsSoonAsTheServiceEnds)
+{
+    std::atomic<bool> isAsked = false;
+    spoil = [&](auto response) {
+        response.latency = 3600;
+        isAsked = true;
+        return response;
+    };
+    std::thread ending([&] {
+        while (!isAsked)
+            std::this_thread::yield();
+        server.reset();
+    });
+
+    send(signInRequest(url, "ada@hut.example"_email));
+    ending.join();
+
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->status, 201);
 }
 
 TEST_F(CurlTransportTest, SaysThatNobodyListensOnceTheServiceIsGone)

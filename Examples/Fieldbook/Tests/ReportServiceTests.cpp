@@ -1,5 +1,6 @@
 #include "Examples/Fieldbook/Service/ReportService.hpp"
 
+#include "Examples/Fieldbook/ReportEncoding.hpp"
 #include "Examples/Fieldbook/Service/Mood.hpp"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -145,6 +146,125 @@ TEST_F(ReportServiceTest, TakesAReportWhenItIsInTheMood)
     EXPECT_EQ(moody.handle(put("/reports/6", signature, {report})).status, 201);
     for (int attempt = 0; attempt < 5; ++attempt)
         EXPECT_EQ(moody.handle(put("/reports/13", signature, {report})).status, 503);
+}
+
+class PostTest : public ReportServiceTest {
+protected:
+    static ServiceRequest post(const std::string& token, const std::string& key = "")
+    {
+        ServiceRequest request{"POST", "/reports",
+            {{"authorization", "Token token=\"" + token + '"'}, {"content-type", "application/json"}},
+            ropeFrayed, {}};
+        if (!key.empty())
+            request.headers.emplace("idempotency-key", key);
+        return request;
+    }
+};
+
+TEST_F(PostTest, GetsANumberOfItsOwn)
+{
+    const auto signature = token();
+    const auto first = service.handle(post(signature));
+    const auto second = service.handle(post(signature));
+
+    EXPECT_EQ(first, (ServiceResponse{201, R"({"number":10001,"photoBytes":0})"}));
+    EXPECT_EQ(second, (ServiceResponse{201, R"({"number":10002,"photoBytes":0})"}));
+    EXPECT_EQ(service.received().front().text, ropeFrayed);
+}
+
+TEST_F(PostTest, IsTakenOnceUnderOneKey)
+{
+    const auto signature = token();
+    const auto first = service.handle(post(signature, "k1"));
+    const auto again = service.handle(post(signature, "k1"));
+    const auto other = service.handle(post(signature, "k2"));
+
+    EXPECT_EQ(again, first);
+    EXPECT_EQ(other.body, R"({"number":10002,"photoBytes":0})");
+    EXPECT_THAT(service.received(), SizeIs(2));
+}
+
+TEST_F(PostTest, KeepsItsNumberAlsoWhenItIsTakenLater)
+{
+    ReportService moody(isTakenWhenMoody);
+    const auto answer = moody.handle(signIn(R"({"address": "ada@hut.example"})")).body;
+    const auto signature = answer.substr(answer.find(':') + 2, 36);
+
+    EXPECT_EQ(moody.handle(post(signature, "k1")).status, 503); // 10001 is taken at the third attempt
+    EXPECT_EQ(moody.handle(post(signature, "k2")).status, 201); // 10002 at the first
+    EXPECT_EQ(moody.handle(post(signature, "k1")).status, 503);
+    EXPECT_EQ(moody.handle(post(signature, "k1")).body, R"({"number":10001,"photoBytes":0})");
+}
+
+TEST_F(PostTest, HasKeysForEachPerson)
+{
+    const auto bo = service.handle(signIn(R"({"address": "bo@hut.example"})")).body;
+
+    service.handle(post(token(), "k1"));
+    service.handle(post(bo.substr(bo.find(':') + 2, 36), "k1"));
+
+    EXPECT_THAT(service.received(), SizeIs(2));
+}
+
+TEST_F(PostTest, IsRefusedWithoutAToken) { EXPECT_EQ(service.handle(post("")).status, 401); }
+
+TEST_F(PostTest, MayHaveParts)
+{
+    auto request = post(token());
+    request.headers["content-type"] = "multipart/form-data; boundary=x";
+    request.body.clear();
+    request.parts = {report, photo};
+
+    EXPECT_EQ(service.handle(request).body, R"({"number":10001,"photoBytes":7})");
+}
+
+TEST_F(PostTest, IsRefusedAsAnythingElse)
+{
+    auto request = post(token());
+    request.headers["content-type"] = "text/plain";
+
+    EXPECT_EQ(service.handle(request).status, 400);
+    EXPECT_EQ(service.handle({"DELETE", "/reports", {}, {}, {}}).status, 405);
+}
+
+TEST_F(PostTest, JoinsTheListBehindWhatTheServiceHadToTell)
+{
+    const auto told = Report{"Ladder gone", "Weir", "Ada", Severity::low, {}};
+    ReportService telling({.feed = {told}});
+    const auto answer = telling.handle(signIn(R"({"address": "ada@hut.example"})")).body;
+    const auto signature = answer.substr(answer.find(':') + 2, 36);
+    telling.handle(post(signature));
+    telling.handle(put("/reports/4", signature, {photo, report}));
+
+    const auto list = telling.handle({"GET", "/reports", {}, {}, {}});
+
+    EXPECT_EQ(list.status, 200);
+    EXPECT_EQ(list.body, encodedReports({told, {"Rope frayed", "Quay", "Nils", Severity::high, {}}}));
+}
+
+TEST_F(ReportServiceTest, ListsNothingWhereNothingIsToBeTold)
+{
+    EXPECT_THAT(
+        service.handle({"GET", "/reports", {}, {}, {}}).body, ::testing::MatchesRegex("\\[\\s*\\]\n"));
+}
+
+TEST_F(ReportServiceTest, HandsOnWhatItTakesAndSaysWhyItCannotBeKept)
+{
+    std::vector<int> kept;
+    ReportService keeping({.keep = [&](const ReceivedReport& received) -> std::optional<std::string> {
+        kept.push_back(received.number);
+        return received.number == 4 ? std::optional<std::string>("no space") : std::nullopt;
+    }});
+    const auto answer = keeping.handle(signIn(R"({"address": "ada@hut.example"})")).body;
+    const auto signature = answer.substr(answer.find(':') + 2, 36);
+
+    const auto refused = keeping.handle(put("/reports/4", signature, {report}));
+    const auto taken = keeping.handle(put("/reports/5", signature, {report}));
+
+    EXPECT_EQ(refused, (ServiceResponse{507, R"({"problem":"The report cannot be kept: no space"})"}));
+    EXPECT_EQ(taken.status, 201);
+    EXPECT_THAT(kept, ElementsAre(4, 5));
+    EXPECT_THAT(keeping.received(), SizeIs(1));
 }
 
 } // namespace

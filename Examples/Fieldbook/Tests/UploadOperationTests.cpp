@@ -175,6 +175,38 @@ TEST_F(UploadOperationTest, GivesUpWhenTheScheduleIsOver)
     EXPECT_EQ(queue.operationCount(), 0U);
 }
 
+TEST_F(UploadOperationTest, WaitsAsLongAsTheServiceAsks)
+{
+    upload({{429, "{}", {{"Retry-After", "7"}}}, taken});
+
+    world.runAll();
+
+    EXPECT_THAT(steps,
+        ElementsAre(
+            Told(0, Step::begins), Told(0.5, Step::waits), Told(7.5, Step::begins), Told(8, Step::isSent)));
+    EXPECT_EQ(told[1].seconds, 7);
+}
+
+TEST_F(UploadOperationTest, WaitsNoLessThanPlannedWhereTheServiceAsksForLess)
+{
+    upload({{503, "{}", {{"Retry-After", "1"}}}, taken});
+
+    world.runAll();
+
+    EXPECT_THAT(steps,
+        ElementsAre(
+            Told(0, Step::begins), Told(0.5, Step::waits), Told(2.5, Step::begins), Told(3, Step::isSent)));
+}
+
+TEST_F(UploadOperationTest, GivesUpAServiceThatAsksForTooLong)
+{
+    upload({{429, "{}", {{"Retry-After", "301"}}}, taken});
+
+    world.runAll();
+
+    EXPECT_THAT(steps, ElementsAre(Told(0, Step::begins), Told(0.5, Step::isGivenUp)));
+}
+
 TEST_F(UploadOperationTest, DoesNotAskAgainWhenTheServiceDoesNotWantTheReport)
 {
     upload({{400, "no JSON"}});
