@@ -6,7 +6,6 @@
 #include "Orrenby/Foundation/AnyEntries.hpp"
 #include "Orrenby/Foundation/Arrays.hpp"
 #include "Orrenby/Foundation/BaseManagedObject.hpp"
-#include "Orrenby/Foundation/Chrono.hpp"
 #include "Orrenby/Foundation/Countdowns.hpp"
 #include "Orrenby/Foundation/Dates/DateDifferences.hpp"
 #include "Orrenby/Foundation/Dates/DateFormatters.hpp"

@@ -45,8 +45,8 @@ DecodingSession::~DecodingSession() = default;
 
 DecodingSession::Extras& DecodingSession::extras()
 {
-    if (m_extras == nullptr)
-        m_extras = std::make_unique<Extras>();
+    if (!m_extras)
+        m_extras = Owned<Extras>::make();
     return *m_extras;
 }
 

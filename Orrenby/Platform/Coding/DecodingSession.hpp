@@ -9,6 +9,7 @@
 #include "Orrenby/Platform/Coding/JSONDocument.hpp"
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Dictionary.hpp"
+#include "Orrenby/Platform/Objects/Owned.hpp"
 #include <cstddef>
 #include <memory>
 #include <span>
@@ -55,7 +56,7 @@ private:
 
     const JSONDocument m_document;
     const JSONDecodingOptions& m_options;
-    std::unique_ptr<Extras> m_extras;
+    Owned<Extras> m_extras;
 };
 
 /// A value of the document, and the way to it. `JSONDocument::absent` reads as null.

@@ -70,8 +70,8 @@ JSONDocument::Node JSONDocument::find(Node object, std::string_view key) const
 
 JSONDocument::Node JSONDocument::findIndexed(Node object, std::string_view key, Node& cursor) const
 {
-    if (m_wideObjects == nullptr)
-        m_wideObjects = std::make_unique<WideObjects>();
+    if (!m_wideObjects)
+        m_wideObjects = detail::Owned<WideObjects>::make();
     const auto [entry, isNew] = m_wideObjects->indexes.try_emplace(object);
     auto& index = entry->second;
     if (isNew)

@@ -7,9 +7,9 @@
 #include "Orrenby/Platform/Coding/JSONTable.hpp"
 #include "Orrenby/Platform/Coding/TextPosition.hpp"
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Owned.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -97,7 +97,7 @@ private:
 
     std::string m_converted; ///< Of a text in UTF-16 or UTF-32.
     detail::JSONTable m_table;
-    mutable std::unique_ptr<WideObjects> m_wideObjects;
+    mutable detail::Owned<WideObjects> m_wideObjects;
 };
 
 } // namespace orrenby

@@ -32,7 +32,7 @@ void deliver(detail::NotificationRegistration& registration, const Notification&
 } // namespace
 
 NotificationCenter::NotificationCenter()
-    : m_index(std::make_unique<detail::NotificationIndex>())
+    : m_index(detail::Owned<detail::NotificationIndex>::make())
 {}
 
 NotificationCenter::~NotificationCenter() = default;

@@ -4,6 +4,7 @@
 /// Where notifications are posted and observed.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Owned.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/Trace.hpp"
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
@@ -97,7 +98,7 @@ public:
     std::size_t observerCount() const;
 
 private:
-    const std::unique_ptr<detail::NotificationIndex> m_index;
+    const detail::Owned<detail::NotificationIndex> m_index;
 };
 
 } // namespace orrenby

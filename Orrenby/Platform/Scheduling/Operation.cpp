@@ -229,7 +229,7 @@ Ref<detail::OperationQueueCore> Operation::queue() const
 detail::OperationExtras& Operation::extras()
 {
     if (!m_extras)
-        m_extras = std::make_unique<detail::OperationExtras>();
+        m_extras = detail::Owned<detail::OperationExtras>::make();
     return *m_extras;
 }
 

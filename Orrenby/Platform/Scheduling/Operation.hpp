@@ -7,6 +7,7 @@
 #include "Orrenby/Platform/Objects/Any.hpp"
 #include "Orrenby/Platform/Objects/Lifetime.hpp"
 #include "Orrenby/Platform/Objects/Object.hpp"
+#include "Orrenby/Platform/Objects/Owned.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
 #include "Orrenby/Platform/Observing/ObservableObject.hpp"
@@ -175,7 +176,7 @@ private:
     std::atomic<bool> m_isFinishNoticed = false;
     std::atomic<std::size_t> m_openDependencies = 0;
     mutable std::mutex m_mutex;
-    std::unique_ptr<detail::OperationExtras> m_extras; ///< Made when first needed.
+    detail::Owned<detail::OperationExtras> m_extras; ///< Made when first needed.
     detail::OperationPlace m_place;
 };
 

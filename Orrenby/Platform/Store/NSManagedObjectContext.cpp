@@ -36,7 +36,7 @@ NSManagedObjectContext::NSManagedObjectContext(Ref<PersistentStore> store)
     if (store == nullptr)
         fatalError("A context has a store or a parent", "Platform/NSManagedObjectContext", 40);
     auto& source = *store->m_core;
-    m_state = std::make_unique<ContextState>(*this, std::move(store), source);
+    m_state = detail::Owned<ContextState>::make(*this, std::move(store), source);
 }
 
 NSManagedObjectContext::NSManagedObjectContext(Ref<NSManagedObjectContext> parent)
@@ -44,7 +44,7 @@ NSManagedObjectContext::NSManagedObjectContext(Ref<NSManagedObjectContext> paren
 {
     if (parent == nullptr)
         fatalError("A context has a store or a parent", "Platform/NSManagedObjectContext", 49);
-    m_state = std::make_unique<ContextState>(*this, std::move(parent));
+    m_state = detail::Owned<ContextState>::make(*this, std::move(parent));
 }
 
 NSManagedObjectContext::~NSManagedObjectContext() = default;

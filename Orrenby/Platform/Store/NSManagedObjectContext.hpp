@@ -7,6 +7,7 @@
 #include "Orrenby/Platform/Objects/Dictionary.hpp"
 #include "Orrenby/Platform/Objects/Lifetime.hpp"
 #include "Orrenby/Platform/Objects/Never.hpp"
+#include "Orrenby/Platform/Objects/Owned.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/Result.hpp"
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
@@ -191,7 +192,7 @@ private:
 
     Dictionary m_userInfo;
     DispatchQueue m_queue;
-    std::unique_ptr<detail::ContextState> m_state;
+    detail::Owned<detail::ContextState> m_state;
 };
 
 } // namespace orrenby

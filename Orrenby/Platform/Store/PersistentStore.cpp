@@ -28,7 +28,7 @@ PersistentStore::PersistentStore(
 {
     if (m_model == nullptr)
         fatalError("A store has a model", "Platform/PersistentStore", 31);
-    m_core = std::make_unique<detail::StoreCore>(*m_model, settings);
+    m_core = detail::Owned<detail::StoreCore>::make(*m_model, settings);
 }
 
 PersistentStore::~PersistentStore() = default;

@@ -4,6 +4,7 @@
 /// A store: one file of objects, or one in memory.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Owned.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/Result.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
@@ -59,7 +60,7 @@ private:
     friend class NSManagedObjectContext;
 
     Ref<const NSManagedObjectModel> m_model;
-    std::unique_ptr<detail::StoreCore> m_core;
+    detail::Owned<detail::StoreCore> m_core;
 };
 
 } // namespace orrenby

@@ -5,16 +5,14 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Any.hpp"
+#include "Orrenby/Platform/Objects/Owned.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
 #include "Orrenby/Platform/Store/StoreSettings.hpp"
 #include <cstdint>
 #include <functional>
-#include <map>
-#include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -51,24 +49,24 @@ public:
     /// Takes one object on its way; what it throws ends the migration.
     using Change = std::function<void(MigratedObject& object)>;
 
+    MigrationMapping();
+    MigrationMapping(const MigrationMapping& other);
+    MigrationMapping& operator=(const MigrationMapping& other);
+    ~MigrationMapping();
+
     /// The objects of entity `from` go on as those of entity `to`.
-    void renameEntity(std::string from, std::string to) { m_entities[std::move(to)] = std::move(from); }
+    void renameEntity(std::string from, std::string to);
 
     /// The values under the key `from` go on under the key `to`. The entity is named as it is in the later
     /// version.
-    void renameKey(std::string entity, std::string from, std::string to)
-    {
-        m_keys[{std::move(entity), std::move(to)}] = std::move(from);
-    }
+    void renameKey(std::string entity, std::string from, std::string to);
+
     /// Gives up all objects of an entity.
-    void dropEntity(std::string entity) { m_droppedEntities.insert(std::move(entity)); }
+    void dropEntity(std::string entity);
     /// Gives up the values of an attribute, or a relationship.
-    void dropKey(std::string entity, std::string key)
-    {
-        m_droppedKeys.emplace(std::move(entity), std::move(key));
-    }
+    void dropKey(std::string entity, std::string key);
     /// Called for every object, after the values that stay were taken over.
-    void change(std::string entity, Change change) { m_changes[std::move(entity)] = std::move(change); }
+    void change(std::string entity, Change change);
 
     /// For the migration: what an entity or key of the later version is called in the earlier one; the same
     /// name when nothing was said.
@@ -76,21 +74,15 @@ public:
     const std::string& oldKey(const std::string& entity, const std::string& key) const;
 
     /// For the migration: whether an entity or key of the earlier version is given up.
-    bool isDropped(const std::string& entity) const { return m_droppedEntities.count(entity) != 0; }
-    bool isDropped(const std::string& entity, const std::string& key) const
-    {
-        return m_droppedKeys.count({entity, key}) != 0;
-    }
+    bool isDropped(const std::string& entity) const;
+    bool isDropped(const std::string& entity, const std::string& key) const;
 
     /// For the migration: what was said by `change`, or `nullptr`.
     const Change* changeFor(const std::string& entity) const;
 
 private:
-    std::map<std::string, std::string> m_entities;
-    std::map<std::pair<std::string, std::string>, std::string> m_keys;
-    std::set<std::string> m_droppedEntities;
-    std::set<std::pair<std::string, std::string>> m_droppedKeys;
-    std::map<std::string, Change> m_changes;
+    struct Rules;
+    detail::Owned<Rules> m_rules;
 };
 
 /// A step from one version of a model to the next.

@@ -108,7 +108,7 @@ struct DataDetector::Scan::State {
 };
 
 DataDetector::Scan::Scan(const DataDetector& detector, std::string_view text)
-    : m_state(std::make_unique<State>(detector.kinds(), text))
+    : m_state(detail::Owned<State>::make(detector.kinds(), text))
 {}
 
 DataDetector::Scan::Scan(Scan&&) noexcept = default;

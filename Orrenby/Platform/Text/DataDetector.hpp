@@ -4,9 +4,9 @@
 /// Finds links, mail addresses, telephone numbers and postal addresses in text.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Owned.hpp"
 #include "Orrenby/Platform/Text/DataMatch.hpp"
 #include <cstddef>
-#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -79,7 +79,7 @@ public:
 
 private:
     struct State;
-    std::unique_ptr<State> m_state;
+    detail::Owned<State> m_state;
 };
 
 } // namespace orrenby

@@ -55,7 +55,7 @@ struct CacheCore::Contents {
 };
 
 CacheCore::CacheCore()
-    : m_contents(std::make_unique<Contents>())
+    : m_contents(Owned<Contents>::make())
 {}
 
 CacheCore::~CacheCore() = default;

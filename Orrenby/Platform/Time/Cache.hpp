@@ -4,6 +4,7 @@
 /// Keeps what is costly to make, as long as there is room.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Owned.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include <cstddef>
 #include <functional>
@@ -42,7 +43,7 @@ public:
 
 private:
     struct Contents;
-    std::unique_ptr<Contents> m_contents;
+    Owned<Contents> m_contents;
 };
 
 template <class Key> struct CacheLookup {

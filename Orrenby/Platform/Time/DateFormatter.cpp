@@ -264,7 +264,7 @@ struct DateFormatter::Parts {
 };
 
 DateFormatter::DateFormatter()
-    : m_parts(std::make_unique<Parts>())
+    : m_parts(detail::Owned<Parts>::make())
 {}
 
 DateFormatter::~DateFormatter() = default;

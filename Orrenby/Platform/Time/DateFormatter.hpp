@@ -4,6 +4,7 @@
 /// Dates as text, and back.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Owned.hpp"
 #include "Orrenby/Platform/Time/Date.hpp"
 #include "Orrenby/Platform/Time/Locale.hpp"
 #include "Orrenby/Platform/Time/TimeZone.hpp"
@@ -112,7 +113,7 @@ private:
     struct Parts;
     void change();
 
-    std::unique_ptr<Parts> m_parts;
+    detail::Owned<Parts> m_parts;
     bool m_isTimestamp = false; ///< The format, locale and zone are those of the server.
 };
 
