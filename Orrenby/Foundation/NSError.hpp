@@ -24,15 +24,21 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A literal, or none. An empty literal is a text.
 class OptionalStaticText {
 public:
+    /// None.
     constexpr OptionalStaticText(std::nullopt_t = std::nullopt) {}
+
+    /// A literal that was kept.
     constexpr OptionalStaticText(StaticText text)
         : m_text(text)
     {}
+
+    /// A literal; anything else does not compile.
     template <std::size_t N>
     consteval OptionalStaticText(const char (&text)[N])
         : m_text(StaticText(text))
     {}
 
+    /// The literal, or nothing.
     constexpr std::optional<StaticText> get() const noexcept { return m_text; }
 
 private:
@@ -41,11 +47,11 @@ private:
 
 /// What `makeNSError` makes an error from.
 struct NSErrorOptions {
-    StaticText domain = "";
-    std::int64_t code = 0;
+    StaticText domain = ""; ///< Whose codes these are.
+    std::int64_t code = 0;  ///< What the domain calls it.
     /// Without one the domain's text stands in its place.
     OptionalStaticText description = std::nullopt;
-    std::optional<Dictionary> userInfo = std::nullopt;
+    std::optional<Dictionary> userInfo = std::nullopt; ///< Further entries; none without it.
 };
 
 /// Makes an error from literals, whose entries in a log can be grouped by their texts.

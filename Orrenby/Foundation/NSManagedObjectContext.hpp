@@ -36,7 +36,7 @@ ORRENBY_EXPORT void setIsValid(const Ref<NSManagedObjectContext>& context, bool 
 
 /// Options of `set`.
 struct ContextValidity {
-    bool valid = false;
+    bool valid = false; ///< What the context is marked as.
     /// Whether the context's parent is marked as well, if there is one. The parent's own parent never is.
     bool withParent = false;
 };

@@ -12,9 +12,9 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// What `saltedHash` puts between the slices of a text.
 struct SaltedHashPieces {
-    std::string first = "k3x";
-    std::string second = "p9q";
-    std::string third = "z2w7";
+    std::string first = "k3x";  ///< Behind the last five characters.
+    std::string second = "p9q"; ///< Behind the first two.
+    std::string third = "z2w7"; ///< Behind the three in the middle.
 
     friend bool operator==(const SaltedHashPieces&, const SaltedHashPieces&) = default;
 };
@@ -38,6 +38,8 @@ class ORRENBY_EXPORT SaltedHash {
 public:
     SaltedHash() = delete;
 
+    /// Those that were set last. The reference lives as long as the process; reading it is not synchronised
+    /// with setting.
     static const SaltedHashPieces& pieces() noexcept;
 
     /// To be set at the application's start, before the first hash. Not synchronised.

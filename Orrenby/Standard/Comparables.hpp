@@ -11,9 +11,9 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// The bounds of `isBetween`. Without `inclusive` the bounds themselves are not between them.
 template <class T> struct Between {
-    T min{};
-    T max{};
-    bool inclusive = true;
+    T min{};               ///< The lower bound.
+    T max{};               ///< The upper bound; below `min`, nothing lies between them.
+    bool inclusive = true; ///< Whether the bounds themselves count.
 };
 
 /// The value, or the bound of the range that it lies beyond.

@@ -39,6 +39,7 @@ ORRENBY_EXPORT Dictionary nestedErrorUserInfo(
 /// Not synchronised.
 template <class Derived> class ORRENBY_EXPORT NestedError : public CustomNSError<Derived> {
 public:
+    /// The number of the error within its type: that of `rawValue()`. A type without one declares it again.
     std::int64_t code() const
     {
         static_assert(
@@ -84,6 +85,7 @@ protected:
 /// Base of an error type that is declared at top level. In all else a `NestedError`.
 template <class Derived> class ORRENBY_EXPORT GlobalError : public NestedError<Derived> {
 public:
+    /// There is no parent.
     using ParentType = void;
 
 protected:

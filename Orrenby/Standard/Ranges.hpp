@@ -19,6 +19,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A plain value. Not synchronised.
 template <class Bound> class Range {
 public:
+    /// A lower bound above the upper ends the process.
     constexpr Range(Bound lower, Bound upper)
         : m_lower(std::move(lower))
         , m_upper(std::move(upper))
@@ -27,9 +28,16 @@ public:
             fatalError("The lower bound of a range is above its upper bound", "Standard/Ranges", 20);
     }
 
+    /// The first value that belongs to it, unless it is empty.
     constexpr const Bound& lowerBound() const noexcept { return m_lower; }
+
+    /// The first value behind it.
     constexpr const Bound& upperBound() const noexcept { return m_upper; }
+
+    /// Whether the bounds are equal, so that nothing belongs to it.
     constexpr bool isEmpty() const { return m_lower == m_upper; }
+
+    /// Whether lower ≤ value < upper.
     constexpr bool contains(const Bound& value) const { return m_lower <= value && value < m_upper; }
 
     /// `1..<3`
@@ -45,6 +53,7 @@ private:
 /// As `Range`, but the upper bound belongs to it, so that it is never empty.
 template <class Bound> class ClosedRange {
 public:
+    /// A lower bound above the upper ends the process.
     constexpr ClosedRange(Bound lower, Bound upper)
         : m_lower(std::move(lower))
         , m_upper(std::move(upper))
@@ -53,8 +62,13 @@ public:
             fatalError("The lower bound of a range is above its upper bound", "Standard/Ranges", 45);
     }
 
+    /// The first value that belongs to it.
     constexpr const Bound& lowerBound() const noexcept { return m_lower; }
+
+    /// The last value that belongs to it.
     constexpr const Bound& upperBound() const noexcept { return m_upper; }
+
+    /// Whether lower ≤ value ≤ upper.
     constexpr bool contains(const Bound& value) const { return m_lower <= value && value <= m_upper; }
 
     /// `1...3`

@@ -51,6 +51,7 @@ template <class Failure> std::optional<Failure> failureFrom(const std::exception
 ///
 /// @snippet Tests/Standard/ResultDecodingTests.cpp Decoding what can be decoded
 template <DecodableType Success, class Failure> struct Decodable<Result<Success, Failure>> {
+    /// Throws only what a `Failure` cannot hold.
     static Result<Success, Failure> decode(const Decoder& decoder)
     {
         using Outcome = Result<Success, Failure>;

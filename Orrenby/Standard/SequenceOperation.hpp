@@ -32,12 +32,14 @@ using SequenceElement = std::remove_cvref_t<decltype(*std::begin(std::declval<st
 /// It keeps copies of its arguments. Safe to use from several threads when what it calls is.
 template <class F, class... Arguments> class BoundSequenceOperation {
 public:
+    /// Made by the operations; takes the arguments.
     template <class... A>
     constexpr explicit BoundSequenceOperation(F function, A&&... arguments)
         : m_function(std::move(function))
         , m_arguments(std::forward<A>(arguments)...)
     {}
 
+    /// Runs the operation over the sequence, whose elements it copies.
     template <Sequence S> friend constexpr auto operator|(S&& sequence, BoundSequenceOperation operation)
     {
         return std::apply([&](auto&... arguments) { return operation.m_function(sequence, arguments...); },

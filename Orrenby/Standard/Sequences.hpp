@@ -22,8 +22,8 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// The elements of a sequence for which a predicate held, and those for which it did not.
 template <class Element> struct SeparatedElements {
-    std::vector<Element> matching;
-    std::vector<Element> notMatching;
+    std::vector<Element> matching;    ///< Those for which it held, in their order.
+    std::vector<Element> notMatching; ///< The others, in their order.
 
     /// `matching [1, 3], notMatching [2]`
     std::string description() const

@@ -28,21 +28,33 @@ namespace orrenby::inline ORRENBY_ABI {
 /// wins.
 class ORRENBY_EXPORT DateFormatters {
 public:
+    /// Formatters by their keys.
     using FormatterCache = Cache<std::string, DateFormatter>;
 
+    /// Of `default_()`.
     static constexpr std::string_view kDefaultDateFormatterKey = "kDefaultDateFormatterKey";
+
+    /// Of `spotifyTopArtist()`.
     static constexpr std::string_view XOLMSpotifyTopArtistDateFormatterKey
         = "XOLMSpotifyTopArtistDateFormatterKey";
+    /// Of `birthday()`.
     static constexpr std::string_view XOLMBirthdayDateFormatterKey = "XOLMBirthdayDateFormatterKey";
+    /// Of `chatPrimary()`.
     static constexpr std::string_view XOLMChatPrimaryDateFormatterKey = "XOLMChatPrimaryDateFormatterKey";
     /// The text differs from the name: "DateYear" where the name has "YearDate".
     static constexpr std::string_view XOLMChatPrimaryYearDateFormatterKey
         = "XOLMChatPrimaryDateYearFormatterKey";
+    /// Of `chatWeekday()`.
     static constexpr std::string_view XOLMChatWeekDayDateFormatterKey = "XOLMChatWeekDayDateFormatterKey";
+    /// Of `chatCreated()`.
     static constexpr std::string_view XOLMChatCreatedDateFormatterKey = "XOLMChatCreatedDateFormatterKey";
+    /// Of `chatMatch()`.
     static constexpr std::string_view XOLMChatMatchDateFormatterKey = "XOLMChatMatchDateFormatterKey";
+
+    /// Of `chatTime()`.
     static constexpr std::string_view XOLMChatTimeSupplementaryDateFormatterKey
         = "XOLMChatTimeSupplementaryDateFormatterKey";
+    /// Of `feedFull()`.
     static constexpr std::string_view XOLMFeedFullDateFormatterKey = "XOLMFeedFullDateFormatterKey";
 
     DateFormatters() = delete;

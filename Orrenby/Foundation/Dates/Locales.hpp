@@ -60,6 +60,7 @@ public:
     /// lower case differ. False when there is no language.
     static bool isActiveLanguage(std::string_view code);
 
+    /// `isActiveLanguage` with "en", "de", "fr", "ko", "ja", "id".
     static bool isActiveLanguageEnglish();
     static bool isActiveLanguageGerman();
     static bool isActiveLanguageFrench();
@@ -101,6 +102,7 @@ inline constexpr Locales::LanguageCode allCases<Locales::LanguageCode>[] = {Loca
 template <> struct RawRepresentation<Locales::LanguageCode> {
     using RawValue = std::string;
 
+    /// What stands for the language and its region, such as "en_US".
     ORRENBY_EXPORT static std::string rawValue(Locales::LanguageCode code);
     /// Nothing for other texts, "en" among them.
     ORRENBY_EXPORT static std::optional<Locales::LanguageCode> make(std::string_view text) noexcept;

@@ -18,8 +18,8 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// A plain value: copying it copies the bytes. Not synchronised.
 struct HTTPBodyFormDataPart {
-    Data data = {};
-    std::string mimetype = {};
+    Data data = {};            ///< The content of the file.
+    std::string mimetype = {}; ///< As it is written in the part's head: `image/jpeg`.
 
     /// `image/jpeg, 3 bytes`
     ORRENBY_EXPORT std::string description() const;

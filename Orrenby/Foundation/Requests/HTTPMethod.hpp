@@ -24,9 +24,11 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A plain value of one word. Not synchronised.
 class HTTPMethod {
 public:
+    /// The six, for `switch`.
     enum Case : int { get, post, put, delete_, patch, head };
     using RawValue = std::string;
 
+    /// One of the six; `get` without any.
     constexpr HTTPMethod(Case value = get) noexcept
         : m_case(value)
     {}
@@ -34,6 +36,7 @@ public:
     /// The method with a raw value; nothing for any other text, "GET" included.
     ORRENBY_EXPORT static std::optional<HTTPMethod> make(std::string_view rawValue) noexcept;
 
+    /// For comparing and for `switch`.
     constexpr operator Case() const noexcept { return m_case; }
 
     /// "get", "post", "put", "delete", "patch" or "head".
@@ -49,6 +52,7 @@ private:
     Case m_case;
 };
 
+/// In the order of their declaration.
 template <>
 inline constexpr std::array allCases<HTTPMethod> = {HTTPMethod(HTTPMethod::get), HTTPMethod(HTTPMethod::post),
     HTTPMethod(HTTPMethod::put), HTTPMethod(HTTPMethod::delete_), HTTPMethod(HTTPMethod::patch),

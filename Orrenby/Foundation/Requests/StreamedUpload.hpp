@@ -18,8 +18,8 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// A file and the media type of its content: what `HTTPBodyFormDataPart` is for bytes in memory.
 struct HTTPBodyFile {
-    std::string path = {};
-    std::string mimetype = {};
+    std::string path = {};     ///< Where it lies.
+    std::string mimetype = {}; ///< As it is written in the part's head: `image/jpeg`.
 
     /// `image/jpeg, "photo.jpg"`
     ORRENBY_EXPORT std::string description() const;
@@ -37,8 +37,8 @@ struct StreamedUploadOptions {
 
 /// A body to be sent piece by piece, and the value of the header field "Content-Type" that belongs to it.
 struct StreamedUpload {
-    std::string contentType = {};
-    BodyStream body = {};
+    std::string contentType = {}; ///< With the boundary of this body.
+    BodyStream body = {};         ///< Read once, from its beginning.
 };
 
 /// Makes a body that uploads a photo or a video from a file: the same bytes as those of `attaching`, for
@@ -57,10 +57,10 @@ ORRENBY_EXPORT Result<StreamedUpload, BodyStreamError> tryMakeStreamedUpload(
 
 /// A part whose value is the content of a file; see BodyPart.
 struct BodyFilePart {
-    std::string_view key = {};
-    std::string_view path = {};
-    std::string_view boundary = {};
-    std::string_view contentType = {};
+    std::string_view key = {};         ///< The name of the field.
+    std::string_view path = {};        ///< Where the file lies.
+    std::string_view boundary = {};    ///< The text between parts, without the hyphens in front of it.
+    std::string_view contentType = {}; ///< As it is written in the part's head.
 };
 
 /// Adds one part to a body, as `addingBodyPart` adds it to a request. The value is copied; without one,

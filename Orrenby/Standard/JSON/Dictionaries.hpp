@@ -22,8 +22,8 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// The entries of a dictionary for which a predicate held, and those for which it did not.
 template <class AnyDictionary> struct SeparatedEntries {
-    AnyDictionary matching;
-    AnyDictionary notMatching;
+    AnyDictionary matching;    ///< Those for which it held, in their order.
+    AnyDictionary notMatching; ///< The others, in their order.
 
     friend bool operator==(const SeparatedEntries&, const SeparatedEntries&) = default;
 };
@@ -34,6 +34,7 @@ template <class AnyDictionary> struct SeparatedEntries {
 /// @snippet Tests/Standard/JSON/DictionariesTests.cpp Working with dictionaries
 ORRENBY_EXPORT Dictionary operator+(Dictionary first, const Dictionary& second);
 
+/// The same for the maps of the standard library.
 template <template <class...> class Map, class... Parameter>
     requires detail::DictionaryKind<Map<Parameter...>> Map<Parameter...>
 operator+(Map<Parameter...> first, const Map<Parameter...>& second)

@@ -91,6 +91,7 @@ std::optional<std::vector<detail::JSONTransformed<F, T>>> mapOptionalList(
 // The same as outcomes, which throw nothing. Where a transform could throw anything, the failure is any
 // error.
 
+/// The outcome of `get`; throws nothing.
 template <detail::JSONRequestable T>
 Result<T, JSONError> tryGet(const Dictionary& dictionary, std::string_view key)
 {
@@ -103,6 +104,7 @@ Result<T, JSONError> tryGet(const Dictionary& dictionary, std::string_view key)
     return Outcome::failure(JSONError::typeMismatch(key, *value));
 }
 
+/// The outcome of `getOptional`; throws nothing.
 template <detail::JSONRequestable T>
 Result<std::optional<T>, JSONError> tryGetOptional(const Dictionary& dictionary, std::string_view key)
 {
@@ -115,24 +117,28 @@ Result<std::optional<T>, JSONError> tryGetOptional(const Dictionary& dictionary,
     return Outcome::failure(JSONError::typeMismatch(key, *value));
 }
 
+/// The outcome of `map`. Where the transform could throw anything, the failure is any error.
 template <detail::JSONRequestable T, detail::JSONTransform<T> F>
 auto tryMap(const Dictionary& dictionary, std::string_view key, F&& transform)
 {
     return detail::outcomeOf([&] { return map<T>(dictionary, key, transform); });
 }
 
+/// The outcome of `mapOptional`. Where the transform could throw anything, the failure is any error.
 template <detail::JSONRequestable T, detail::JSONTransform<T> F>
 auto tryMapOptional(const Dictionary& dictionary, std::string_view key, F&& transform)
 {
     return detail::outcomeOf([&] { return mapOptional<T>(dictionary, key, transform); });
 }
 
+/// The outcome of `mapList`. Where the transform could throw anything, the failure is any error.
 template <detail::JSONRequestable T, detail::JSONTransform<T> F>
 auto tryMapList(const Dictionary& dictionary, std::string_view key, F&& transform)
 {
     return detail::outcomeOf([&] { return mapList<T>(dictionary, key, transform); });
 }
 
+/// The outcome of `mapOptionalList`. Where the transform could throw anything, the failure is any error.
 template <detail::JSONRequestable T, detail::JSONTransform<T> F>
 auto tryMapOptionalList(const Dictionary& dictionary, std::string_view key, F&& transform)
 {

@@ -21,6 +21,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A value was encoded as something other than a JSON object, so that it has no dictionary.
 class ORRENBY_EXPORT InvalidJSONTypeError final : public GlobalError<InvalidJSONTypeError> {
 public:
+    /// Always 1: there is one kind.
     std::int64_t code() const noexcept { return 1; }
 
     /// `invalidType`

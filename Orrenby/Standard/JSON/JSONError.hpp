@@ -39,6 +39,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// never throw. Safe to use from several threads.
 class ORRENBY_EXPORT JSONError final : public GlobalError<JSONError> {
 public:
+    /// What was wrong, see the table above.
     enum class Kind : std::uint8_t {
         KeyNotFound,
         TypeMismatch,
@@ -49,17 +50,31 @@ public:
         FailedDictionaryCast
     };
 
+    /// A dictionary lacks the member.
     static JSONError keyNotFound(std::string_view key);
+
+    /// The member is of another type than was asked for; `value` is what it holds.
     static JSONError typeMismatch(std::string_view key, Any value);
+
+    /// The member's value became nothing; `value` is what it holds.
     static JSONError transformFailed(std::string_view key, Any value);
+
+    /// The member would be "not a number".
     static JSONError valueIsNaN(std::string_view key, Any value);
+
+    /// The member would be infinite.
     static JSONError valueIsInfinity(std::string_view key, Any value);
+
+    /// The bytes are no JSON object.
     static JSONError invalidData(Data data);
+
+    /// A member is no dictionary.
     static JSONError failedDictionaryCast(std::string_view key);
 
     JSONError(const JSONError&) noexcept = default;
     JSONError& operator=(const JSONError&) noexcept = default;
 
+    /// Which of the kinds it is.
     Kind kind() const noexcept;
 
     /// Of the member; empty for `invalidData`.
@@ -71,6 +86,7 @@ public:
     /// The bytes of `invalidData`; empty for the other kinds.
     const Data& data() const noexcept;
 
+    /// The number of the kind, see the table above.
     std::int64_t code() const noexcept;
     std::string description() const override;
 

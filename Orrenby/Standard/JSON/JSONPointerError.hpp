@@ -31,6 +31,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A handle: copies share one immutable content and never throw. Safe to use from several threads.
 class ORRENBY_EXPORT JSONPointerError final : public GlobalError<JSONPointerError> {
 public:
+    /// Why there is nothing.
     enum class Kind : std::uint8_t {
         Malformed,     ///< The text is no JSON pointer.
         NotFound,      ///< A dictionary lacks the member, or a list is too short.
@@ -39,8 +40,9 @@ public:
         TypeMismatch   ///< The value is of another type.
     };
 
+    /// What is known of it.
     struct Content {
-        Kind kind = Kind::Malformed;
+        Kind kind = Kind::Malformed; ///< Why there is nothing.
         /// The text of the pointer, up to and including the step that failed; all of it when it is malformed.
         /// Empty for the root.
         std::string pointer = {};
@@ -54,15 +56,24 @@ public:
         friend bool operator==(const Content&, const Content&) = default;
     };
 
+    /// Keeps the content as it is.
     explicit JSONPointerError(Content content);
     JSONPointerError(const JSONPointerError&) noexcept = default;
     JSONPointerError& operator=(const JSONPointerError&) noexcept = default;
 
+    /// Which of the kinds it is.
     Kind kind() const noexcept { return m_content->kind; }
+
+    /// How far the pointer led, with the step that failed; all of it when it is malformed.
     const std::string& pointer() const noexcept { return m_content->pointer; }
+
+    /// The value at which the way ended; null when the pointer is malformed.
     const Any& value() const noexcept { return m_content->value; }
+
+    /// Where in a malformed pointer, in bytes; else 0.
     std::size_t offset() const noexcept { return m_content->offset; }
 
+    /// 1 for the first kind, and so on.
     std::int64_t code() const noexcept { return static_cast<std::int64_t>(kind()) + 1; }
     std::string description() const override;
 

@@ -47,6 +47,7 @@ class ORRENBY_EXPORT JSONSerializableObject : public JSONSerializable {
 public:
     virtual ~JSONSerializableObject();
 
+    /// The object as a dictionary, with the members of its most derived class.
     virtual Dictionary json() const = 0;
 
 protected:
