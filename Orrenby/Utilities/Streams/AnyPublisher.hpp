@@ -33,6 +33,14 @@ concept CallableWith = std::invocable<const Callable&, const Argument&>;
 template <typename Callable, typename Argument>
 using ResultOf = std::remove_cvref_t<std::invoke_result_t<const Callable&, const Argument&>>;
 
+/// Whether the callable gives, for such an argument, what can become a `Result`.
+template <typename Callable, typename Argument, typename Result>
+concept Gives = CallableWith<Callable,
+    Argument> && std::convertible_to<std::invoke_result_t<const Callable&, const Argument&>, Result>;
+
+/// For assertions that fail only where a template is used.
+template <typename> inline constexpr bool isNeverTrue = false;
+
 /// What a publisher stands for in its engine.
 template <typename Output, typename Failure>
 const Retained<const Publication<Streams::Payload<Output, Failure>>>& publicationOf(
@@ -169,10 +177,7 @@ public:
     }
 
     /// Puts the value that `handler` gives in the place of each failure. The stream goes on after it.
-    template <detail::CallableWith<Failure> Handler>
-        requires std::convertible_to<std::invoke_result_t<const Handler&, const Failure&>, Output>
-            AnyPublisher catch_(Handler handler)
-    const
+    template <detail::Gives<Failure, Output> Handler> AnyPublisher catch_(Handler handler) const
     {
         return mapped<Payload>([handler = std::move(handler)](const Payload& payload) {
             return payload.isValue() ? payload : Payload::value(std::invoke(handler, *payload.asError()));
@@ -180,10 +185,8 @@ public:
     }
 
     /// As `catch_`; what `handler` throws becomes a failure.
-    template <detail::CallableWith<Failure> Handler>
-        requires std::convertible_to<std::invoke_result_t<const Handler&, const Failure&>, Output>
-            AnyPublisher<Output, AnyError> tryCatch(Handler handler)
-    const
+    template <detail::Gives<Failure, Output> Handler>
+    AnyPublisher<Output, AnyError> tryCatch(Handler handler) const
     {
         using Result = Streams::Payload<Output, AnyError>;
         return mapped<Result>([handler = std::move(handler)](const Payload& payload) {
@@ -250,6 +253,61 @@ public:
             detail::Retained<const Publication>::adopting(
                 new Publication(m_publisher->engine(), tuple, m_publisher, others.m_publisher...)));
     }
+
+    /// @cond
+    // What does not fit is refused in words, instead of by a list of what was tried.
+
+    template <typename Wrong>
+    AnyCancellable sink(const Wrong&, TraceSite = {}) const requires(!std::invocable<Wrong&, const Payload&>)
+    {
+        static_assert(
+            detail::isNeverTrue<Wrong>, "sink() takes a callable that takes a payload of the stream.");
+        return {};
+    }
+    template <typename Wrong>
+    AnyCancellable bind(const Wrong&, TraceSite = {}) const
+        requires(std::same_as<Failure, Never> && !std::invocable<Wrong&, const Output&>)
+    {
+        static_assert(
+            detail::isNeverTrue<Wrong>, "bind() takes a callable that takes a value of the stream.");
+        return {};
+    }
+    template <typename Wrong>
+    AnyPublisher map(const Wrong&) const requires(!detail::CallableWith<Wrong, Output>)
+    {
+        static_assert(detail::isNeverTrue<Wrong>,
+            "map() takes a callable, not mutable, that takes a value of the stream.");
+        return *this;
+    }
+    template <typename Wrong>
+    AnyPublisher tryMap(const Wrong&) const requires(!detail::CallableWith<Wrong, Output>)
+    {
+        static_assert(detail::isNeverTrue<Wrong>,
+            "tryMap() takes a callable, not mutable, that takes a value of the stream.");
+        return *this;
+    }
+    template <typename Wrong>
+    AnyPublisher catch_(const Wrong&) const requires(!detail::Gives<Wrong, Failure, Output>)
+    {
+        static_assert(detail::isNeverTrue<Wrong>,
+            "catch_() takes a callable, not mutable, that takes a failure of the stream and gives a value.");
+        return *this;
+    }
+    template <typename Wrong>
+    AnyPublisher tryCatch(const Wrong&) const requires(!detail::Gives<Wrong, Failure, Output>)
+    {
+        static_assert(detail::isNeverTrue<Wrong>,
+            "tryCatch() takes a callable, not mutable, that takes a failure of the stream and gives a value.");
+        return *this;
+    }
+    template <typename Wrong>
+    AnyPublisher mapError(const Wrong&) const requires(!detail::CallableWith<Wrong, Failure>)
+    {
+        static_assert(detail::isNeverTrue<Wrong>,
+            "mapError() takes a callable, not mutable, that takes a failure of the stream.");
+        return *this;
+    }
+    /// @endcond
 
     /// This publisher.
     AnyPublisher eraseToAnyPublisher() const { return *this; }

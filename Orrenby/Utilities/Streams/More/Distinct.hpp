@@ -11,10 +11,14 @@
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
+/// Makes something of a value that repetitions can be known by.
+template <typename Callable, typename Output>
+concept MakesKeyOf = CallableWith<Callable, Output> && std::equality_comparable<ResultOf<Callable, Output>>;
+
 struct DistinctBy {
-    template <typename Output, typename Failure, CallableWith<Output> MakeKey>
-        requires std::equality_comparable<ResultOf<MakeKey, Output>> Streams::AnyPublisher<Output, Failure>
-    operator()(const Streams::AnyPublisher<Output, Failure>& publisher, MakeKey makeKey) const
+    template <typename Output, typename Failure, MakesKeyOf<Output> MakeKey>
+    Streams::AnyPublisher<Output, Failure> operator()(
+        const Streams::AnyPublisher<Output, Failure>& publisher, MakeKey makeKey) const
     {
         using Key = ResultOf<MakeKey, Output>;
         return Streams::staged<Output, Failure>(publisher, [makeKey = std::move(makeKey)] {
@@ -34,12 +38,22 @@ struct DistinctBy {
             };
         });
     }
+
+    template <typename Output, typename Failure, typename Wrong>
+        requires(!MakesKeyOf<Wrong, Output>)
+    Streams::AnyPublisher<Output, Failure>
+    operator()(const Streams::AnyPublisher<Output, Failure>& publisher, const Wrong&) const
+    {
+        static_assert(isNeverTrue<Wrong>,
+            "distinctBy() takes a callable, not mutable, that makes something comparable of a value of the stream.");
+        return publisher;
+    }
 };
 
 struct TryDistinctBy {
-    template <typename Output, typename Failure, CallableWith<Output> MakeKey>
-        requires std::equality_comparable<ResultOf<MakeKey, Output>> Streams::AnyPublisher<Output, AnyError>
-    operator()(const Streams::AnyPublisher<Output, Failure>& publisher, MakeKey makeKey) const
+    template <typename Output, typename Failure, MakesKeyOf<Output> MakeKey>
+    Streams::AnyPublisher<Output, AnyError> operator()(
+        const Streams::AnyPublisher<Output, Failure>& publisher, MakeKey makeKey) const
     {
         using Key = ResultOf<MakeKey, Output>;
         using Result = Streams::Payload<Output, AnyError>;
@@ -63,6 +77,16 @@ struct TryDistinctBy {
                 next(thrown ? Result::error(AnyError(thrown)) : Result::value(*payload.asValue()));
             };
         });
+    }
+
+    template <typename Output, typename Failure, typename Wrong>
+        requires(!MakesKeyOf<Wrong, Output>)
+    Streams::AnyPublisher<Output, Failure>
+    operator()(const Streams::AnyPublisher<Output, Failure>& publisher, const Wrong&) const
+    {
+        static_assert(isNeverTrue<Wrong>,
+            "tryDistinctBy() takes a callable, not mutable, that makes something comparable of a value of the stream.");
+        return publisher;
     }
 };
 

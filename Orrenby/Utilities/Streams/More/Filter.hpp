@@ -22,6 +22,15 @@ struct Filter {
             };
         });
     }
+
+    template <typename Output, typename Failure, typename Wrong>
+        requires(!CallableWith<Wrong, Output>)
+    Streams::AnyPublisher<Output, Failure>
+    operator()(const Streams::AnyPublisher<Output, Failure>& publisher, const Wrong&) const
+    {
+        static_assert(isNeverTrue<Wrong>, "filter() takes a predicate, not mutable, of the stream's values.");
+        return publisher;
+    }
 };
 
 struct TryFilter {
@@ -45,6 +54,16 @@ struct TryFilter {
                     next(Result::value(*value));
             };
         });
+    }
+
+    template <typename Output, typename Failure, typename Wrong>
+        requires(!CallableWith<Wrong, Output>)
+    Streams::AnyPublisher<Output, Failure>
+    operator()(const Streams::AnyPublisher<Output, Failure>& publisher, const Wrong&) const
+    {
+        static_assert(
+            isNeverTrue<Wrong>, "tryFilter() takes a predicate, not mutable, of the stream's values.");
+        return publisher;
     }
 };
 

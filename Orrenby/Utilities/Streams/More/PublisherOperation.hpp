@@ -20,8 +20,10 @@ public:
     {}
 
     template <StreamsPublisher P>
-        requires std::invocable<const Apply&, Streams::AnyPublisher<typename P::Output, typename P::Failure>>
     friend auto operator|(const P& publisher, const UnappliedOperation& operation)
+        // Not std::invocable: what it would add to a message about a wrong callable is longer than the
+        // message.
+        requires(requires { operation.m_apply(publisher.eraseToAnyPublisher()); })
     {
         return operation.m_apply(publisher.eraseToAnyPublisher());
     }
