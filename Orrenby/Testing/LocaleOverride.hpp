@@ -11,7 +11,7 @@ namespace orrenby::inline ORRENBY_ABI::testing {
 
 /// Where a test is, unless it chooses otherwise: the same on every machine.
 struct LocaleOverrideOptions {
-    std::string locale = "en_US";
+    std::string locale = "en_US"; ///< What texts for people follow.
     /// A name or an offset, `Europe/Berlin` or `GMT+2`.
     std::string timeZone = "GMT";
 };

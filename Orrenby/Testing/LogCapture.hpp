@@ -33,9 +33,11 @@ struct LogCaptureOptions {
 /// log. Threads that log must be done before it ends, or start after it.
 class ORRENBY_EXPORT LogCapture {
 public:
+    /// What an entry consists of, and a critical error.
     using Entry = Log::CaptureHandler::Entry;
     using CriticalError = Log::CaptureHandler::CriticalError;
 
+    /// Takes the place of the log's handlers until the end of the scope.
     explicit LogCapture(LogCaptureOptions options = {});
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
@@ -46,6 +48,7 @@ public:
     std::size_t count() const { return m_captured.count(); }
     std::size_t count(Log::Level level) const { return m_captured.count(level); }
 
+    /// The messages in the order in which they came, of all entries or of those of one level.
     std::vector<std::string> messages() const { return m_captured.messages(); }
     std::vector<std::string> messages(Log::Level level) const { return m_captured.messages(level); }
 
@@ -62,6 +65,7 @@ public:
     /// What reached the handler of critical errors.
     std::vector<CriticalError> criticalErrors() const { return m_captured.criticalErrors(); }
 
+    /// Forgets all entries and critical errors.
     void clear() { m_captured.clear(); }
 
     /// The lines as a list, for messages of failed tests.

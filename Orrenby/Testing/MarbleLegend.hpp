@@ -59,8 +59,8 @@ namespace orrenby::inline ORRENBY_ABI::testing {
 ///
 /// A plain value. Not synchronised.
 template <class Output, class Failure = Never> struct MarbleLegend {
-    std::map<char, Output> values{};
-    std::map<char, Failure> failures{};
+    std::map<char, Output> values{};    ///< What letters and digits stand for.
+    std::map<char, Failure> failures{}; ///< What `#` and other symbols of failures stand for.
     /// In seconds of the world's clock.
     double frame = 0.01;
 

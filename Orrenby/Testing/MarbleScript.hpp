@@ -23,6 +23,7 @@ public:
     /// `Marbles "a-(b", position 2: this group has no end`.
     const char* what() const noexcept override { return m_text.c_str(); }
 
+    /// Of what is wrong, in the notation, counted from 0.
     std::size_t position() const noexcept { return m_position; }
 
 private:
@@ -32,12 +33,13 @@ private:
 
 /// What happens in one frame: an element, or the end.
 struct MarbleEvent {
-    int frame = 0;
+    int frame = 0; ///< Counted from 0.
     /// A letter, a digit, `#`, or `|` for the end.
     char symbol = '|';
     /// Of the symbol in its notation, counted from 0.
     std::size_t position = 0;
 
+    /// Whether the stream ends here.
     bool isEnd() const noexcept { return symbol == '|'; }
     friend bool operator==(const MarbleEvent& first, const MarbleEvent& second) noexcept
     {

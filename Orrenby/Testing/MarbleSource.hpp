@@ -26,6 +26,8 @@ template <class OutputType, class FailureType = Never> class MarbleSource {
 public:
     using Output = OutputType;
     using Failure = FailureType;
+
+    /// What its symbols stand for.
     using Legend = MarbleLegend<Output, Failure>;
 
     /// @throws MarbleError  when the line is malformed, or a symbol stands for nothing.
@@ -44,6 +46,7 @@ public:
                 [subject = m_subject, payload = std::move(payloads[index])] { send(subject, payload); });
     }
 
+    /// The stream. Who subscribes late has missed what came before.
     Streams::AnyPublisher<Output, Failure> eraseToAnyPublisher() const
     {
         return m_subject.eraseToAnyPublisher();

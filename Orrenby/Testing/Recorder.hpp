@@ -47,7 +47,11 @@ template <class Output, class Failure> struct RecordedEvent {
 template <class Output, class Failure = Never> class Recorder {
 public:
     using Payload = Streams::Payload<Output, Failure>;
+
+    /// An element with the frame in which it came.
     using Event = RecordedEvent<Output, Failure>;
+
+    /// What the symbols of its notation stand for.
     using Legend = MarbleLegend<Output, Failure>;
 
     /// The legend is what `marbles()` prints with.
@@ -58,6 +62,7 @@ public:
               [tape = m_tape] { tape->append(std::nullopt); }))
     {}
 
+    /// Subscribes at once and records until it goes away.
     template <StreamsPublisher Publisher>
     explicit Recorder(const Publisher& publisher, Legend legend = {})
         : Recorder(publisher.eraseToAnyPublisher(), std::move(legend))
@@ -107,6 +112,7 @@ public:
         return failures;
     }
 
+    /// Whether the end was recorded.
     bool hasEnded() const
     {
         const auto lock = std::lock_guard(m_tape->mutex);
@@ -161,8 +167,11 @@ private:
     const Streams::AnyCancellable m_subscription;
 };
 
+/// From the publisher's own types.
 template <StreamsPublisher Publisher>
 Recorder(const Publisher&) -> Recorder<typename Publisher::Output, typename Publisher::Failure>;
+
+/// From the publisher's own types.
 template <StreamsPublisher Publisher>
 Recorder(const Publisher&, MarbleLegend<typename Publisher::Output, typename Publisher::Failure>)
     -> Recorder<typename Publisher::Output, typename Publisher::Failure>;

@@ -15,6 +15,7 @@ namespace orrenby::inline ORRENBY_ABI::testing {
 /// Safe to use from several threads.
 class ORRENBY_EXPORT SeededRandomSource final : public RandomSource {
 public:
+    /// The same seed gives the same numbers on every machine.
     explicit SeededRandomSource(std::uint64_t seed) noexcept
         : m_state(seed)
     {}

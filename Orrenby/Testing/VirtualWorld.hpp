@@ -65,6 +65,7 @@ public:
     VirtualWorld& operator=(const VirtualWorld&) = delete;
     ~VirtualWorld();
 
+    /// What the world's clock shows.
     Date now() const;
 
     /// Seconds since the beginning, which are the clock's monotonic ones too. In whole nanoseconds when they

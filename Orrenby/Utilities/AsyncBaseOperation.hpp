@@ -29,6 +29,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// its queue and its dependents learn of it once.
 class ORRENBY_EXPORT AsyncBaseOperation : public Operation {
 public:
+    /// Where the operation is on its way.
     enum class State { ready, executing, finished };
 
     /// Says that the work is done. Copies are the same, calling it again changes nothing.
@@ -64,8 +65,10 @@ private:
     Synchronized<State> m_state;
 };
 
+/// What `execute` gets, to be called when the work is done.
 class ORRENBY_EXPORT AsyncBaseOperation::Completion {
 public:
+    /// Finishes the operation, if it is still there.
     void operator()() const;
 
 private:

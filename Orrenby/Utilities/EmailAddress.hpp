@@ -15,12 +15,12 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// An address as one text.
 struct EmailAddressText {
-    std::string stringValue{};
+    std::string stringValue{}; ///< The whole text.
 };
 /// An address as what stands before and behind its "@".
 struct EmailAddressParts {
-    std::string localPart{};
-    std::string domain{};
+    std::string localPart{}; ///< In front of the "@", as it would be written there.
+    std::string domain{};    ///< Behind the "@".
 };
 
 /// An e-mail address. There is none that does not pass the pattern (`isValid`).

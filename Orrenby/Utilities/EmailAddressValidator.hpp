@@ -49,6 +49,7 @@ concept TestsText = std::predicate<const T&, std::string_view>;
 /// Copies share what they hold. Not synchronised.
 class EmailAddressValidationRule {
 public:
+    /// Keeps a copy of the rule, which all copies of this one share.
     template <detail::OtherThan<EmailAddressValidationRule> Rule>
         requires detail::EvaluatesEmailAddress<Rule> EmailAddressValidationRule(Rule rule)
             : m_box(std::make_shared<const BoxOf<Rule>>(std::move(rule)))
@@ -100,13 +101,18 @@ public:
 class ORRENBY_EXPORT EmailAddress::Validator {
 public:
     Validator();
+
+    /// With these rules, asked in this order.
     explicit Validator(std::vector<EmailAddressValidationRule> rules);
+
+    /// With these rules, asked in this order.
     template <detail::EvaluatesEmailAddress... Rules>
         requires(sizeof...(Rules) > 0)
     explicit Validator(Rules... rules)
         : Validator(std::vector<EmailAddressValidationRule>{EmailAddressValidationRule(std::move(rules))...})
     {}
 
+    /// In the order in which they are asked. They change with `addRule`, of a copy as well.
     const std::vector<EmailAddressValidationRule>& rules() const noexcept { return *m_rules; }
 
     /// Appends a rule: a value with `evaluate`, or a callable from text to `bool`. Gives this validator, so
@@ -137,22 +143,30 @@ private:
 /// Asks a callable. What it refuses is explained by a sentence that goes with it.
 class EmailAddress::BlockValidationRule {
 public:
+    /// An empty callable is not refused here; asking it throws.
     explicit BlockValidationRule(std::function<bool(std::string_view)> block,
         std::string refusal = "A rule of the application refuses the address.")
         : rule(std::move(block))
         , sentence(std::move(refusal))
     {}
+
+    /// What the callable says.
     bool evaluate(std::string_view emailAddress) const { return rule(emailAddress); }
+
+    /// The sentence that goes with the callable, without a place in the text.
     EmailAddressRefusal explain(std::string_view) const { return {.sentence = sentence}; }
 
-    std::function<bool(std::string_view)> rule;
-    std::string sentence;
+    std::function<bool(std::string_view)> rule; ///< What is asked.
+    std::string sentence;                       ///< What it says of an address that is refused.
 };
 
 /// The pattern alone, as `EmailAddress::isValid`.
 class EmailAddress::EmailValidationRule {
 public:
+    /// Whether the whole text is an address.
     bool evaluate(std::string_view emailAddress) const { return isValid(emailAddress); }
+
+    /// What keeps the text from being an address, and where.
     ORRENBY_EXPORT EmailAddressRefusal explain(std::string_view emailAddress) const;
 
     std::string description() const { return "the pattern"; }
@@ -165,9 +179,12 @@ public:
 /// passes. An empty text among the prefixes is contained in every text.
 class ORRENBY_EXPORT EmailAddress::DomainPrefixValidationRule {
 public:
+    /// Refuses these texts; without any it refuses nothing.
     explicit DomainPrefixValidationRule(std::vector<std::string> invalidTexts)
         : invalidPrefixes(std::move(invalidTexts))
     {}
+
+    /// Whether none of the texts is there. True without a domain of three labels or more.
     bool evaluate(std::string_view emailAddress) const;
     /// Points to the domain, and names the first of the texts that is there.
     EmailAddressRefusal explain(std::string_view emailAddress) const;
@@ -176,16 +193,19 @@ public:
     std::string description() const { return "not in the domain: " + describe(invalidPrefixes); }
     friend bool operator==(const DomainPrefixValidationRule&, const DomainPrefixValidationRule&) = default;
 
-    std::vector<std::string> invalidPrefixes;
+    std::vector<std::string> invalidPrefixes; ///< None of them may be there.
 };
 
 /// Accepts only addresses whose domain ends in the labels of one of these, with regard to case: with
 /// "example.com", "mail.example.com" passes and "myexample.com" does not. Without any it refuses all.
 class ORRENBY_EXPORT EmailAddress::DomainSuffixValidationRule {
 public:
+    /// Accepts these domains; without any it accepts nothing.
     explicit DomainSuffixValidationRule(std::vector<std::string> domains)
         : validDomains(std::move(domains))
     {}
+
+    /// Whether one of the domains fits.
     bool evaluate(std::string_view emailAddress) const;
     /// Points to the domain, and names those that are accepted.
     EmailAddressRefusal explain(std::string_view emailAddress) const;
@@ -194,7 +214,7 @@ public:
     std::string description() const { return "domains: " + describe(validDomains); }
     friend bool operator==(const DomainSuffixValidationRule&, const DomainSuffixValidationRule&) = default;
 
-    std::vector<std::string> validDomains;
+    std::vector<std::string> validDomains; ///< One of them has to fit.
 };
 
 template <detail::TestsText Block>

@@ -84,6 +84,7 @@ template <class Value> class Identifier {
 public:
     using RawValue = typename Value::IdentifierType;
 
+    /// Any raw value; nothing is refused.
     explicit Identifier(RawValue rawValue)
         : m_rawValue(std::move(rawValue))
     {
@@ -101,6 +102,7 @@ public:
     /// The identifier of any raw value; never nothing.
     static std::optional<Identifier> make(RawValue rawValue) { return Identifier(std::move(rawValue)); }
 
+    /// What it was made with.
     const RawValue& rawValue() const noexcept { return m_rawValue; }
 
     /// Whether the raw text has no characters. Only for texts.

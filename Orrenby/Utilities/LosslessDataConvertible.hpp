@@ -52,6 +52,7 @@ ORRENBY_EXPORT std::optional<float> losslessFloat(std::string_view text);
 
 /// Decimal digits. Read with an optional sign and any number of zeros in front, if the type holds the number.
 template <detail::LosslessInteger T> struct LosslessText<T> {
+    /// The text, and the value that a text stands for; nothing for other texts.
     static std::string description(T value) { return describe(value); }
     static std::optional<T> make(std::string_view text) noexcept
     {
@@ -69,17 +70,20 @@ template <detail::LosslessInteger T> struct LosslessText<T> {
 /// after it. What is beyond the largest number is infinity. The sign and the bits of a "not a number" are
 /// lost.
 template <> struct LosslessText<double> {
+    /// The text, and the value that a text stands for; nothing for other texts.
     static std::string description(double value) { return describe(value); }
     static std::optional<double> make(std::string_view text) { return detail::losslessDouble(text); }
 };
 
 template <> struct LosslessText<float> {
+    /// The text, and the value that a text stands for; nothing for other texts.
     static std::string description(float value) { return describe(value); }
     static std::optional<float> make(std::string_view text) { return detail::losslessFloat(text); }
 };
 
 /// `true` or `false`, and nothing else.
 template <> struct LosslessText<bool> {
+    /// The text, and the value that a text stands for; nothing for other texts.
     static std::string description(bool value) { return describe(value); }
     static std::optional<bool> make(std::string_view text) noexcept
     {
@@ -96,6 +100,7 @@ template <> struct LosslessText<std::string> {
 };
 
 template <detail::ReadsItsDescription T> struct LosslessText<T> {
+    /// What `describe` gives, and what the type's own `make` does.
     static std::string description(const T& value) { return describe(value); }
     static std::optional<T> make(std::string_view text) { return T::make(text); }
 };

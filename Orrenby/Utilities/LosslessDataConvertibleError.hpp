@@ -23,6 +23,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// several threads.
 class ORRENBY_EXPORT LosslessDataConvertibleError final : public CustomNSError<LosslessDataConvertibleError> {
 public:
+    /// Which way failed.
     enum class Kind : std::uint8_t { FailedToConvertFromData, FailedToConvertFromString };
 
     /// The bytes are not valid UTF-8.
@@ -33,6 +34,7 @@ public:
     LosslessDataConvertibleError(const LosslessDataConvertibleError&) noexcept = default;
     LosslessDataConvertibleError& operator=(const LosslessDataConvertibleError&) noexcept = default;
 
+    /// Which of the two it is.
     Kind kind() const noexcept;
 
     /// The bytes of `failedToConvertFromData`; empty for the other kind.

@@ -27,16 +27,19 @@ public:
     /// The identity of nothing.
     constexpr ObjectIdentifier() noexcept = default;
 
+    /// That of the object, through whatever interface it is seen; `nullptr` is nothing.
     template <class T>
     explicit ObjectIdentifier(const T* object) noexcept
         : m_address(wholeObject(object))
     {}
 
+    /// That of the object that is referred to; an empty reference is nothing.
     template <class T>
     explicit ObjectIdentifier(const Ref<T>& object) noexcept
         : ObjectIdentifier(object.get())
     {}
 
+    /// Where the whole object lies. Not to be followed: it says nothing about whether the object lives.
     const void* address() const noexcept { return m_address; }
 
     std::size_t hash() const noexcept { return std::hash<const void*>{}(m_address); }

@@ -17,8 +17,8 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// The position of a member before and after.
 template <class Index> struct OrderedDiffMove {
-    Index from{};
-    Index to{};
+    Index from{}; ///< In the old set.
+    Index to{};   ///< In the new set.
 
     /// `(0, 1)`
     std::string description() const { return "(" + describe(from) + ", " + describe(to) + ")"; }
@@ -35,6 +35,7 @@ template <class Index> struct OrderedDiffMove {
 ///
 /// A plain value without an equality of its own: compare its lists. Not synchronised.
 template <class Index> struct OrderedDiff {
+    /// The positions of one member in both sets.
     using Move = OrderedDiffMove<Index>;
 
     std::vector<Index> inserts; ///< Positions in the new set.

@@ -50,9 +50,15 @@ template <detail::OrderedSetMember Element> class OrderedSet {
     using Members = detail::OrderedSetMembers<Element>;
 
 public:
+    /// A position, counted from 0; signed, so that differences are positions.
     using Index = std::int64_t;
+
+    /// What members are looked up by: text by a view, anything else by itself.
     using Key = detail::OrderedSetKey<Element>;
+
+    /// What `compared` gives.
     using Diff = OrderedDiff<Index>;
+
     using value_type = Element;
     using size_type = std::size_t;
     using difference_type = std::ptrdiff_t;
@@ -76,6 +82,8 @@ public:
     }
     OrderedSet& operator=(OrderedSet&&) noexcept = default;
     ~OrderedSet() = default;
+
+    /// The members of a list, without its later duplicates.
     OrderedSet(std::initializer_list<Element> elements) { m_members.copy(elements); }
 
     /// The members of an array, without its later duplicates.
@@ -115,6 +123,7 @@ public:
     const_iterator begin() const noexcept { return elements().begin(); }
     const_iterator end() const noexcept { return elements().end(); }
 
+    /// The member at a position. One at or beyond the end, or a negative one, ends the process.
     const_reference operator[](Index position) const { return elements()[checked(position, size())]; }
     Place operator[](Index position)
     {
@@ -122,6 +131,7 @@ public:
         return Place(*this, position);
     }
 
+    /// The first and the last member; nothing in an empty set.
     std::optional<Element> first() const { return isEmpty() ? std::nullopt : some(elements().front()); }
     std::optional<Element> last() const { return isEmpty() ? std::nullopt : some(elements().back()); }
 
@@ -193,11 +203,15 @@ public:
         replaceSubrange<std::initializer_list<Element>&>(lower, upper, sequence);
     }
 
+    /// Adds a member behind the others; nothing happens when it is there already.
     void append(Element element)
     {
         repair();
         m_members.append(std::move(element));
     }
+
+    /// Appends the elements in their order, those that are there already left out. They may be part of this
+    /// set.
     template <detail::SequenceOf<Element> Sequence> void appendContentsOf(Sequence&& elements)
     {
         // Taken in full before the first change: it may be a view of this very set.
@@ -268,6 +282,7 @@ public:
         replaceSubrange(static_cast<Index>(size() - removed), endIndex(), {});
     }
 
+    /// Empties the set.
     void removeAll() { *this = OrderedSet(); }
     /// Empties the set and keeps its memory for what comes next.
     void removeAllKeepingCapacity() noexcept { m_members.clear(); }
@@ -382,6 +397,7 @@ private:
     Members m_members;
 };
 
+/// Of the sequence's elements.
 template <class Sequence>
 OrderedSet(Sequence&&) -> OrderedSet<std::remove_cvref_t<decltype(*std::begin(std::declval<Sequence&>()))>>;
 

@@ -24,7 +24,7 @@ class ORRENBY_EXPORT Retry {
 public:
     /// Each delay is the one before it times `base`; the first is the interval itself.
     struct Exponential {
-        double base = 2;
+        double base = 2; ///< What each delay is multiplied by; 1 keeps the interval.
         friend bool operator==(const Exponential&, const Exponential&) = default;
     };
 
@@ -42,6 +42,7 @@ public:
         friend bool operator==(const ExponentialJitter&, const ExponentialJitter&) = default;
     };
 
+    /// How the delays grow.
     using Method = std::variant<Exponential, Linear, ExponentialJitter>;
 
     /// @param interval  Base delay in seconds.

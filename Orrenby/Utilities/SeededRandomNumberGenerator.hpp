@@ -13,8 +13,8 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// Both bounds belong to the range.
 struct SeededRandomNumberBounds {
-    std::int64_t min = 0;
-    std::int64_t max = 0xFFFF'FFFF;
+    std::int64_t min = 0;           ///< The least number that may come.
+    std::int64_t max = 0xFFFF'FFFF; ///< The greatest number that may come.
 };
 
 /// Gives the same numbers whenever it is made with the same seed and bounds.
@@ -37,8 +37,13 @@ public:
     /// The next number of the range, all equally likely. A range of 2^63 numbers or more ends the process.
     std::uint64_t next();
 
+    /// The least number that may come, after the correction.
     std::int64_t min() const noexcept { return m_min; }
+
+    /// The greatest number that may come, after the correction.
     std::int64_t max() const noexcept { return m_max; }
+
+    /// The source that all copies draw from; drawing from it advances them, too.
     const Ref<ARC4RandomSource>& source() const noexcept { return m_source; }
 
 private:

@@ -45,8 +45,10 @@ concept ChangeOf = std::invocable<Body, T&> && std::is_void_v<std::invoke_result
 /// No allocation of its own. Safe to use from several threads.
 template <class T> class Synchronized {
 public:
+    /// The kinds of locks.
     using Kind = SynchronizedKind;
 
+    /// The value that it guards, and what with.
     Synchronized(T value, Kind lock)
         : m_rawValue(std::move(value))
         , m_lock(lock)

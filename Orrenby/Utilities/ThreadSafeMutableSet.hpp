@@ -41,12 +41,14 @@ public:
         m_set.apply([&](Elements& elements) { removed = elements.extract(element); });
     }
 
+    /// Empties the set. The elements are let go of behind the lock.
     void removeAll()
     {
         Elements removed;
         m_set.apply([&](Elements& elements) { elements.swap(removed); });
     }
 
+    /// Whether an element equals this one, at the moment of the call.
     [[nodiscard]] bool contains(const T& element) const
     {
         return m_set.map([&](const Elements& elements) { return elements.count(element) != 0; });

@@ -36,6 +36,7 @@ concept SeenAs = std::is_convertible_v<U*, T*>;
 /// live in several threads, and so may the object.
 template <class T> class WeakBox {
 public:
+    /// Remembers the object without keeping it.
     template <detail::SeenAs<T> U>
     explicit WeakBox(const Ref<U>& object) noexcept
         : m_object(object)
@@ -77,6 +78,7 @@ private:
     ObjectIdentifier m_objectIdentifier;
 };
 
+/// Of the reference's own type.
 template <class T> WeakBox(const Ref<T>&) -> WeakBox<T>;
 
 } // namespace orrenby

@@ -34,6 +34,7 @@ public:
         , m_analytics(std::move(analytics))
     {}
 
+    /// What it was made with; the same object as long as the context lives.
     const Ref<Analytics>& analytics() const { return m_analytics; }
 
 private:

@@ -36,8 +36,10 @@ public:
         , m_viewController(std::move(viewController))
     {}
 
+    /// What it was made with.
     const Ref<ContextType>& context() const { return m_context; }
 
+    /// What it was made with. A reference to what the flow holds, good as long as the flow is.
     const ViewController& viewController() const { return m_viewController.get(); }
 
 private:

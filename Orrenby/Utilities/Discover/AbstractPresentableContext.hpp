@@ -19,6 +19,7 @@ namespace orrenby::inline ORRENBY_ABI {
 template <class Analytics, class Presentable>
 class AbstractPresentableContext : public AbstractContext<Analytics> {
 public:
+    /// Keeps the presentable as it is.
     AbstractPresentableContext(Presentable presentable, Workers workers, Ref<Analytics> analytics)
         : AbstractContext<Analytics>(std::move(workers), std::move(analytics))
         , m_presentable(std::move(presentable))
@@ -29,6 +30,7 @@ public:
         : AbstractPresentableContext(unimplementedInitializer(), std::move(workers), std::move(analytics))
     {}
 
+    /// What it was made with. Good as long as the context is.
     const Presentable& presentable() const { return m_presentable; }
 
 private:

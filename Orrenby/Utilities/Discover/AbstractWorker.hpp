@@ -28,6 +28,7 @@ public:
     AbstractWorker();
     ~AbstractWorker() override;
 
+    /// Still true while `willStop()` runs.
     bool isWorking() const override;
 
     /// Marks the worker as working, then calls `didStart()`. On a working worker it does nothing.

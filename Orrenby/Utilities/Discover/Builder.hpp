@@ -26,6 +26,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// Not synchronised. Use from the main thread.
 template <class Component, class Product, class DynamicBuildDependency, class FactoryArgument> class Builder {
 public:
+    /// Makes the component that a product is built on.
     using ComponentFactory = std::function<Component(FactoryArgument)>;
 
     /// @param componentFactory  Called once for each product. An empty one is a programming error.
@@ -39,6 +40,7 @@ public:
     Builder& operator=(const Builder&) = delete;
     virtual ~Builder() = default;
 
+    /// What it was made with.
     const ComponentFactory& componentFactory() const { return m_componentFactory; }
 
     /// To be supplied: the product on a component at hand. The name tells it from `build`, whose arguments

@@ -16,6 +16,7 @@ class ORRENBY_EXPORT Context {
 public:
     virtual ~Context() = default;
 
+    /// From its activation until its deactivation.
     virtual bool isActive() const = 0;
 
     /// On an active context it does nothing.

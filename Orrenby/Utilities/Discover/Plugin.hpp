@@ -27,6 +27,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// Not synchronised. Use from the main thread.
 template <class Component, class Product, class State> class Plugin {
 public:
+    /// Keeps the component as it is.
     explicit Plugin(Component component)
         : m_component(std::move(component))
     {}
@@ -34,6 +35,7 @@ public:
     Plugin& operator=(const Plugin&) = delete;
     virtual ~Plugin() = default;
 
+    /// What it was made with.
     const Component& component() const { return m_component; }
 
     /// To be supplied. An override hides the form without a state; `using` brings it back.
@@ -50,11 +52,13 @@ public:
         return build(m_component);
     }
 
+    /// The same where there is no state.
     bool isEnabled(const Component& component) const requires std::same_as<State, Void>
     {
         return isEnabled(component, Void());
     }
 
+    /// The same where there is no state.
     std::optional<Product> create() const requires std::same_as<State, Void> { return create(Void()); }
 
 private:

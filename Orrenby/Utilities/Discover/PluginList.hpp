@@ -28,8 +28,10 @@ namespace orrenby::inline ORRENBY_ABI {
 /// Not synchronised. Use from the main thread.
 template <class Component, class Product, class State> class PluginList {
 public:
+    /// What it offers, in order.
     using Plugins = std::vector<Ref<Plugin<Component, Product, State>>>;
 
+    /// Keeps the component as it is, and asks for no plugin yet.
     explicit PluginList(Component component)
         : m_component(std::move(component))
     {}
@@ -37,6 +39,7 @@ public:
     PluginList& operator=(const PluginList&) = delete;
     virtual ~PluginList() = default;
 
+    /// What it was made with.
     const Component& component() const { return m_component; }
 
     /// To be supplied: the plugins in the order of their products.
@@ -70,8 +73,10 @@ public:
         return std::move(products.front());
     }
 
+    /// The same where there is no state.
     std::vector<Product> createAll() const requires std::same_as<State, Void> { return createAll(Void()); }
 
+    /// The same where there is no state.
     std::optional<Product> create() const requires std::same_as<State, Void> { return create(Void()); }
 
 private:

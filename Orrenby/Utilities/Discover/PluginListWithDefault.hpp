@@ -51,6 +51,7 @@ public:
     /// The default, as `create` of the base class gives it.
     std::optional<Product> createOptional(const State&) const override { return default_(this->component()); }
 
+    /// The same where there is no state: always the default.
     Product create() const requires std::same_as<State, Void> { return default_(this->component()); }
 };
 

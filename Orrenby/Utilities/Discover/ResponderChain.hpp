@@ -103,6 +103,7 @@ public:
             }
     }
 
+    /// Forgets all responders. What they keep is let go of when none is registered any more.
     void removeAll() { const auto removed = std::exchange(m_responders, {}); }
 
     /// Asks for an action and runs it.

@@ -19,6 +19,7 @@ class ORRENBY_EXPORT Worker {
 public:
     virtual ~Worker() = default;
 
+    /// Between its start and its stop.
     virtual bool isWorking() const = 0;
 
     /// On a working worker it does nothing.

@@ -29,6 +29,7 @@ public:
     explicit WorkerController(Workers workers);
     ~WorkerController() override;
 
+    /// In the order in which they start.
     const Workers& workers() const { return m_workers; }
 
     /// Starts each worker, first to last.

@@ -38,6 +38,7 @@ class Encoder;
 /// them. Not synchronised, but copies may live in several threads.
 class ORRENBY_EXPORT AnyJSONValue {
 public:
+    /// Keeps the value as it is; what JSON cannot hold fails when it is encoded.
     explicit AnyJSONValue(Any value) noexcept
         : m_value(std::move(value))
     {}
@@ -51,6 +52,7 @@ public:
     /// the encoder throws for numbers that are not finite and for text that is not valid UTF-8.
     void encode(const Encoder& encoder) const;
 
+    /// What it holds.
     const Any& value() const noexcept { return m_value; }
 
     std::string description() const { return m_value.description(); }

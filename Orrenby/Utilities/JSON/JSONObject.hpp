@@ -35,9 +35,13 @@ class Encoder;
 class ORRENBY_EXPORT JSONObject {
 public:
     JSONObject() = default;
+
+    /// Keeps the members as they are; what JSON cannot hold fails when it is encoded.
     explicit JSONObject(Dictionary value)
         : m_value(std::move(value))
     {}
+
+    /// Of members with one key the first gives the place, the last the value.
     JSONObject(std::initializer_list<Dictionary::Entry> members)
         : m_value(members)
     {}
@@ -50,6 +54,7 @@ public:
     /// Throws as `AnyJSONValue::encode` does.
     void encode(const Encoder& encoder) const;
 
+    /// The members in their order.
     const Dictionary& value() const noexcept { return m_value; }
 
     /// All members, when every one is a `T`; else nothing.
@@ -65,6 +70,7 @@ public:
         return result;
     }
 
+    /// The operations of the same names on `Dictionary`, with the same failures.
     template <detail::JSONRequestable T> T get(std::string_view key) const
     {
         return orrenby::get<T>(m_value, key);
@@ -94,6 +100,7 @@ public:
         return orrenby::mapOptionalList<T>(m_value, key, transform);
     }
 
+    /// The same as outcomes, which throw nothing.
     template <detail::JSONRequestable T> auto tryGet(std::string_view key) const
     {
         return orrenby::tryGet<T>(m_value, key);

@@ -106,6 +106,7 @@ public:
     /// The cases, in the order of the tests.
     enum class Element { loggable, customError, error, unknown };
 
+    /// Adapts a value of any type, see above.
     template <class Value>
         requires(!std::same_as<std::remove_cvref_t<Value>, AnyLoggable>)
     explicit AnyLoggable(Value&& value)
@@ -115,6 +116,7 @@ public:
     AnyLoggable& operator=(const AnyLoggable&) noexcept = default;
     ~AnyLoggable() override;
 
+    /// Which row of the table the value falls under.
     Element element() const;
     std::string message() const override;
     std::optional<NSError> error() const override;

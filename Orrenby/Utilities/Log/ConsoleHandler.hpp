@@ -14,6 +14,7 @@ namespace orrenby::inline ORRENBY_ABI::Log {
 
 /// Options of a `ConsoleHandler`.
 struct ConsoleOptions {
+    /// When lines are coloured.
     enum class Colour {
         automatic, ///< When the descriptor is a terminal and the environment variable `NO_COLOR` is absent or
                    ///< empty.
@@ -23,7 +24,7 @@ struct ConsoleOptions {
 
     /// Where to; standard error by default. Stays open as long as the handler is used.
     int descriptor = 2;
-    Colour colour = Colour::automatic;
+    Colour colour = Colour::automatic; ///< When lines are coloured.
     /// Entries below it are not shown, and their events are not made.
     Level level = Level::debug;
 };
@@ -41,8 +42,10 @@ struct ConsoleOptions {
 /// does for files and, up to 4096 bytes, for pipes.
 class ORRENBY_EXPORT ConsoleHandler {
 public:
+    /// Keeps the options; nothing is opened.
     explicit ConsoleHandler(ConsoleOptions options = {});
 
+    /// Writes one line, unless the level is below that of the options.
     void operator()(Level level, const DeferredEvent& event) const;
 
     /// The line, with its line end.

@@ -62,6 +62,7 @@ public:
             m_event.~Event();
     }
 
+    /// That of the entry; asking makes no event.
     Level level() const noexcept { return static_cast<Level::Case>(m_state.level); }
 
     /// The event. What the item or the properties throw passes to the caller, and the next call tries again.

@@ -22,12 +22,16 @@ namespace Log {
 /// A plain value. Not synchronised.
 class ErrorInfo {
 public:
+    /// Any text and any number; they need not be known to anybody.
     ErrorInfo(std::string_view domain, std::int64_t code)
         : m_domain(domain)
         , m_code(code)
     {}
 
+    /// Whose codes these are.
     const std::string& domain() const noexcept { return m_domain; }
+
+    /// What the domain calls the error.
     std::int64_t code() const noexcept { return m_code; }
 
     friend bool operator==(const ErrorInfo&, const ErrorInfo&) = default;

@@ -20,6 +20,7 @@ namespace orrenby::inline ORRENBY_ABI::Log {
 /// A value; copying it copies its texts. Not synchronised.
 class ORRENBY_EXPORT Event {
 public:
+    /// An event of these texts, as a handler or a test makes one.
     Event(std::string level, std::string filename, std::int64_t line, std::string function, std::string queue,
         std::string message, Dictionary properties = {})
         : m_level(std::move(level))
@@ -42,6 +43,7 @@ public:
     /// Of the source file, without folders and extension.
     const std::string& filename() const noexcept { return m_filename; }
 
+    /// Of the source file, counted from 1.
     std::int64_t line() const noexcept { return m_line; }
 
     /// As the caller gave it; the plain name, where the compiler filled it in.
@@ -50,6 +52,7 @@ public:
     /// The queue's emoji or its code.
     const std::string& queue() const noexcept { return m_queue; }
 
+    /// Without level and place.
     const std::string& message() const noexcept { return m_message; }
 
     /// What the caller added; often empty.

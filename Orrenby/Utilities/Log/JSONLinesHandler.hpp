@@ -35,8 +35,10 @@ struct JSONLinesOptions {
 /// `ConsoleHandler`.
 class ORRENBY_EXPORT JSONLinesHandler {
 public:
+    /// Keeps the options; nothing is opened.
     explicit JSONLinesHandler(JSONLinesOptions options = {});
 
+    /// Writes one line, unless the level is below that of the options.
     void operator()(Level level, const DeferredEvent& event) const;
 
     /// The line, with its line end.

@@ -19,8 +19,10 @@ namespace orrenby::inline ORRENBY_ABI::Log {
 /// A plain value of one word. Not synchronised.
 class Level {
 public:
+    /// The six, for `switch`.
     enum Case : int { debug, info, event, warning, error, critical };
 
+    /// One of the six; `debug` without any.
     constexpr Level(Case value = debug) noexcept
         : m_case(value)
     {}
@@ -32,7 +34,10 @@ public:
                                                          : std::nullopt;
     }
 
+    /// For comparing and for `switch`.
     constexpr operator Case() const noexcept { return m_case; }
+
+    /// From 0 for `debug` to 5 for `critical`.
     constexpr int rawValue() const noexcept { return m_case; }
 
     /// "Debug", "Info", "Event", "Warning", "Error" or "Critical".

@@ -69,21 +69,25 @@ concept LoggedDictionary = std::same_as<T, Dictionary> || StandardMap<T>;
 template <class T> struct LoggableConformance;
 
 template <detail::LoggedText T> struct LoggableConformance<T> {
+    /// The text itself, and no error.
     static std::string message(const T& text) { return describe(text); }
     static std::optional<NSError> error(const T&) { return std::nullopt; }
 };
 
 template <std::derived_from<NSError> T> struct LoggableConformance<T> {
+    /// What `Log::errorMessage` says, and the error.
     static std::string message(const NSError& error) { return Log::errorMessage(error); }
     static std::optional<NSError> error(const NSError& error) { return error; }
 };
 
 template <class Success, class Failure> struct LoggableConformance<Result<Success, Failure>> {
+    /// The outcome in its debug form, and no error: a failure that is to be one is logged itself.
     static std::string message(const Result<Success, Failure>& result) { return debugDescribe(result); }
     static std::optional<NSError> error(const Result<Success, Failure>&) { return std::nullopt; }
 };
 
 template <detail::LoggedDictionary T> struct LoggableConformance<T> {
+    /// The dictionary in its debug form, and no error.
     static std::string message(const T& dictionary) { return debugDescribe(dictionary); }
     static std::optional<NSError> error(const T&) { return std::nullopt; }
 };

@@ -15,8 +15,10 @@ namespace orrenby::inline ORRENBY_ABI::Log {
 /// A plain value of one word, which hashes. Not synchronised.
 class Queue {
 public:
+    /// Both, for `switch`.
     enum Case : int { main, background };
 
+    /// One of the two; `main` without any.
     constexpr Queue(Case value = main) noexcept
         : m_case(value)
     {}
@@ -24,7 +26,10 @@ public:
     /// That of the calling thread.
     ORRENBY_EXPORT static Queue current() noexcept;
 
+    /// For comparing and for `switch`.
     constexpr operator Case() const noexcept { return m_case; }
+
+    /// 0 for `main`, 1 for `background`.
     constexpr int rawValue() const noexcept { return m_case; }
 
     /// "Main" or "Background".

@@ -32,6 +32,7 @@ public:
         (add(EventHandler(std::forward<More>(more))), ...);
     }
 
+    /// Calls the handlers in turn.
     void operator()(Level level, const DeferredEvent& event);
 
 private:

@@ -22,15 +22,20 @@ template <typename Value> struct KeyPathChange {
 /// A plain value. Not synchronised.
 template <typename Value> class KeyPathObservation {
 public:
+    /// The value when observing began.
     static KeyPathObservation initial(Value value) { return {std::move(value), std::nullopt}; }
+
+    /// A change of it.
     static KeyPathObservation change(KeyPathChange<Value> change)
     {
         return {std::move(change.value), std::move(change.oldValue)};
     }
 
+    /// Which of the two it is.
     bool isInitial() const noexcept { return !m_oldValue.has_value(); }
     bool isChange() const noexcept { return m_oldValue.has_value(); }
 
+    /// The value that was there, or that is there after the change.
     const Value& value() const noexcept { return m_value; }
 
     /// The value before the change. An initial observation has none: there it is the value itself.

@@ -31,6 +31,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// and unobserve while no other thread changes the object.
 template <typename Observed> class KeyPathObserver : public detail::KeyPathHandlers {
 public:
+    /// The types of the callbacks' arguments under shorter names.
     template <typename Value> using Observation = KeyPathObservation<Value>;
     template <typename Value> using Change = KeyPathChange<Value>;
 
@@ -45,6 +46,7 @@ public:
     /// Ends the process: without an object there is nothing to observe.
     KeyPathObserver() = default;
 
+    /// What is observed; kept alive by the observer.
     const Ref<Observed>& object() const noexcept { return m_object; }
 
     /// Calls `handler` at once with the value at `path`, then with every change of it.

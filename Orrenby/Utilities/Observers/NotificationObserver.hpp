@@ -24,6 +24,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// the thread that posts; one that runs on another thread while the registration is removed runs to its end.
 class ORRENBY_EXPORT NotificationObserver {
 public:
+    /// Keeps the center alive; registers nothing yet.
     explicit NotificationObserver(Ref<NotificationCenter> notificationCenter);
     NotificationObserver(const NotificationObserver&) = delete;
     NotificationObserver& operator=(const NotificationObserver&) = delete;
@@ -31,6 +32,7 @@ public:
     /// Removes all registrations, then lets go of the center.
     ~NotificationObserver();
 
+    /// What it was made with; never another.
     const Ref<NotificationCenter>& notificationCenter() const noexcept { return m_notificationCenter; }
 
     /// Registers a callback for the notifications of `options`; without a name and a sender, for every one

@@ -36,7 +36,7 @@ struct ORRENBY_EXPORT DecodingFailure {
 ///
 /// A plain value. Not synchronised.
 struct ORRENBY_EXPORT DecodingReport {
-    std::vector<DecodingFailure> failures = {};
+    std::vector<DecodingFailure> failures = {}; ///< In the order in which decoding would meet them.
 
     /// Whether everything decodes.
     bool isEmpty() const noexcept { return failures.empty(); }

@@ -15,6 +15,7 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// Not synchronised.
 struct ORRENBY_EXPORT KeyedServiceResponse {
+    /// Calls what was registered for each member of the response.
     static KeyedServiceResponse init(const Decoder& decoder);
 };
 

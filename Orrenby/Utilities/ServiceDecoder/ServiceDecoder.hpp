@@ -40,6 +40,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// those threads. A callable may register more, which counts from the next response on.
 class ORRENBY_EXPORT ServiceDecoder {
 public:
+    /// What registering can fail with.
     using Error = ServiceDecoderError;
 
     ServiceDecoder();
@@ -53,6 +54,7 @@ public:
     const JSONDecoder& jsonDecoder() const noexcept { return m_jsonDecoder; }
     JSONDecoder& jsonDecoder() noexcept { return m_jsonDecoder; }
 
+    /// The keys for which something was registered, in no particular order.
     std::unordered_set<ServiceKey> registeredKeys() const;
 
     /// Calls `onLoad` with the member under `key` of each response. It is kept as long as the decoder.

@@ -20,12 +20,15 @@ class ORRENBY_EXPORT ServiceDecoderError final : public Error {
 public:
     static constexpr std::string_view printedTypeName = "ServiceDecoder.Error";
 
+    /// What was wrong: there is one case.
     enum class Kind : std::uint8_t {
         duplicateKey ///< The key has been registered before.
     };
 
+    /// A key that was registered twice.
     static ServiceDecoderError duplicateKey(ServiceKey key);
 
+    /// Always `duplicateKey`.
     Kind kind() const noexcept { return Kind::duplicateKey; }
     /// The key that was registered twice.
     const ServiceKey& key() const noexcept { return m_key; }

@@ -20,6 +20,7 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// A plain value, equal by its text. Not synchronised.
 struct ORRENBY_EXPORT ServiceKey {
+    /// The key of this text; the empty text is a key like any other.
     template <std::convertible_to<std::string_view> Text>
     ServiceKey(const Text& text)
         : stringValue(std::string_view(text))
@@ -38,7 +39,7 @@ struct ORRENBY_EXPORT ServiceKey {
 
     friend bool operator==(const ServiceKey&, const ServiceKey&) = default;
 
-    std::string stringValue;
+    std::string stringValue; ///< The name of the member.
 };
 
 } // namespace orrenby

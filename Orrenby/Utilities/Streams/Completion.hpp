@@ -15,11 +15,13 @@ namespace orrenby::inline ORRENBY_ABI::Streams {
 /// they are not told.
 template <typename Failure> class Completion {
 public:
+    /// The end with a failure.
     static Completion failure(Failure failure) requires(!std::same_as<Failure, Never>)
     {
         return Completion(std::move(failure));
     }
 
+    /// The end without a failure.
     static Completion finished() { return Completion(std::nullopt); }
 
     /// The failure of the end, or nothing.

@@ -33,6 +33,7 @@ class CurrentValueSubject
     using Operations = detail::SubjectOperations<Core, Output, Failure>;
 
 public:
+    /// With the value that the first subscriber gets, unless another one is sent before.
     explicit CurrentValueSubject(Output value)
         : Operations(makeSubject(Payload<Output, Failure>::value(std::move(value))))
     {}

@@ -22,6 +22,7 @@ class Deferred : public detail::SourceOperations<typename P::Output, typename P:
     using Operations = detail::SourceOperations<typename P::Output, typename P::Failure>;
 
 public:
+    /// Keeps the callable; it is called once for each subscriber.
     template <typename Create>
         requires std::is_invocable_r_v<P, const Create&>
     explicit Deferred(Create createPublisher)

@@ -14,6 +14,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// the end. The first operation that touches a stream fixes the engine for the rest of the process.
 namespace Streams {
 
+/// Options of `set`.
 struct EngineOptions {
     /// Whether the Combine engine is used where the operating system reports version 13.0.0 or later;
     /// otherwise the Rx engine is.

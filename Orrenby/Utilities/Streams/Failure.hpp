@@ -11,16 +11,18 @@ namespace orrenby::inline ORRENBY_ABI::Streams {
 
 /// A value in the role of a failure. Made by `failure(…)`; converts as its content does.
 template <typename Content> struct FailureOf {
+    /// Converts when the content does.
     template <typename Other>
         requires std::constructible_from<Content, Other> FailureOf(FailureOf<Other> other)
             : content(std::move(other.content))
         {}
 
+        /// Use `failure`, which finds the type.
         explicit FailureOf(Content failure)
             : content(std::move(failure))
         {}
 
-        Content content;
+        Content content; ///< The failure itself.
 };
 
 /// Marks `content` as a failure: `subject.send(Streams::failure("offline"))`.

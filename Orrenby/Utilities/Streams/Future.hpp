@@ -61,6 +61,7 @@ public:
         detail::Retained<Subject> m_subject;
     };
 
+    /// Keeps the attempt. When it is made depends on the engine, see above.
     template <typename Attempt>
         requires std::is_invocable_r_v < UniqueFunction<void()>,
     const Attempt&,

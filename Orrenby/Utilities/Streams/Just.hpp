@@ -18,6 +18,7 @@ template <typename Output, typename Failure> class Just : public detail::SourceO
     using Operations = detail::SourceOperations<Output, Failure>;
 
 public:
+    /// Keeps the value; each subscriber gets a copy.
     explicit Just(Output value)
         : Operations(makeJust(Payload<Output, Failure>::value(std::move(value))))
     {}

@@ -35,7 +35,10 @@ public:
     using Output = OutputType;
     using Failure = FailureType;
 
+    /// A payload that carries a value.
     static constexpr Payload value(Output value) { return Payload(std::move(value), ValueTag()); }
+
+    /// A payload that carries a failure.
     static constexpr Payload error(Failure error) { return Payload(std::move(error), ErrorTag()); }
 
     constexpr Payload(const Payload&) requires isPlain = default;
@@ -70,6 +73,7 @@ public:
 
     constexpr ~Payload() { destroy(); }
 
+    /// Which of the two it carries.
     constexpr bool isValue() const noexcept { return !m_isError; }
     constexpr bool isError() const noexcept { return m_isError; }
 
@@ -91,6 +95,7 @@ public:
         return m_value;
     }
 
+    /// The value, moved out. Throws what is carried instead.
     constexpr Output get() &&
     {
         if (m_isError) [[unlikely]]

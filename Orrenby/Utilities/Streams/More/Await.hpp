@@ -205,6 +205,7 @@ template <StreamsPublisher P> [[nodiscard]] auto operator co_await(const P& publ
 /// a time waits for the next value; a second one is a programming error. Not copyable.
 template <typename Output, typename Failure> class Values {
 public:
+    /// Subscribes at once; what comes before it is asked for waits.
     explicit Values(const AnyPublisher<Output, Failure>& publisher)
         : m_subscription(detail::fill(m_inbox, publisher))
     {}

@@ -18,7 +18,7 @@ struct RetryOptions {
     double interval = 1;
     /// Attempts after the first one.
     std::int64_t limit = 3;
-    Retry::Method method = Retry::Exponential{};
+    Retry::Method method = Retry::Exponential{}; ///< How the waits between the attempts grow.
     /// Where further attempts are made.
     DispatchQueue queue = DispatchQueue::global();
 };

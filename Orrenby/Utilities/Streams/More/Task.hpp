@@ -98,6 +98,7 @@ public:
     }
     ~Task() { cancel(); }
 
+    /// Stops the coroutine where it waits, or at its next wait, and destroys what it holds.
     void cancel() noexcept
     {
         if (const auto core = m_core)
@@ -143,6 +144,7 @@ public:
         : m_core(std::make_shared<detail::TaskCore>(std::coroutine_handle<promise_type>::from_promise(*this)))
     {}
 
+    /// What the compiler asks for: a coroutine runs at once, gives nothing, ends the process when it throws.
     Task get_return_object() const { return Task(m_core); }
     Start initial_suspend() const noexcept { return {}; }
     std::suspend_always final_suspend() const noexcept { return {}; }

@@ -10,6 +10,7 @@
 
 namespace orrenby::inline ORRENBY_ABI::Streams {
 
+/// Options of `throttle`.
 struct ThrottleOptions {
     /// Whether the latest value of an interval passes at its end. Otherwise all that come in it are dropped.
     bool latest = true;
