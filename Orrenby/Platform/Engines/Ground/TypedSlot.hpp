@@ -31,10 +31,11 @@ public:
         , m_receiver(&receiver)
     {}
 
-    Receiver<T>& receiver() const noexcept { return *m_receiver.load(std::memory_order_relaxed); }
+    Receiver<T>& receiver() const noexcept { return *m_receiver.load(std::memory_order_acquire); }
 
 private:
-    void deafen() noexcept override { m_receiver.store(&DeafNode<T>::shared(), std::memory_order_relaxed); }
+    // The first thread that needs the shared node makes it: who reads the pointer must see it whole.
+    void deafen() noexcept override { m_receiver.store(&DeafNode<T>::shared(), std::memory_order_release); }
 
     std::atomic<Receiver<T>*> m_receiver;
 };
