@@ -7,6 +7,7 @@
 /// across the edge.
 #define ORRENBY_EXPORT __attribute__((visibility("default")))
 
+/// @def ORRENBY_ABI
 /// The inline namespace of everything the library declares.
 ///
 /// The diagnostic build has one of its own: an object file of one kind does not link with a library of the

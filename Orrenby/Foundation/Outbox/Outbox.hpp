@@ -25,17 +25,18 @@ template <class Success, class Failure> class Result;
 
 /// What `Outbox::add` did.
 struct OutboxAddition {
-    Ref<OutboxEntry> entry = {};
+    Ref<OutboxEntry> entry = {}; ///< The request as it is kept.
     /// False when there was a request of that key already: then `entry` is that one, as it is.
     bool isNew = false;
 };
 
 /// How many requests are in an outbox.
 struct OutboxCounts {
-    std::size_t pending = 0;
-    std::size_t sending = 0;
-    std::size_t givenUp = 0;
+    std::size_t pending = 0; ///< Waiting, due or not.
+    std::size_t sending = 0; ///< An attempt is going on.
+    std::size_t givenUp = 0; ///< Not tried again by itself.
 
+    /// Counts entries by their state. Linear.
     ORRENBY_EXPORT static OutboxCounts of(const std::vector<Ref<OutboxEntry>>& entries);
     /// `2 pending, 0 sending, 1 given up`
     ORRENBY_EXPORT std::string description() const;
@@ -80,8 +81,8 @@ struct OutboxCounts {
 /// programming error. Use from the queue of the context.
 class ORRENBY_EXPORT Outbox {
 public:
-    static constexpr std::string_view entityName = "OutboxEntry";
-    static constexpr std::string_view bodyEntityName = "OutboxBody";
+    static constexpr std::string_view entityName = "OutboxEntry";    ///< Of the requests.
+    static constexpr std::string_view bodyEntityName = "OutboxBody"; ///< Of the bodies.
 
     /// The entities that the model of the store needs, both.
     static EntityOptions entity();
@@ -90,6 +91,7 @@ public:
     /// A context whose model lacks one of the entities is a programming error.
     explicit Outbox(Ref<NSManagedObjectContext> context, OutboxSettings settings = {});
 
+    /// What it was made with; where it keeps the requests.
     const Ref<NSManagedObjectContext>& context() const noexcept { return m_context; }
 
     /// Puts a request in, to be kept with the next save of the context, which may have a parent.

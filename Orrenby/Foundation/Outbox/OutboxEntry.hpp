@@ -40,6 +40,7 @@ public:
     using BaseManagedObject::BaseManagedObject;
     ~OutboxEntry() override;
 
+    /// Whether it waits, is being sent, or was given up.
     OutboxState state() const;
 
     /// How often it was begun. Counted and saved before each attempt, so one that ended with the process
@@ -49,6 +50,7 @@ public:
     /// What the request was put in under, to be there only once.
     std::optional<std::string> key() const;
 
+    /// When it was put in, by the clock of the world.
     Date addedAt() const;
     /// When it is due; nothing when it is due at once.
     std::optional<Date> notBefore() const;
@@ -57,7 +59,10 @@ public:
     /// Why the latest attempt failed, or why the request was given up; nothing before that.
     std::optional<std::string> reason() const;
 
+    /// As it is sent: "GET" and so on.
     std::string method() const;
+
+    /// Where the request goes.
     URL url() const;
     /// In bytes, files included, as it was when the request was put in. Without a body 0.
     std::int64_t bodyLength() const;

@@ -18,6 +18,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// A plain value, equal by kind and words. Not synchronised.
 class ORRENBY_EXPORT OutboxError final : public CustomNSError<OutboxError> {
 public:
+    /// Why a request was refused.
     enum class Kind : std::uint8_t {
         NoAddress,     ///< The URL has no scheme, so that nobody knows later where it leads.
         SeveralBodies, ///< More than one of bytes, a file and parts; or a part that has both or neither.
@@ -26,12 +27,16 @@ public:
         Full           ///< As many requests as the outbox keeps.
     };
 
+    /// Made by the outbox.
     OutboxError(Kind kind, std::string message)
         : m_kind(kind)
         , m_message(std::move(message))
     {}
 
+    /// Which of the kinds it is.
     Kind kind() const noexcept { return m_kind; }
+
+    /// In English, for developers.
     const std::string& message() const noexcept { return m_message; }
 
     /// `Full: 10000 requests are in the outbox`

@@ -28,11 +28,11 @@ struct OutboxSettings {
 ///
 /// Key and type are written as they are, without escaping; see BodyPart.
 struct OutboxPart {
-    std::string key = {};
-    std::string contentType = {};
+    std::string key = {};         ///< The name of the field.
+    std::string contentType = {}; ///< The media type of the content.
     /// The file. One that is relative is taken from the working directory in which it is put in.
     std::optional<std::string> path = std::nullopt;
-    std::optional<Data> data = std::nullopt;
+    std::optional<Data> data = std::nullopt; ///< The bytes; they are kept in the store.
 
     friend bool operator==(const OutboxPart&, const OutboxPart&) = default;
 };
@@ -58,7 +58,7 @@ struct OutboxSchedule {
     double interval = 2;
     /// Further attempts after the first one. A schedule with jitter has at most 32.
     std::int64_t limit = 8;
-    Retry::Method method = Retry::Exponential{};
+    Retry::Method method = Retry::Exponential{}; ///< How the waits between the attempts grow.
 };
 
 } // namespace orrenby
