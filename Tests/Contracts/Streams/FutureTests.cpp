@@ -38,8 +38,6 @@ protected:
     Received<int, Trouble> m_received;
 };
 
-// --- What both engines do
-
 TEST_P(FutureContract, DeliversTheResultOfItsAttempt)
 {
     auto callback = std::function<void(int)>();
@@ -269,8 +267,6 @@ TEST_P(FutureContract, AnAttemptThatThrowsEndsTheProcess)
         },
         "");
 }
-
-// --- Where the engines differ
 
 TEST_P(FutureContract, CombineMakesOneAttemptAtCreationAndRxOneForEachSubscription)
 {
