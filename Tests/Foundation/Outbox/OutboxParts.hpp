@@ -33,7 +33,7 @@ inline Ref<NSManagedObjectContext> besides(const Ref<NSManagedObjectContext>& co
 /// POST https://example.org/NAME
 inline URLRequest requestNamed(const std::string& name)
 {
-    URLRequest request(*URL::make("https://example.org/" + name));
+    URLRequest request(URL::make("https://example.org/" + name).value());
     request.setHTTPMethod("POST");
     return request;
 }

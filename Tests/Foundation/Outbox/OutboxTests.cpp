@@ -109,13 +109,13 @@ TEST(Outbox, PassesOverWhatIsNotDue)
 {
     Outbox outbox(outboxContext());
     outbox.add(requestNamed("later"), {.notBefore = now + 1});
-    outbox.add(requestNamed("at once"));
+    outbox.add(requestNamed("at-once"));
     outbox.add(requestNamed("now"), {.notBefore = now});
-    outbox.add(requestNamed("long ago"), {.notBefore = Date::distantPast()});
+    outbox.add(requestNamed("long-ago"), {.notBefore = Date::distantPast()});
     outbox.add(requestNamed("never"), {.notBefore = Date::distantFuture()});
     outbox.context()->save();
 
-    EXPECT_THAT(takeAll(outbox, now), ElementsAre("at once", "now", "long ago"));
+    EXPECT_THAT(takeAll(outbox, now), ElementsAre("at-once", "now", "long-ago"));
     EXPECT_THAT(takeAll(outbox, now + 1), ElementsAre("later"));
 }
 
