@@ -48,10 +48,14 @@ struct CustomCoding<Result, Arguments...>::By final : CustomCoding {
 using CustomKeys = CustomCoding<CodingKey, const std::vector<CodingKey>&>;
 
 /// One of several ways, or a callable instead.
+///
+/// Its public members are those of what derives from it.
 template <class KindOfStrategy, class Custom> class JSONStrategy {
 public:
+    /// Which ways there are.
     using Kind = KindOfStrategy;
 
+    /// Which way was chosen.
     Kind kind() const noexcept { return m_kind; }
 
     /// The callable of the kind `Custom`; for others nothing.
@@ -67,6 +71,7 @@ protected:
         , m_means(std::move(means))
     {}
 
+    /// What the chosen way works with; for the kind that knows it.
     const void* means() const noexcept { return m_means.get(); }
 
 private:

@@ -16,6 +16,8 @@ namespace orrenby::inline ORRENBY_ABI::detail {
 
 /// Values of any kind, each at most once, in the order in which they came. Lookup O(1) on average, erasing
 /// linear.
+///
+/// Its public members are those of what derives from it.
 class ORRENBY_EXPORT DistinctList {
 public:
     using value_type = Any;
@@ -23,6 +25,8 @@ public:
     using iterator = const_iterator;
 
     DistinctList() = default;
+
+    /// The first of equal values stays.
     DistinctList(const Any* first, const Any* last);
 
     /// Whether the value was new. A value that is there already keeps its place.
@@ -38,9 +42,16 @@ public:
     const_iterator end() const noexcept { return m_objects.data() + m_objects.size(); }
 
 protected:
+    /// The position of a value, or nothing.
     std::optional<std::size_t> indexOf(const Any& value) const;
+
+    /// In the order in which they came.
     const std::vector<Any>& objects() const noexcept { return m_objects; }
+
+    /// Whether each has what the other has, in any order.
     bool hasSameMembers(const DistinctList& other) const;
+
+    /// Does not depend on the order.
     std::size_t unorderedHash() const;
 
 private:

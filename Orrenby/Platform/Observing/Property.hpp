@@ -17,10 +17,14 @@ namespace orrenby::inline ORRENBY_ABI {
 namespace detail {
 
 /// All of a property but its name, so that it is compiled once for each type of value.
+///
+/// Its public members are those of what derives from it.
 template <typename T> class PropertyValue : public ObservableKey {
 public:
+    /// The type of the value.
     using Value = T;
 
+    /// The value as it is. Valid until it is set.
     const T& get() const noexcept { return m_value; }
     operator const T&() const noexcept { return m_value; }
 
@@ -37,10 +41,13 @@ public:
     }
 
 protected:
+    /// With the value that `T()` is.
     PropertyValue(ObservableObject& owner, const KeyDescription& description)
         : ObservableKey(owner, description)
         , m_value()
     {}
+
+    /// With a value of its own.
     PropertyValue(ObservableObject& owner, const KeyDescription& description, T value)
         : ObservableKey(owner, description)
         , m_value(std::move(value))

@@ -17,6 +17,8 @@ template <class Analytics> class AbstractContext;
 namespace detail {
 
 /// The part of `AbstractContext` that does not depend on its analytics type. Nothing else derives from it.
+///
+/// Its public members are those of what derives from it.
 class ORRENBY_EXPORT ContextCore : public Lifetime, public Context, public CancellableOwner {
 public:
     ~ContextCore() override;

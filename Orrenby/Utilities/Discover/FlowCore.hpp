@@ -20,6 +20,8 @@ template <class ContextType, class ViewController> class AbstractFlow;
 namespace detail {
 
 /// The part of `AbstractFlow` that does not depend on its types. Nothing else derives from it.
+///
+/// Its public members are those of what derives from it.
 class ORRENBY_EXPORT FlowCore : public Lifetime, public Flow {
 public:
     ~FlowCore() override;
@@ -82,6 +84,7 @@ protected:
     /// sub-flows. Empty by default.
     virtual void didStart();
 
+    /// Finds out what the most derived class wants to be kept.
     template <class T> void afterInit(Final<T>)
     {
         m_flowController->m_isFlowLeakDetectionEnabled = !std::is_base_of_v<FlowRetaining, T>;

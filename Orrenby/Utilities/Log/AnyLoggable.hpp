@@ -86,9 +86,9 @@ template <class Value> std::shared_ptr<const LoggedBox> boxOf(Value&& value)
 /// | element | taken when the value | `message()` | `error()` |
 /// |---|---|---|---|
 /// | `loggable` | is `Loggable`, or has a `LoggableConformance` | its own | its own |
-/// | `customError` | is an error that declares domain, code and user information | `Log::errorMessage` | as
-/// `NSError` | | `error` | is any other error value | its full printed form | as `NSError` | | `unknown` | is
-/// anything else | its full printed form | none |
+/// | `customError` | is an error with domain, code, user information | `Log::errorMessage` | as `NSError` |
+/// | `error` | is any other error value | its full printed form | as `NSError` |
+/// | `unknown` | is anything else | its full printed form | none |
 ///
 /// References are looked through, to the object's dynamic class; so are an `Any`, an `AnyError` and a
 /// `std::exception_ptr`. Exceptions count by their dynamic class. An empty reference or pointer prints as

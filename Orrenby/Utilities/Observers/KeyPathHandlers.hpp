@@ -21,6 +21,8 @@
 namespace orrenby::inline ORRENBY_ABI::detail {
 
 /// One handler for each path, without the types of the values. See `KeyPathObserver`.
+///
+/// Its public members are those of what derives from it.
 class ORRENBY_EXPORT KeyPathHandlers : public Lifetime,
                                        public KeyValueObserver,
                                        public std::enable_shared_from_this<KeyPathHandlers> {
@@ -33,8 +35,10 @@ public:
         const std::string& keyPath, ObservableObject& object, const KeyValueChange& change) override;
 
 protected:
+    /// Takes the changed object and the change.
     using Handler = UniqueFunction<void(const KeyValueChange&)>;
 
+    /// The object must not be empty.
     explicit KeyPathHandlers(Ref<ObservableObject> object);
     [[noreturn]] KeyPathHandlers();
 

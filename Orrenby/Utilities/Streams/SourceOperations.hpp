@@ -8,6 +8,8 @@
 namespace orrenby::inline ORRENBY_ABI::detail {
 
 /// Publishing what a source stands for in its engine. Copies share it.
+///
+/// Its public members are those of what derives from it.
 template <typename OutputType, typename FailureType> class SourceOperations {
 public:
     using Output = OutputType;
@@ -28,8 +30,10 @@ public:
     ObjectIdentifier sharedIdentity() const noexcept { return ObjectIdentifier(m_source.get()); }
 
 protected:
+    /// What copies share.
     using Source = Retained<const Publication<Payload>>;
 
+    /// For the sources themselves.
     explicit SourceOperations(Source source) noexcept
         : m_source(std::move(source))
     {}

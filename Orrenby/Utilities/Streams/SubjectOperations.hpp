@@ -14,11 +14,16 @@ namespace orrenby::inline ORRENBY_ABI::detail {
 /// Sending and publishing, over a core of either engine. Copies share the subject.
 ///
 /// `Core` is what both engines' subjects of this kind derive from.
+///
+/// Its public members are those of what derives from it.
 template <typename Core, typename OutputType, typename FailureType> class SubjectOperations {
 public:
     using Output = OutputType;
     using Failure = FailureType;
+
+    /// The end, with a failure or without.
     using Completion = Streams::Completion<Failure>;
+
     using Payload = Streams::Payload<Output, Failure>;
 
     /// Delivers a value to all who are subscribed, in the order of their coming.
@@ -67,6 +72,7 @@ public:
     ObjectIdentifier sharedIdentity() const noexcept { return ObjectIdentifier(m_subject.get()); }
 
 protected:
+    /// For the subjects themselves.
     explicit SubjectOperations(Retained<Core> subject) noexcept
         : m_subject(std::move(subject))
     {}
