@@ -9,7 +9,7 @@ using namespace orrenby;
 
 using Level = Streams::CurrentValueSubject<double, Never>; // a state that cannot fail; copies share it
 
-// Watches the river while its context is active.
+// A worker watches the river while its context is active.
 class Gauge : public AbstractWorker {
 public:
     explicit Gauge(Level level)
@@ -20,8 +20,9 @@ protected:
     void didStart() override
     {
         m_level.asPublisher()
-            .bind([](double metres) {
-                if (metres > 2.5)
+            .map([](double metres) { return metres > 2.5; })
+            .bind([](bool isFlooded) {
+                if (isFlooded)
                     Log::warning("the river is over its banks");
             })
             .store(*this); // ends when the worker stops
@@ -31,15 +32,23 @@ private:
     Level m_level;
 };
 
+// A flow owns a context, which owns the workers; flows attach to flows.
+class RiverFlow : public AbstractFlow<AbstractContext<Gauge>, Void> {
+public:
+    explicit RiverFlow(const Level& level)
+        : AbstractFlow(make<AbstractContext<Gauge>>(Workers(), make<Gauge>(level)), Void())
+    {}
+};
+
 int main()
 {
     Log::onEvent(Log::ConsoleHandler()); // where the log goes is the application's choice
 
     const auto level = Level(1.2);
-    auto river = make<AbstractContext<Gauge>>(Workers(), make<Gauge>(level));
-    river->activate(); // starts the worker
-    level.send(2.7);   // one warning
-    river.reset();     // the worker stops, its subscription ends
-    level.send(3.1);   // nobody listens
+    auto river = make<RiverFlow>(level);
+    river->start();  // activates the context, which starts the worker
+    level.send(2.7); // one warning
+    river.reset();   // the worker stops, its subscription ends
+    level.send(3.1); // nobody listens
     return Streams::liveSubscriptionCount() == 0 ? 0 : 1;
 }
