@@ -1,5 +1,4 @@
 #include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
-#include "Orrenby/Platform/Digest/SHA1.hpp"
 #include "Orrenby/Platform/Store/ModelCheck.hpp"
 #include "Orrenby/Platform/Store/StoreSchema.hpp"
 #include <algorithm>
@@ -45,11 +44,7 @@ NSManagedObjectModel::NSManagedObjectModel(Private, std::int64_t version, std::v
     std::string schema;
     for (const auto& statement : detail::schemaStatements(*this))
         schema += statement + ";\n";
-    constexpr std::string_view digits = "0123456789abcdef";
-    for (const std::byte byte : sha1(schema)) {
-        m_checksum += digits[std::to_integer<std::size_t>(byte >> 4)];
-        m_checksum += digits[std::to_integer<std::size_t>(byte & std::byte{15})];
-    }
+    m_checksum = detail::checksumOf(schema);
 }
 
 Ref<const NSEntityDescription> NSManagedObjectModel::entity(std::string_view name) const

@@ -89,6 +89,8 @@ void Statement::reset() noexcept
 
 std::int64_t Statement::integer(int column) const noexcept { return sqlite3_column_int64(m_handle, column); }
 
+double Statement::floating(int column) const noexcept { return sqlite3_column_double(m_handle, column); }
+
 bool Statement::isNull(int column) const noexcept
 {
     return sqlite3_column_type(m_handle, column) == SQLITE_NULL;

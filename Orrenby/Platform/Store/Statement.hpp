@@ -50,6 +50,7 @@ public:
     void reset() noexcept;
 
     std::int64_t integer(int column) const noexcept;
+    double floating(int column) const noexcept;
     bool isNull(int column) const noexcept;
     /// Valid until the next step.
     std::string_view text(int column) const noexcept;

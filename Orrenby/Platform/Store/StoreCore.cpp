@@ -1,5 +1,6 @@
 #include "Orrenby/Platform/Store/StoreCore.hpp"
 #include "Orrenby/Platform/Store/ManagedRecord.hpp"
+#include "Orrenby/Platform/Store/MigrationHistory.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
 #include "Orrenby/Platform/Store/PredicatePlan.hpp"
 #include "Orrenby/Platform/Store/RowReading.hpp"
@@ -31,14 +32,11 @@ StoreCore::StoreCore(const NSManagedObjectModel& model, const StoreSettings& set
 
 void StoreCore::prepareSchema(const NSManagedObjectModel& model)
 {
-    const auto isStore = [&] {
-        return m_connection.integer("SELECT count(*) FROM sqlite_schema WHERE name = '_store'") != 0;
-    };
-    if (isStore())
+    if (hasTable(m_connection, "_store"))
         return checkSchema(model);
     // Somebody else may be about to make it as well: who comes second finds it made.
     Transaction transaction(m_connection);
-    if (isStore())
+    if (hasTable(m_connection, "_store"))
         checkSchema(model);
     else
         makeSchema(model);
@@ -48,10 +46,10 @@ void StoreCore::prepareSchema(const NSManagedObjectModel& model)
 void StoreCore::makeSchema(const NSManagedObjectModel& model)
 {
     if (m_connection.integer("SELECT count(*) FROM sqlite_schema") != 0)
-        throw StoreError(
-            StoreError::Kind::SchemaMismatch, {.message = "The file holds something that is no store"});
+        throwSchemaMismatch("The file holds something that is no store");
     m_connection.execute("CREATE TABLE _store (name TEXT PRIMARY KEY, value TEXT NOT NULL) STRICT;"
                          "CREATE TABLE _keys (entity TEXT PRIMARY KEY, latest INTEGER NOT NULL) STRICT");
+    makeHistory(m_connection);
     for (const auto& sql : schemaStatements(model))
         m_connection.execute(sql);
     auto insert = m_connection.prepare("INSERT INTO _store VALUES ('version', ?), ('checksum', ?)");
@@ -69,9 +67,8 @@ void StoreCore::checkSchema(const NSManagedObjectModel& model)
 {
     const auto version = storedValue(m_connection, "version");
     if (storedValue(m_connection, "checksum") != model.checksum())
-        throw StoreError(StoreError::Kind::SchemaMismatch,
-            {.message = "The file was made for version " + version + " of another model, not for version "
-                    + std::to_string(model.version()) + " of this one"});
+        throwSchemaMismatch("The file was made for version " + version + " of another model, not for version "
+            + std::to_string(model.version()) + " of this one");
 }
 
 Statement& StoreCore::statement(const std::string& sql)
@@ -148,15 +145,9 @@ std::optional<std::int64_t> StoreCore::load(
 std::vector<std::int64_t> StoreCore::members(
     const NSEntityDescription& entity, std::size_t relationship, std::int64_t key)
 {
-    const auto& resolved = entity.relationships()[relationship];
-    std::string sql;
-    if (resolved.storage == RelationshipStorage::InverseColumn) {
-        const auto& column = resolved.destination->relationships()[*resolved.inverse].description.name;
-        sql = "SELECT \"_key\" FROM " + quotedName(*resolved.destination->name()) + " WHERE "
-            + quotedName(column) + " = ? ORDER BY 1";
-    } else
-        sql = "SELECT " + resolved.otherColumn + " FROM " + quotedName(resolved.joinTable) + " WHERE "
-            + resolved.ownColumn + " = ? ORDER BY 1";
+    const auto rows = memberRows(entity.relationships()[relationship]);
+    const auto sql = "SELECT " + rows.member + " FROM " + rows.table + " WHERE " + rows.owner
+        + " = ? ORDER BY 1";
 
     const std::lock_guard lock(m_mutex);
     auto& select = statement(sql);

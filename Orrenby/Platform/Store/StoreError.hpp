@@ -37,7 +37,7 @@ public:
         Busy,             ///< Somebody else kept writing for longer than the busy timeout.
         Corrupt,          ///< The file is damaged, or no store.
         Constraint,       ///< Something still refers to what was deleted.
-        SchemaMismatch,   ///< The file was made for another model.
+        SchemaMismatch,   ///< The file was made for another model, or by other migration steps.
         InvalidModel,     ///< The model contradicts itself.
         InvalidPredicate, ///< The text is no predicate, or does not fit the entity.
         InvalidValue,     ///< A value is missing, or cannot be stored.

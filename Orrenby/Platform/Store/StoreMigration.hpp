@@ -4,95 +4,38 @@
 /// Bringing a store file to a later version of its model.
 
 #include "Orrenby/Platform/Export.hpp"
-#include "Orrenby/Platform/Objects/Any.hpp"
-#include "Orrenby/Platform/Objects/Owned.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
+#include "Orrenby/Platform/Store/MigrationMapping.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
 #include "Orrenby/Platform/Store/StoreSettings.hpp"
+#include "Orrenby/Platform/Time/Date.hpp"
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
 
-/// One object on its way: what it was, and what it becomes. Valid during the call that it is handed to.
-class ORRENBY_EXPORT MigratedObject {
-public:
-    /// Made by the migration; refers to what it is given.
-    MigratedObject(const NSEntityDescription& from, const std::vector<Any>& oldValues,
-        const NSEntityDescription& to, std::vector<Any>& newValues) noexcept
-        : m_from(from)
-        , m_oldValues(oldValues)
-        , m_to(to)
-        , m_newValues(newValues)
-    {}
-
-    /// The value of an attribute in the earlier version. Throws a `StoreError` for an unknown key, as the
-    /// next one.
-    const Any& oldValue(std::string_view key) const;
-    /// Sets an attribute of the later version.
-    void setValue(std::string_view key, Any value);
-
-private:
-    const NSEntityDescription& m_from;
-    const std::vector<Any>& m_oldValues;
-    const NSEntityDescription& m_to;
-    std::vector<Any>& m_newValues;
-};
-
-/// Says what becomes of what is not called the same in the later version. Entities are named as they are
-/// there, keys to give up as they were.
-class ORRENBY_EXPORT MigrationMapping {
-public:
-    /// Takes one object on its way; what it throws ends the migration.
-    using Change = std::function<void(MigratedObject& object)>;
-
-    MigrationMapping();
-    MigrationMapping(const MigrationMapping& other);
-    MigrationMapping& operator=(const MigrationMapping& other);
-    ~MigrationMapping();
-
-    /// The objects of entity `from` go on as those of entity `to`.
-    void renameEntity(std::string from, std::string to);
-
-    /// The values under the key `from` go on under the key `to`. The entity is named as it is in the later
-    /// version.
-    void renameKey(std::string entity, std::string from, std::string to);
-
-    /// Gives up all objects of an entity.
-    void dropEntity(std::string entity);
-    /// Gives up the values of an attribute, or a relationship.
-    void dropKey(std::string entity, std::string key);
-    /// Called for every object, after the values that stay were taken over.
-    void change(std::string entity, Change change);
-
-    /// For the migration: what an entity or key of the later version is called in the earlier one; the same
-    /// name when nothing was said.
-    const std::string& oldEntity(const std::string& entity) const;
-    const std::string& oldKey(const std::string& entity, const std::string& key) const;
-
-    /// For the migration: whether an entity or key of the earlier version is given up.
-    bool isDropped(const std::string& entity) const;
-    bool isDropped(const std::string& entity, const std::string& key) const;
-
-    /// For the migration: what was said by `change`, or `nullptr`.
-    const Change* changeFor(const std::string& entity) const;
-
-private:
-    struct Rules;
-    detail::Owned<Rules> m_rules;
-};
-
-/// A step from one version of a model to the next.
+/// A step from one version of a model to the next. Its mapping says what a name alone does not:
+///
+/// @snippet Tests/Platform/Store/StoreMigrationTests.cpp Mapping what changed
+///
+/// A plain value. Not synchronised.
 struct MigrationStep {
     /// The model that stores of the earlier version were made with.
     Ref<const NSManagedObjectModel> from = {};
     /// Its version is that of `from` and one.
     Ref<const NSManagedObjectModel> to = {};
-    /// May be empty.
+    /// May be empty. It is asked at least once whenever the step is handed to `migrateStore`, also when the
+    /// file has taken it before.
     std::function<void(MigrationMapping& mapping)> mapping = {};
+    /// Anything that names what the functions given to `MigrationMapping::change` do, which cannot be read
+    /// from them: another one when they do something else.
+    std::string revision = {};
+
+    /// What the step does, in 40 hexadecimal digits: both models, what the mapping says, and the revision.
+    /// The models are not null.
+    ORRENBY_EXPORT std::string checksum() const;
 };
 
 /// How a migration goes.
@@ -110,6 +53,15 @@ struct MigrationReport {
     friend bool operator==(const MigrationReport&, const MigrationReport&) noexcept = default;
 };
 
+/// A step that a file has taken.
+struct MigrationRecord {
+    std::int64_t version = 0;  ///< To which it led.
+    std::string checksum = {}; ///< The step's.
+    Date date = Date(0);       ///< When, by the world's clock.
+
+    friend bool operator==(const MigrationRecord&, const MigrationRecord&) noexcept = default;
+};
+
 /// Brings the file of the settings to the version that the last step leads to, step by step from the one that
 /// it has; each is a transaction of its own, so that a failure leaves the file as the step before left it.
 ///
@@ -119,14 +71,26 @@ struct MigrationReport {
 /// their default values. What has no place in the later version has to be given up explicitly: else nothing
 /// is done. Nothing is done either for a file that has the version already, and for one without a store.
 ///
+/// The file keeps a record of each step it has taken. So a step that has been taken somewhere is not changed
+/// any more; what it got wrong is put right by a further one.
+///
 /// Throws a `StoreError`: `SchemaMismatch` when the file is newer than the last step, was made for another
-/// model than the one of its version, or holds no store; `MigrationFailed` when a step is missing, drops
-/// something silently, leaves a required value empty or a reference without its object. What a mapping
-/// throws passes.
+/// model than the one of its version, has taken another step to one of the versions, or holds no store;
+/// `MigrationFailed` when a step is missing, drops something silently, leaves a required value empty or a
+/// reference without its object. What a mapping throws passes.
 ///
 /// Safe to use from several threads. Nobody else may have the file open. Takes time and twice the room of the
 /// file.
 ORRENBY_EXPORT MigrationReport migrateStore(
     const std::vector<MigrationStep>& steps, const StoreSettings& settings, MigrationOptions options = {});
+
+/// The steps that the file of the settings has taken, the first one first. None for a file that was made for
+/// its version or is not there; those from before files kept a record are missing.
+///
+/// @snippet Tests/Platform/Store/MigrationHistoryTests.cpp Reading the history of a file
+///
+/// Throws a `StoreError`, of the kind `SchemaMismatch` for a file that holds no store. Safe to use from
+/// several threads.
+ORRENBY_EXPORT std::vector<MigrationRecord> migrationHistory(const StoreSettings& settings);
 
 } // namespace orrenby

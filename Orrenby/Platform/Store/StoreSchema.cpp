@@ -1,7 +1,10 @@
 #include "Orrenby/Platform/Store/StoreSchema.hpp"
 
+#include "Orrenby/Platform/Digest/SHA1.hpp"
 #include "Orrenby/Platform/Store/Connection.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
+#include "Orrenby/Platform/Text/Hexadecimal.hpp"
+#include <utility>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
@@ -98,6 +101,28 @@ std::string updateStatement(const NSEntityDescription& entity)
         if (relationship.storage == RelationshipStorage::Column)
             sql += ", " + quotedName(relationship.description.name) + " = ?";
     return sql + " WHERE \"_key\" = ? AND \"_version\" = ?";
+}
+
+MemberRows memberRows(const ResolvedRelationship& relationship)
+{
+    if (relationship.storage == RelationshipStorage::JoinTable)
+        return {quotedName(relationship.joinTable), relationship.ownColumn, relationship.otherColumn};
+    const auto& inverse = relationship.destination->relationships()[*relationship.inverse].description;
+    return {quotedName(*relationship.destination->name()), quotedName(inverse.name), "\"_key\""};
+}
+
+void throwSchemaMismatch(std::string message)
+{
+    throw StoreError(StoreError::Kind::SchemaMismatch, {.message = std::move(message)});
+}
+
+std::string checksumOf(std::string_view text) { return hexadecimalText(sha1(text)); }
+
+bool hasTable(Connection& connection, std::string_view name)
+{
+    auto select = connection.prepare("SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = ?");
+    select.bindText(1, name);
+    return select.step();
 }
 
 std::string storedValue(Connection& connection, std::string_view name)

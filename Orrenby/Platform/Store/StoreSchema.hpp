@@ -16,6 +16,7 @@ class NSManagedObjectModel;
 namespace detail {
 
 class Connection;
+struct ResolvedRelationship;
 
 /// A name as statements spell it. Names consist of letters, digits and underscores, so that quoting is
 /// enough; those of further tables are made with dots, which no entity's has.
@@ -31,6 +32,22 @@ std::string columnList(const NSEntityDescription& entity);
 /// and the expected version after them.
 std::string insertStatement(const NSEntityDescription& entity);
 std::string updateStatement(const NSEntityDescription& entity);
+
+/// Where the members of a to-many relationship stand, one per row: `SELECT member FROM table WHERE owner =
+/// ?`.
+struct MemberRows {
+    std::string table;
+    std::string owner;
+    std::string member;
+};
+MemberRows memberRows(const ResolvedRelationship& relationship);
+
+[[noreturn]] void throwSchemaMismatch(std::string message);
+
+/// 40 hexadecimal digits that differ when the texts do.
+std::string checksumOf(std::string_view text);
+
+bool hasTable(Connection& connection, std::string_view name);
 
 /// What a file says of itself: its model's "version" or "checksum"; empty when it does not say.
 std::string storedValue(Connection& connection, std::string_view name);

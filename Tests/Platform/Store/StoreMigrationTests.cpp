@@ -15,6 +15,29 @@ using testing::Optional;
 
 namespace {
 
+RelationshipDescription friendsOf(std::string entity)
+{
+    return {.name = "friends", .destination = std::move(entity), .inverse = "friends", .isToMany = true};
+}
+
+EntityOptions company(std::string staff, std::string employer)
+{
+    return {.name = "Company",
+        .attributes = {{.name = "name"}},
+        .relationships = {{.name = "staff",
+            .destination = std::move(staff),
+            .inverse = std::move(employer),
+            .isToMany = true}}};
+}
+
+EntityOptions member(std::vector<RelationshipDescription> relationships)
+{
+    return {.name = "Member",
+        .attributes = {{.name = "first"}, {.name = "last"},
+            {.name = "isActive", .kind = AttributeKind::Bool, .defaultValue = true}},
+        .relationships = std::move(relationships)};
+}
+
 /// People with a name of two words, friends and an employer.
 Ref<const NSManagedObjectModel> firstModel()
 {
@@ -23,53 +46,42 @@ Ref<const NSManagedObjectModel> firstModel()
              .attributes = {{.name = "name"},
                  {.name = "age", .kind = AttributeKind::Int, .isOptional = true}},
              .relationships = {{.name = "employer", .destination = "Company", .inverse = "staff"},
-                 {.name = "friends", .destination = "Person", .inverse = "friends", .isToMany = true}}},
-            {.name = "Company",
-                .attributes = {{.name = "name"}},
-                .relationships = {
-                    {.name = "staff", .destination = "Person", .inverse = "employer", .isToMany = true}}}});
+                 friendsOf("Person")}},
+            company("Person", "employer")});
 }
 
 /// Members with both words apart, of a firm; without an age.
 Ref<const NSManagedObjectModel> secondModel()
 {
     return NSManagedObjectModel::make(2,
-        {{.name = "Member",
-             .attributes = {{.name = "first"}, {.name = "last"},
-                 {.name = "isActive", .kind = AttributeKind::Bool, .defaultValue = true}},
-             .relationships = {{.name = "firm", .destination = "Company", .inverse = "staff"},
-                 {.name = "friends", .destination = "Member", .inverse = "friends", .isToMany = true}}},
-            {.name = "Company",
-                .attributes = {{.name = "name"}},
-                .relationships = {
-                    {.name = "staff", .destination = "Member", .inverse = "firm", .isToMany = true}}}});
+        {member({{.name = "firm", .destination = "Company", .inverse = "staff"}, friendsOf("Member")}),
+            company("Member", "firm")});
 }
 
 /// Companies are gone.
 Ref<const NSManagedObjectModel> thirdModel()
 {
-    return NSManagedObjectModel::make(3,
-        {{.name = "Member",
-            .attributes = {{.name = "first"}, {.name = "last"},
-                {.name = "isActive", .kind = AttributeKind::Bool, .defaultValue = true}},
-            .relationships = {
-                {.name = "friends", .destination = "Member", .inverse = "friends", .isToMany = true}}}});
+    return NSManagedObjectModel::make(3, {member({friendsOf("Member")})});
 }
 
+/// Splits the names of people.
 MigrationStep firstStep()
 {
-    return {.from = firstModel(), .to = secondModel(), .mapping = [](MigrationMapping& mapping) {
-                mapping.renameEntity("Person", "Member");
-                mapping.renameKey("Member", "employer", "firm");
-                mapping.dropKey("Member", "name");
-                mapping.dropKey("Member", "age");
-                mapping.change("Member", [](MigratedObject& person) {
-                    const auto name = person.oldValue("name").text();
-                    const auto blank = name.find(' ');
-                    person.setValue("first", name.substr(0, blank));
-                    person.setValue("last", name.substr(blank + 1));
-                });
-            }};
+    //! [Mapping what changed]
+    const auto split = [](MigrationMapping& mapping) {
+        mapping.renameEntity("Person", "Member");
+        mapping.renameKey("Member", "employer", "firm");
+        mapping.dropKey("Member", "name");
+        mapping.dropKey("Member", "age");
+        mapping.change("Member", [](MigratedObject& person) {
+            const auto name = person.oldValue("name").text();
+            const auto blank = name.find(' ');
+            person.setValue("first", name.substr(0, blank));
+            person.setValue("last", name.substr(blank + 1));
+        });
+    };
+    //! [Mapping what changed]
+    return {.from = firstModel(), .to = secondModel(), .mapping = split};
 }
 
 MigrationStep secondStep()
@@ -130,21 +142,9 @@ TEST(StoreMigration, BringsAFileToALaterVersion)
     const auto settings = savedFile(folder);
 
     //! [Migrating a store]
-    const auto step = MigrationStep{
-        .from = firstModel(), .to = secondModel(), .mapping = [](MigrationMapping& mapping) {
-            mapping.renameEntity("Person", "Member");
-            mapping.renameKey("Member", "employer", "firm");
-            mapping.dropKey("Member", "name");
-            mapping.dropKey("Member", "age");
-            mapping.change("Member", [](MigratedObject& person) {
-                const auto name = person.oldValue("name").text();
-                const auto blank = name.find(' ');
-                person.setValue("first", name.substr(0, blank));
-                person.setValue("last", name.substr(blank + 1));
-            });
-        }};
+    const std::vector<MigrationStep> steps{firstStep()}; // all there ever were
 
-    const auto report = migrateStore({step}, settings);
+    const auto report = migrateStore(steps, settings);
     //! [Migrating a store]
     EXPECT_EQ(report, (MigrationReport{.fromVersion = 1, .toVersion = 2, .objectCount = 3}));
     const auto context = make<NSManagedObjectContext>(PersistentStore::open(secondModel(), settings));
