@@ -116,8 +116,8 @@ public:
     /// entity or key, and for a predicate that does not fit the entity.
     ///
     /// While objects of the entity, or of others that the predicate leads to, have unsaved changes, all of
-    /// the entity's are read, chosen from and ordered in memory. So they are for predicates with more than
-    /// 200 comparisons, 8 levels or 3 relationships in a path.
+    /// the entity's are read, chosen from and ordered in memory. So they are for predicates with `MATCHES`,
+    /// more than 200 comparisons, 8 levels or 3 relationships in a path.
     template <class T = NSManagedObject> std::vector<Ref<T>> fetch(const NSFetchRequest& request)
     {
         auto objects = fetchObjects(request);

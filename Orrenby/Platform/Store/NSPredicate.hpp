@@ -9,6 +9,7 @@
 #include "Orrenby/Platform/Objects/Result.hpp"
 #include "Orrenby/Platform/Store/StoreError.hpp"
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -19,6 +20,8 @@ namespace orrenby::inline ORRENBY_ABI {
 
 namespace detail {
 
+enum class PredicateOperator : std::uint8_t;
+enum class PredicateQuantifier : std::uint8_t;
 struct PredicateNode;
 
 } // namespace detail
@@ -29,17 +32,18 @@ struct PredicateNode;
 ///
 /// The text form compares a key path with a value or another path, and combines comparisons:
 /// - `=` `==` `!=` `<>` `<` `<=` `>` `>=`, `BETWEEN {1, 9}`, `IN {"a", "b"}`;
-/// - `BEGINSWITH`, `CONTAINS`, `ENDSWITH`, and `LIKE` with `*` for any characters, `?` for one, `\` before
-/// one
-///   that stands for itself; `[c]` right behind the word ignores case (`LIKE[c]`);
+/// - `BEGINSWITH`, `CONTAINS`, `ENDSWITH`; `LIKE` with `*` for any characters, `?` for one, `\` before one
+///   that stands for itself; `MATCHES` with a pattern of `RegularExpression` for the whole text; `[c]` right
+///   behind the word ignores case (`LIKE[c]`);
 /// - `AND` `&&`, `OR` `||`, `NOT` `!`, parentheses, `TRUEPREDICATE`, `FALSEPREDICATE`;
 /// - values: numbers, `"texts"` with `\` before quotes and itself, `TRUE` `YES` `FALSE` `NO`, `nil` `NULL`,
 ///   and `%@` for the next argument, which may be anything that is stored, an object or the name of one,
 ///   or a list after `IN` and `BETWEEN`. Values are never part of the text unless they are written there;
 /// - keys: attributes, paths through to-one relationships (`employer.name`), `SELF`; `%K` for a path that is
 ///   the next argument, `#like` for a key that is spelled as a word of the language;
-/// - `ANY friends.name = "Eva"` for paths through to-many relationships, `NONE` for its opposite;
-///   `ANY friends != nil` for there being one.
+/// - `ANY friends.name = "Eva"` or `SOME` for paths through to-many relationships, `NONE` for its opposite,
+///   `ALL` for every value, of which there may be none; `ANY friends != nil` for there being one;
+/// - `friends.@count > 2`: how many objects a to-many relationship has, at the end of a path.
 ///
 /// Words are read in either case, keys as they are. What is empty equals only `nil`, so that it is different
 /// from every value; it is not less, greater, between or like anything. A path through an empty relationship
@@ -47,7 +51,8 @@ struct PredicateNode;
 /// kind. Texts compare by their bytes; ignoring case compares characters folded one by one.
 ///
 /// The keys are looked up when the predicate is used: a fetch with keys that its entity does not have, or
-/// values of another kind, fails with `InvalidPredicate`.
+/// values of another kind, fails with `InvalidPredicate`. So does one whose pattern takes longer than a
+/// second for one text.
 ///
 /// A handle: copies share one immutable content. Safe to use from several threads.
 class ORRENBY_EXPORT NSPredicate {
@@ -99,8 +104,10 @@ public:
     /// @param path  As in the text form; `SELF` and the empty text name the object itself.
     explicit PredicateKey(std::string_view path);
 
-    /// Through to-many relationships: fulfilled when one of the objects is found.
+    /// Through to-many relationships: fulfilled when one of the values is, or all of them are. Where there is
+    /// none, all are.
     PredicateKey any() const;
+    PredicateKey all() const;
 
     /// Conditions on the value at the key path, each like the word of its name in the text form.
     NSPredicate in(std::vector<Any> values) const;
@@ -109,6 +116,8 @@ public:
     NSPredicate contains(std::string_view text, TextMatchOptions options = {}) const;
     NSPredicate endsWith(std::string_view text, TextMatchOptions options = {}) const;
     NSPredicate like(std::string_view pattern, TextMatchOptions options = {}) const;
+    /// Throws a `StoreError` of the kind `InvalidPredicate` for what is no pattern of a `RegularExpression`.
+    NSPredicate matches(std::string_view pattern, TextMatchOptions options = {}) const;
 
     /// Conditions on the value at the key path, each like its sign in the text form.
     friend ORRENBY_EXPORT NSPredicate operator==(const PredicateKey& key, const Any& value);
@@ -119,8 +128,13 @@ public:
     friend ORRENBY_EXPORT NSPredicate operator>=(const PredicateKey& key, const Any& value);
 
 private:
+    NSPredicate compared(
+        detail::PredicateOperator operation, std::vector<Any> values, TextMatchOptions options = {}) const;
+    NSPredicate comparedToOne(
+        detail::PredicateOperator operation, const Any& value, TextMatchOptions options = {}) const;
+
     std::vector<std::string> m_keys;
-    bool m_isAny = false;
+    detail::PredicateQuantifier m_quantifier = {};
 };
 
 } // namespace orrenby

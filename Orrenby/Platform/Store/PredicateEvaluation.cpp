@@ -38,8 +38,8 @@ public:
                 right = value;
                 return true;
             });
-        return finds(
-            predicate.left, 0, m_record, [&](const Any& left) { return compare(left, predicate, right); });
+        return finds(predicate.left, 0, m_record,
+            [&](const Any& left) { return compare(left, predicate, right) != predicate.isUnfulfilled; });
     }
 
 private:
@@ -52,7 +52,18 @@ private:
         if (predicate.operation == PredicateOperator::Between)
             return fulfils(left, PredicateOperator::GreaterOrEqual, false, values[0])
                 && fulfils(left, PredicateOperator::LessOrEqual, false, values[1]);
+        if (predicate.pattern)
+            return !left.isNull() && matches(*predicate.pattern, left.text());
         return fulfils(left, predicate.operation, predicate.ignoresCase, predicate.right ? right : values[0]);
+    }
+
+    static bool matches(const RegularExpression& pattern, std::string_view text)
+    {
+        const auto outcome = pattern.tryMatches(text);
+        if (!outcome.isSuccess())
+            throwInvalidPredicate("The pattern cannot be tried on a text that is stored ("
+                + outcome.error()->description() + ")");
+        return *outcome.value();
     }
 
     /// Whether one of the values at the end of the path passes.
@@ -60,6 +71,8 @@ private:
     bool finds(const CheckedPath& path, std::size_t hop, const Ref<ManagedRecord>& record, Test&& test) const
     {
         if (hop == path.hops.size()) {
+            if (path.counted)
+                return test(isAvailable(*record) ? count(*record, path.counted->index) : Any());
             if (!path.slot)
                 return test(Any(record->key));
             return isAvailable(*record) ? test(record->values[*path.slot]) : test(Any());
@@ -77,6 +90,11 @@ private:
                     return finds(path, hop + 1, target, test);
             }
         return path.nextToMany(hop) == path.hops.size() && test(Any());
+    }
+
+    Any count(ManagedRecord& record, std::size_t relationship) const
+    {
+        return static_cast<std::int64_t>(m_state.members(record, relationship).size());
     }
 
     /// Whether the values are known, after reading them if need be.

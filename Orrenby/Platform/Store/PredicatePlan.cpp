@@ -55,7 +55,12 @@ private:
         CheckedPredicate checked{.kind = PredicateKind::Comparison,
             .operation = comparison.operation,
             .ignoresCase = comparison.ignoresCase,
-            .left = checkPath(comparison.left, comparison.isAny)};
+            .left = checkPath(comparison.left, comparison.quantifier != PredicateQuantifier::None),
+            .pattern = comparison.pattern,
+            .isUnfulfilled = comparison.quantifier == PredicateQuantifier::All};
+        // The engine would have to be told of a text that takes too long.
+        if (checked.pattern)
+            m_plan.isTranslatable = false;
         const auto& key = comparison.left.empty() ? std::string("SELF") : comparison.left.back();
         if (comparesTexts(checked.operation) && checked.left.kind != AttributeKind::Text)
             refuse("Only texts begin with, contain or are like something: " + key, key);
@@ -73,10 +78,14 @@ private:
                 refuse("Nothing is less, greater or like what is empty: " + key, key);
             checked.values.push_back(value.isNull() ? Any() : checkValue(value, checked.left, key));
         }
-        return checked;
+        if (!checked.isUnfulfilled)
+            return checked;
+        CheckedPredicate none{.kind = PredicateKind::Not};
+        none.children.push_back(std::move(checked));
+        return none;
     }
 
-    CheckedPath checkPath(const PredicatePath& keys, bool isAny)
+    CheckedPath checkPath(const PredicatePath& keys, bool isQuantified)
     {
         CheckedPath path;
         bool hasToMany = false;
@@ -89,6 +98,8 @@ private:
                 path.column = quotedName(key);
                 break;
             }
+            if (key == countKey)
+                refuse("Only the objects of a relationship with many of them are counted", key);
             const auto index = entity->relationshipIndex(key);
             if (index == NSEntityDescription::none)
                 refuse(entity->name().value_or("") + " has no "
@@ -96,10 +107,16 @@ private:
                     key);
             const auto& relationship = entity->relationships()[index];
             const bool isToMany = relationship.description.isToMany;
-            if (isToMany && !isAny)
-                refuse("A relationship with many objects needs ANY or NONE: " + key, key);
-            hasToMany |= isToMany;
             entity = relationship.destination;
+            if (isToMany && &key + 1 == &keys.back() && keys.back() == countKey) {
+                path.counted = CheckedPath::Hop{&relationship, index};
+                path.kind = AttributeKind::Int;
+                m_plan.otherEntities.push_back(entity);
+                break;
+            }
+            if (isToMany && !isQuantified)
+                refuse("A relationship with many objects needs ANY, ALL, NONE or @count: " + key, key);
+            hasToMany |= isToMany;
             if (isLast && !isToMany) {
                 path.slot = relationship.slot;
                 path.column = quotedName(key);
@@ -109,10 +126,10 @@ private:
             path.hops.push_back({&relationship, index});
             m_plan.otherEntities.push_back(entity);
         }
-        if (isAny && !hasToMany)
-            refuse("ANY and NONE need a relationship with many objects",
+        if (isQuantified && !hasToMany)
+            refuse("ANY, ALL and NONE need a relationship with many objects",
                 keys.empty() ? std::string() : keys.back());
-        if (!path.slot) {
+        if (!path.slot && !path.counted) {
             path.column = quotedName("_key");
             path.object = entity;
         }

@@ -32,9 +32,12 @@ struct CheckedPath {
     };
 
     std::vector<Hop> hops = {};
+    /// The relationship whose objects are counted at the end.
+    std::optional<Hop> counted = {};
     std::optional<std::size_t> slot = {};   ///< Of the value at the end; without one the object's own key.
-    std::string column = {};                ///< Of that value, as statements spell it.
-    std::optional<AttributeKind> kind = {}; ///< Of an attribute.
+    std::string column = {};                ///< Of that value, as statements spell it; empty for a number of
+                                            ///< objects.
+    std::optional<AttributeKind> kind = {}; ///< Of an attribute, or a number of objects.
     const NSEntityDescription* object = nullptr; ///< Of an object's key.
 
     /// The first relationship at or after `hop` that has many objects; the number of hops when there is none.
@@ -49,6 +52,10 @@ struct CheckedPredicate {
     CheckedPath left = {};
     std::optional<CheckedPath> right = {};
     std::vector<Any> values = {};
+    /// What the values have to match.
+    std::optional<RegularExpression> pattern = {};
+    /// Whether a value is wanted for which the comparison does not hold.
+    bool isUnfulfilled = false;
 };
 
 struct PredicatePlan {

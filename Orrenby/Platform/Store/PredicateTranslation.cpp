@@ -49,25 +49,26 @@ private:
     {
         const auto& path = predicate.left;
         const auto next = path.nextToMany(hop);
-        if (next == path.hops.size())
-            return comparison(predicate, value(path, hop, path.hops.size(), path.column, table));
+        if (next == path.hops.size()) {
+            const auto text = comparison(predicate, value(path, hop, path.hops.size(), path.column, table));
+            return predicate.isUnfulfilled ? '(' + text + " IS NOT TRUE)" : text;
+        }
         const auto& relationship = *path.hops[next].relationship;
-        const auto member = nextTable();
         const auto owner = next == hop
             ? table + ".\"_key\""
             : value(
                 path, hop, next - 1, quotedName(path.hops[next - 1].relationship->description.name), table);
-        const auto destination = quotedName(*relationship.destination->name()) + " AS " + member;
-        if (relationship.storage == RelationshipStorage::InverseColumn) {
-            const auto& column = relationship.destination->relationships()[*relationship.inverse].description;
-            return "EXISTS (SELECT 1 FROM " + destination + " WHERE " + member + '.' + quotedName(column.name)
-                + " = " + owner + " AND " + search(predicate, next + 1, member) + ')';
+        const auto rows = memberRows(relationship);
+        const auto row = nextTable();
+        auto tables = rows.table + " AS " + row;
+        auto member = row;
+        if (relationship.storage == RelationshipStorage::JoinTable) {
+            member = nextTable();
+            tables += " JOIN " + quotedName(*relationship.destination->name()) + " AS " + member + " ON "
+                + member + ".\"_key\" = " + row + '.' + rows.member;
         }
-        const auto pair = nextTable();
-        return "EXISTS (SELECT 1 FROM " + quotedName(relationship.joinTable) + " AS " + pair + " JOIN "
-            + destination + " ON " + member + ".\"_key\" = " + pair + '.' + relationship.otherColumn
-            + " WHERE " + pair + '.' + relationship.ownColumn + " = " + owner + " AND "
-            + search(predicate, next + 1, member) + ')';
+        return "EXISTS (SELECT 1 FROM " + tables + " WHERE " + row + '.' + rows.owner + " = " + owner
+            + " AND " + search(predicate, next + 1, member) + ')';
     }
 
     /// The value of that column at the end of hops that lead to one object each.
@@ -75,12 +76,20 @@ private:
         const std::string& table)
     {
         if (hop == end)
-            return table + '.' + column;
+            return column.empty() ? count(*path.counted->relationship, table) : table + '.' + column;
         const auto& relationship = *path.hops[hop].relationship;
         const auto next = nextTable();
         return "(SELECT " + value(path, hop + 1, end, column, next) + " FROM "
             + quotedName(*relationship.destination->name()) + " AS " + next + " WHERE " + next
             + ".\"_key\" = " + table + '.' + quotedName(relationship.description.name) + ')';
+    }
+
+    std::string count(const ResolvedRelationship& relationship, const std::string& table)
+    {
+        const auto rows = memberRows(relationship);
+        const auto row = nextTable();
+        return "(SELECT count(*) FROM " + rows.table + " AS " + row + " WHERE " + row + '.' + rows.owner
+            + " = " + table + ".\"_key\")";
     }
 
     std::string operand(const CheckedPredicate& predicate)
@@ -98,27 +107,17 @@ private:
 
     std::string comparison(const CheckedPredicate& predicate, const std::string& left)
     {
-        switch (predicate.operation) {
-        case PredicateOperator::Equal:
-            return '(' + left + " IS " + operand(predicate) + ')';
-        case PredicateOperator::NotEqual:
-            return '(' + left + " IS NOT " + operand(predicate) + ')';
-        case PredicateOperator::Less:
-            return '(' + left + " < " + operand(predicate) + ')';
-        case PredicateOperator::LessOrEqual:
-            return '(' + left + " <= " + operand(predicate) + ')';
-        case PredicateOperator::Greater:
-            return '(' + left + " > " + operand(predicate) + ')';
-        case PredicateOperator::GreaterOrEqual:
-            return '(' + left + " >= " + operand(predicate) + ')';
-        case PredicateOperator::In:
+        constexpr const char* signs[] = {" IS ", " IS NOT ", " < ", " <= ", " > ", " >= "};
+
+        if (predicate.operation <= PredicateOperator::GreaterOrEqual)
+            return '(' + left + signs[static_cast<std::size_t>(predicate.operation)] + operand(predicate)
+                + ')';
+        if (predicate.operation == PredicateOperator::In)
             return membership(predicate, left);
-        case PredicateOperator::Between:
+        if (predicate.operation == PredicateOperator::Between)
             return range(predicate, left);
-        default:
-            return "orrenby_matches(" + std::to_string(static_cast<int>(predicate.operation)) + ", "
-                + (predicate.ignoresCase ? "1, " : "0, ") + left + ", " + operand(predicate) + ')';
-        }
+        return "orrenby_matches(" + std::to_string(static_cast<int>(predicate.operation)) + ", "
+            + (predicate.ignoresCase ? "1, " : "0, ") + left + ", " + operand(predicate) + ')';
     }
 
     std::string range(const CheckedPredicate& predicate, const std::string& left)
