@@ -152,7 +152,9 @@ std::vector<Ref<ManagedRecord>> ContextState::fetch(const FetchPlan& plan)
 void ParentSource::fetch(const FetchPlan& plan, RecordReceiver& receiver)
 {
     m_parent.performAndWait([&] {
-        for (const auto& record : m_state.fetch(plan))
+        const auto records = m_state.fetch(plan);
+        m_child.takeOverKeys();
+        for (const auto& record : records)
             receiver.take(ParentRow(*record));
     });
 }
@@ -166,6 +168,7 @@ std::optional<std::int64_t> ParentSource::load(
             return std::nullopt;
         if (record->isFault)
             m_state.fill(*record);
+        m_child.takeOverKeys();
         values = record->values;
         return record->version;
     });
@@ -174,13 +177,22 @@ std::optional<std::int64_t> ParentSource::load(
 std::vector<std::int64_t> ParentSource::members(
     const NSEntityDescription& entity, std::size_t relationship, std::int64_t key)
 {
-    return m_parent.performAndWait(
-        [&] { return m_state.memberKeys(*m_state.record(entity, key), relationship); });
+    return m_parent.performAndWait([&] {
+        auto keys = m_state.memberKeys(*m_state.record(entity, key), relationship);
+        m_child.takeOverKeys();
+        return keys;
+    });
 }
 
 void ParentSource::save(std::span<RecordChange> changes)
 {
-    m_parent.performAndWait([&] { m_state.receive(changes); });
+    m_parent.performAndWait([&] {
+        m_state.takeOverKeys();
+        m_child.takeOverKeys();
+        for (auto& change : changes)
+            change.key = change.record->key;
+        m_state.receive(changes);
+    });
 }
 
 } // namespace orrenby::inline ORRENBY_ABI::detail

@@ -133,11 +133,8 @@ void ContextState::adopt(std::span<RecordChange> changes)
     for (const auto& record : saved)
         record->isTracked = false;
     m_changeCount = 0;
-    if (newKeys.isEmpty())
-        return;
-    for (const auto& child : m_children)
-        if (const auto context = child.lock())
-            context->m_state->announceKeys(newKeys);
+    if (!newKeys.isEmpty() && tellChildren(newKeys))
+        newKeys.addTo(m_permanentKeys);
 }
 
 void ContextState::rename(ManagedRecord& record, const NewKeys& newKeys)
@@ -164,9 +161,26 @@ void ContextState::rename(ManagedRecord& record, const NewKeys& newKeys)
 
 void ContextState::announceKeys(const NewKeys& newKeys)
 {
-    const std::lock_guard lock(m_mutex);
-    m_announcedKeys.add(newKeys);
-    m_hasAnnouncedKeys.store(true, std::memory_order_release);
+    {
+        const std::lock_guard lock(m_mutex);
+        m_announcedKeys.add(newKeys);
+        m_hasAnnouncedKeys.store(true, std::memory_order_release);
+    }
+    tellChildren(newKeys);
+}
+
+bool ContextState::tellChildren(const NewKeys& newKeys)
+{
+    std::vector<Ref<NSManagedObjectContext>> children; // released without the lock
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const auto& child : m_children)
+            children.push_back(child.lock());
+    }
+    for (const auto& child : children)
+        if (child != nullptr)
+            child->m_state->announceKeys(newKeys);
+    return !children.empty();
 }
 
 void ContextState::takeOverKeys()
@@ -180,11 +194,9 @@ void ContextState::takeOverKeys()
         m_hasAnnouncedKeys.store(false, std::memory_order_release);
     }
     newKeys.sort();
+    newKeys.addTo(m_permanentKeys);
     for (const auto& record : registry->all())
         rename(*record, newKeys);
-    for (const auto& child : m_children)
-        if (const auto context = child.lock())
-            context->m_state->announceKeys(newKeys);
 }
 
 void ContextState::receive(std::span<RecordChange> changes)

@@ -19,7 +19,7 @@ ContextState::ContextState(NSManagedObjectContext& owner, Ref<NSManagedObjectCon
     , parent(std::move(parentContext))
     , registry(std::make_shared<ObjectRegistry>(owner))
     , m_owner(owner)
-    , m_parentSource(std::make_unique<ParentSource>(*parent, *parent->m_state))
+    , m_parentSource(std::make_unique<ParentSource>(*parent, *parent->m_state, *this))
     , m_source(m_parentSource.get())
 {}
 
@@ -33,6 +33,7 @@ RecordSource& ContextState::source()
 
 void ContextState::addChild(WeakRef<NSManagedObjectContext> child)
 {
+    const std::lock_guard lock(m_mutex);
     std::erase_if(m_children, [](const auto& other) { return other.expired(); });
     m_children.push_back(std::move(child));
 }
@@ -50,6 +51,9 @@ Ref<ManagedRecord> ContextState::insert(Ref<const NSEntityDescription> entity)
 Ref<ManagedRecord> ContextState::record(const NSEntityDescription& entity, std::int64_t key)
 {
     takeOverKeys();
+    if (const auto found = key < 0 ? m_permanentKeys.find(key) : m_permanentKeys.end();
+        found != m_permanentKeys.end())
+        key = found->second;
     if (auto found = registry->find(entity, key))
         return found;
     return registry->findOrMake(store->model()->entity(*entity.name()), key, registry);

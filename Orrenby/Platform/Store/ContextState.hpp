@@ -19,6 +19,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -65,8 +66,10 @@ public:
     void merge(const Notification& didSave);
     /// Takes over the changes of a child. All or nothing.
     void receive(std::span<RecordChange> changes);
-    /// Says that objects got permanent keys. Safe to use from several threads.
+    /// Says that objects got permanent keys, to the children as well. Safe to use from several threads.
     void announceKeys(const NewKeys& newKeys);
+    /// Gives the records the keys that were announced.
+    void takeOverKeys();
 
     bool hasChanges() const noexcept { return m_changeCount != 0; }
     const std::vector<Ref<ManagedRecord>>& tracked() const noexcept { return m_tracked; }
@@ -78,7 +81,8 @@ public:
 private:
     RecordSource& source();
     void addChild(WeakRef<NSManagedObjectContext> child);
-    void takeOverKeys();
+    /// Whether there are children.
+    bool tellChildren(const NewKeys& newKeys);
     void rename(ManagedRecord& record, const NewKeys& newKeys);
 
     void untrack(ManagedRecord& record) noexcept;
@@ -107,20 +111,25 @@ private:
     RecordSource* m_source;
     std::vector<Ref<ManagedRecord>> m_tracked;
     std::size_t m_changeCount = 0; ///< Of the tracked records that have something to save.
-    std::vector<WeakRef<NSManagedObjectContext>> m_children; ///< To be told of permanent keys.
+    /// Of a context with children or a parent: what became of temporary keys. Somebody may have asked for one
+    /// just before.
+    std::unordered_map<std::int64_t, std::int64_t> m_permanentKeys;
     bool m_isKnownToParent = false;
 
-    std::mutex m_mutex;
-    NewKeys m_announcedKeys; ///< Guarded by the mutex.
+    std::mutex m_mutex;                                      ///< Guards what follows.
+    std::vector<WeakRef<NSManagedObjectContext>> m_children; ///< To be told of permanent keys.
+    NewKeys m_announcedKeys;
     std::atomic<bool> m_hasAnnouncedKeys = false;
 };
 
-/// The parent of a context as a source of records; works on the parent's queue.
+/// The parent of a context as a source of records; works on the parent's queue, while the child waits. What
+/// it gives has the keys that the child knows then, although the parent may have been saved a moment before.
 class ParentSource final : public RecordSource {
 public:
-    explicit ParentSource(NSManagedObjectContext& parent, ContextState& state) noexcept
+    ParentSource(NSManagedObjectContext& parent, ContextState& state, ContextState& child) noexcept
         : m_parent(parent)
         , m_state(state)
+        , m_child(child)
     {}
 
     void fetch(const FetchPlan& plan, RecordReceiver& receiver) override;
@@ -133,6 +142,7 @@ public:
 private:
     NSManagedObjectContext& m_parent;
     ContextState& m_state;
+    ContextState& m_child;
 };
 
 } // namespace detail

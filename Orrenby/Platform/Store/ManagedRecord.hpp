@@ -13,6 +13,7 @@
 #include <mutex>
 #include <optional>
 #include <set>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -42,6 +43,11 @@ struct RelationshipSet {
 /// Keys that were temporary, and what they became.
 class NewKeys {
 public:
+    void addTo(std::unordered_map<std::int64_t, std::int64_t>& keys) const
+    {
+        keys.insert(m_keys.begin(), m_keys.end());
+    }
+
     /// After the last one comes `sort`.
     void add(std::int64_t temporaryKey, std::int64_t key) { m_keys.push_back({temporaryKey, key}); }
     void add(const NewKeys& others);
