@@ -3,6 +3,7 @@
 #include "Orrenby/Platform/Scheduling/DispatchQueue.hpp"
 #include <gmock/gmock.h>
 #include <stdexcept>
+#include <thread>
 
 using namespace orrenby;
 using testing::ElementsAre;
@@ -95,6 +96,27 @@ TEST(NSManagedObjectContextValidity, WithoutAParentOnlyTheContextChanges)
     set(context, {.valid = false, .withParent = true});
 
     EXPECT_FALSE(context | isValid);
+}
+
+TEST(NSManagedObjectContextValidity, OfTheParentIsSetOnItsQueue)
+{
+    const auto parent = makeContext();
+    const auto context = make<NSManagedObjectContext>(parent);
+    parent->perform([&] { setIsValid(parent, false); });
+
+    set(context, {.valid = true, .withParent = true});
+
+    EXPECT_TRUE(parent | isValid);
+}
+
+TEST(NSManagedObjectContextValidity, OfTheParentMayBeSetOnItsQueue)
+{
+    const auto parent = makeContext();
+    const auto context = make<NSManagedObjectContext>(parent);
+
+    parent->performAndWait([&] { set(context, {.valid = true, .withParent = true}); });
+
+    EXPECT_TRUE(parent | isValid);
 }
 
 TEST(NSManagedObjectContextSaveChanges, SavesAValidContext)
@@ -231,6 +253,49 @@ TEST(NSManagedObjectContextCommit, RunsAfterWhatTheQueueWasGivenBefore)
     commit(context, {}, [](const Context& own) { EXPECT_TRUE(own->hasChanges()); });
 
     EXPECT_EQ(savedNotes(context), 1u);
+}
+
+TEST(NSManagedObjectContextCommit, SavesWhatWasChangedBeforeItToo)
+{
+    const auto context = makeContext();
+    insertNote(context);
+
+    commit(context, {.prepare = [](const Context& own) { insertNote(own); }}, [](const Context&) {});
+
+    EXPECT_EQ(savedNotes(context), 2u);
+}
+
+TEST(NSManagedObjectContextCommit, OfAChildReachesItsParentOnly)
+{
+    const auto parent = makeContext();
+    const auto child = make<NSManagedObjectContext>(parent);
+
+    commit(child, {}, [](const Context& own) { insertNote(own); });
+
+    EXPECT_TRUE(parent->hasChanges());
+    EXPECT_EQ(savedNotes(parent), 0u);
+}
+
+TEST(NSManagedObjectContextCommit, MayBeAskedForFromSeveralThreads)
+{
+    const auto context = makeContext();
+    std::vector<std::thread> threads;
+    for (int number = 0; number < 4; ++number)
+        threads.emplace_back([&] {
+            for (int round = 0; round < 10; ++round)
+                commit(context, {}, [](const Context& own) { insertNote(own); });
+        });
+    for (auto& thread : threads)
+        thread.join();
+
+    EXPECT_EQ(savedNotes(context), 40u);
+}
+
+TEST(NSManagedObjectContextCommitDeathTest, EndsTheProcessWhenTheCleanupThrows)
+{
+    const auto context = makeContext();
+
+    EXPECT_DEATH(commit(context, {.cleanup = [](const Context&) { throw 1; }}, [](const Context&) {}), "");
 }
 
 TEST(NSManagedObjectContextCommit, OfNothingSavesNothing)

@@ -44,6 +44,21 @@ template <KeyName Name> std::size_t attributePlace(const NSEntityDescription& en
     return place;
 }
 
+/// What members have in common. They stand in an object of their own, which they are not copied from.
+class ManagedMember {
+public:
+    /// Of the object that it is a member of.
+    explicit ManagedMember(NSManagedObject& owner) noexcept
+        : m_owner(owner)
+    {}
+    ManagedMember(const ManagedMember&) = delete;
+
+protected:
+    ~ManagedMember() = default;
+
+    NSManagedObject& m_owner;
+};
+
 } // namespace detail
 
 /// An attribute of a stored object under a type: `Attribute<std::string, "name"> name{*this};`
@@ -55,16 +70,12 @@ template <KeyName Name> std::size_t attributePlace(const NSEntityDescription& en
 ///
 /// It keeps nothing itself. An entity that has no such attribute, or one of another kind, is a programming
 /// error. Use from the queue of the object's context.
-template <class T, KeyName Name> class Attribute {
+template <class T, KeyName Name> class Attribute : public detail::ManagedMember {
 public:
+    using ManagedMember::ManagedMember;
+
     /// What it reads as.
     using Value = T;
-
-    /// Of the object that it is a member of.
-    explicit Attribute(NSManagedObject& owner) noexcept
-        : m_owner(owner)
-    {}
-    Attribute(const Attribute&) = delete;
 
     /// The value as it is now.
     T get() const
@@ -96,21 +107,15 @@ public:
 
 private:
     std::size_t place() const { return detail::attributePlace<Name>(*m_owner.entity()); }
-
-    NSManagedObject& m_owner;
 };
 
 /// A to-one relationship of a stored object to objects of class `T`: `ToOne<Company, "employer">
 /// employer{*this};`
 ///
 /// An object of another class than `T` reads as empty. Use from the queue of the object's context.
-template <class T, KeyName Name> class ToOne {
+template <class T, KeyName Name> class ToOne : public detail::ManagedMember {
 public:
-    /// Of the object that it is a member of.
-    explicit ToOne(NSManagedObject& owner) noexcept
-        : m_owner(owner)
-    {}
-    ToOne(const ToOne&) = delete;
+    using ManagedMember::ManagedMember;
 
     /// The object at the other end; empty when there is none, or one of another class.
     Ref<T> get() const { return std::dynamic_pointer_cast<T>(m_owner.object(Name.view())); }
@@ -123,21 +128,14 @@ public:
         set(object);
         return *this;
     }
-
-private:
-    NSManagedObject& m_owner;
 };
 
 /// A to-many relationship of a stored object to objects of class `T`: `ToMany<Person, "staff"> staff{*this};`
 ///
 /// Members of another class than `T` are left out. Use from the queue of the object's context.
-template <class T, KeyName Name> class ToMany {
+template <class T, KeyName Name> class ToMany : public detail::ManagedMember {
 public:
-    /// Of the object that it is a member of.
-    explicit ToMany(NSManagedObject& owner) noexcept
-        : m_owner(owner)
-    {}
-    ToMany(const ToMany&) = delete;
+    using ManagedMember::ManagedMember;
 
     /// In the order in which they were first saved, unsaved ones last.
     std::vector<Ref<T>> get() const
@@ -153,9 +151,6 @@ public:
     /// No effect when the object is a member already, or is none. The inverse is kept in step.
     void insert(const Ref<T>& object) { m_owner.addObject(Name.view(), object); }
     void erase(const Ref<T>& object) { m_owner.removeObject(Name.view(), object); }
-
-private:
-    NSManagedObject& m_owner;
 };
 
 } // namespace orrenby

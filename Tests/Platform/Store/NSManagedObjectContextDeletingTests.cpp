@@ -93,3 +93,41 @@ TEST(NSManagedObjectContext, AnObjectDeletedBeforeItWasSavedNeverWas)
     EXPECT_TRUE(a->isDeleted());
     EXPECT_THAT(context->fetch({.entity = "Person"}), IsEmpty());
 }
+
+TEST(NSManagedObjectContext, CascadesThroughCircles)
+{
+    const auto model = NSManagedObjectModel::make(1,
+        {{.name = "Node",
+            .relationships = {{.name = "next",
+                                  .destination = "Node",
+                                  .inverse = "previous",
+                                  .deleteRule = DeleteRule::Cascade},
+                {.name = "previous", .destination = "Node", .inverse = "next"}}}});
+    const auto context = make<NSManagedObjectContext>(PersistentStore::open(model));
+    std::vector<Ref<NSManagedObject>> nodes;
+    for (int number = 0; number < 3; ++number)
+        nodes.push_back(context->insert("Node"));
+    for (std::size_t number = 0; number < 3; ++number)
+        nodes[number]->setObject("next", nodes[(number + 1) % 3]);
+    context->save();
+
+    context->delete_(nodes[1]);
+    context->save();
+
+    EXPECT_THAT(context->fetch({.entity = "Node"}), IsEmpty());
+}
+
+TEST(NSManagedObjectContext, DeletesWhatIsInTheWayTogetherWithIt)
+{
+    const auto context = peopleContext(DeleteRule::Deny);
+    const auto company = context->insert<Company>("Company");
+    const auto a = insertPerson(context, "a");
+    company->staff.insert(a);
+    context->save();
+
+    context->delete_(company);
+    context->delete_(a);
+    context->save();
+
+    EXPECT_THAT(context->fetch({.entity = "Company"}), IsEmpty());
+}

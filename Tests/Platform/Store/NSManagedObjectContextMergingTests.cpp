@@ -1,5 +1,6 @@
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
 
+#include "Orrenby/Platform/Objects/Array.hpp"
 #include "Orrenby/Platform/Observing/NotificationCenter.hpp"
 #include "Tests/Platform/Store/StoreFolder.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
@@ -93,4 +94,41 @@ TEST(NSManagedObjectContext, MergesWhatAnotherContextSaved)
     EXPECT_TRUE(c->isDeleted());
     context->save();
     EXPECT_THAT(namesOf(context->fetch<Person>(peopleByName())), ElementsAre("A", "B", "d"));
+}
+
+TEST(NSManagedObjectContext, MergesItsOwnSavesAndTheSameOnesTwiceWithoutAnEffect)
+{
+    const auto context = peopleContext();
+    std::vector<Notification> saves;
+    const auto token = NotificationCenter::defaultCenter()->addObserver(
+        {.name = NSManagedObjectContextDidSaveNotification},
+        [&](const Notification& note) { saves.push_back(note); });
+    const auto a = insertPerson(context, "a");
+    const auto b = insertPerson(context, "b");
+    context->save();
+    a->name = "c";
+    context->delete_(b);
+    context->save();
+    NotificationCenter::defaultCenter()->removeObserver(token);
+    a->age = 1;
+
+    for (int round = 0; round < 2; ++round)
+        for (const auto& save : saves)
+            context->mergeChanges(save);
+
+    EXPECT_EQ(saves.size(), 2u);
+    EXPECT_EQ(a->age.get(), 1);
+    EXPECT_THAT(context->updatedObjects(), ElementsAre(a));
+    EXPECT_THAT(namesOf(context->fetch<Person>(peopleByName())), ElementsAre("c"));
+}
+
+TEST(NSManagedObjectContext, MergesNothingFromAnotherKindOfNotification)
+{
+    const auto context = peopleContext();
+    insertPerson(context, "a");
+
+    context->mergeChanges(
+        Notification(NotificationName("Other"), nullptr, {{"updated", 1}, {"deleted", Array{"x", Any()}}}));
+
+    EXPECT_EQ(context->insertedObjects().size(), 1u);
 }

@@ -2,6 +2,7 @@
 
 #include "Tests/Platform/Store/StoreFolder.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
+#include <future>
 #include <gmock/gmock.h>
 #include <thread>
 
@@ -61,4 +62,36 @@ TEST(NSManagedObjectContext, ContextsOfOneStoreMaySaveFromSeveralThreads)
         thread.join();
 
     EXPECT_EQ(storedNames(store).size(), 100u);
+}
+
+TEST(NSManagedObjectContext, WaitingForAParentsQueueMayBeNestedInWaitingForItsOwn)
+{
+    const auto parent = peopleContext();
+    const auto child = make<NSManagedObjectContext>(parent);
+
+    const auto names = child->performAndWait([&] {
+        insertPerson(child, "a");
+        child->save();
+        return parent->performAndWait([&] {
+            parent->save();
+            return child->performAndWait([&] { return storedNames(parent->persistentStore()); });
+        });
+    });
+
+    EXPECT_THAT(names, ElementsAre("a"));
+}
+
+TEST(NSManagedObjectContext, PerformedWorkKeepsItsContext)
+{
+    auto context = peopleContext();
+    std::promise<std::vector<std::string>> stored;
+
+    context->perform([&stored, &own = *context] {
+        own.insert<Person>("Person")->name = "a";
+        own.save();
+        stored.set_value(storedNames(own.persistentStore()));
+    });
+    context = nullptr;
+
+    EXPECT_THAT(stored.get_future().get(), ElementsAre("a"));
 }

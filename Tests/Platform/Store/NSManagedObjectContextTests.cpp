@@ -220,6 +220,32 @@ TEST(NSManagedObjectContext, RollsBackToWhatIsStored)
     EXPECT_THAT(namesOf(context->fetch<Person>(peopleByName())), ElementsAre("a", "b"));
 }
 
+TEST(NSManagedObjectContext, RollsBackTwiceAndWithoutChanges)
+{
+    const auto context = peopleContext();
+    const auto a = insertPerson(context, "a");
+
+    context->rollback();
+    context->rollback();
+
+    EXPECT_FALSE(context->hasChanges());
+    EXPECT_TRUE(a->isDeleted());
+    EXPECT_FALSE(a->isInserted());
+    EXPECT_TRUE(context->trySave().isSuccess());
+    EXPECT_THAT(context->fetch({.entity = "Person"}), IsEmpty());
+}
+
+TEST(NSManagedObjectContext, KeepsWhatItsUserLaysDown)
+{
+    const auto context = peopleContext();
+    EXPECT_EQ(context->userInfo(), Dictionary());
+
+    context->userInfo().set("key", 1);
+    context->rollback();
+
+    EXPECT_EQ(context->userInfo(), Dictionary({{"key", 1}}));
+}
+
 TEST(NSManagedObjectContextDeathTest, RefusesWhatIsNotItsOwn)
 {
     const auto context = peopleContext();

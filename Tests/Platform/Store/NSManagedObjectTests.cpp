@@ -201,6 +201,37 @@ TEST(NSManagedObject, TellsTheObserversOfTheOtherEnd)
             "staff: [] -> [Person(" + person->description() + ")]", "employer.name: none -> Company"));
 }
 
+TEST(NSManagedObject, TellsItsObserversOfARollbackAndARefresh)
+{
+    const auto context = peopleContext();
+    const auto person = insertPerson(context, "Eva");
+    context->save();
+    person->name = "Ada";
+    const auto recorder = std::make_shared<Recorder>();
+    person->addObserver(recorder, "name", oldAndNew);
+
+    context->rollback();
+    person->name = "Bob";
+    context->refresh(person, false);
+
+    EXPECT_THAT(recorder->lines, ElementsAre("name: Ada -> Eva", "name: Eva -> Bob", "name: Bob -> Eva"));
+}
+
+TEST(NSManagedObject, ItsNameIsTemporaryUntilItIsSaved)
+{
+    const auto context = peopleContext();
+    const auto person = insertPerson(context, "Eva");
+    const auto temporary = person->objectID();
+
+    context->save();
+
+    EXPECT_TRUE(temporary.isTemporaryID());
+    EXPECT_FALSE(person->objectID().isTemporaryID());
+    EXPECT_EQ(context->object(person->objectID()), person);
+    EXPECT_EQ(
+        make<NSManagedObjectContext>(context)->object(person->objectID())->objectID(), person->objectID());
+}
+
 TEST(NSManagedObjectDeathTest, RefusesWhatDoesNotFitItsEntity)
 {
     const auto context = peopleContext();
