@@ -17,6 +17,8 @@ BEGIN {
     say("(std::size_t|size_type|bool|auto|(const_)?iterator) (begin|end|size|empty)\\(\\) const", "What algorithms of the standard library ask a range for.")
     say("[A-Z][A-Za-z]*& operator=\\((const )?[A-Z][A-Za-z]*&&?",
         "What a copy shares, and what is left where it was moved from, says the class.")
+    say("void (clear|removeAll)\\(\\)", "Leaves nothing in it.")
+    say("void reserve\\(std::size_t", "Makes room for so many in all, so that adding them does not move what is there.")
     say("(virtual )?~", "What ends with the object says the class.")
     say("bool operator==\\(", "Whether both are the same value, in the sense of the class's comment.")
     say("std::size_t hash\\(\\) const", "What std::hash gives; equal values have equal hashes.")
@@ -148,7 +150,7 @@ function comment(i,   text)
     text = common(lines[i])
     while (lines[i - 1] ~ /^ *(template|requires)/ && lines[i - 1] !~ /[;{]$/)
         --i
-    if (text != "" && !inGroup[i] && lines[i - 1] ~ /^ ?$|[;{}:]$|^ *#|\/\// && !isComment(lines[i - 1]))
+    if (text != "" && lines[i - 1] ~ /^ ?$|[;{}:]$|^ *#|\/\// && !isComment(lines[i - 1]))
         prefix[i] = prefix[i] "/** " text " */ "
 }
 

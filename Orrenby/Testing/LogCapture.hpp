@@ -45,6 +45,8 @@ public:
 
     /// In the order in which they came, with everything that is known of them.
     std::vector<Entry> entries() const { return m_captured.entries(); }
+
+    /// How many entries came, of all levels or of exactly one.
     std::size_t count() const { return m_captured.count(); }
     std::size_t count(Log::Level level) const { return m_captured.count(level); }
 

@@ -119,6 +119,8 @@ public:
     /// The length of `elements()`, and what iteration walks over.
     std::size_t size() const noexcept { return elements().size(); }
     bool empty() const noexcept { return elements().empty(); }
+
+    /// Whether there is nothing to walk over.
     bool isEmpty() const noexcept { return elements().empty(); }
     const_iterator begin() const noexcept { return elements().begin(); }
     const_iterator end() const noexcept { return elements().end(); }

@@ -104,7 +104,11 @@ public:
 
     /// The date's own form: a number of seconds since 2001-01-01T00:00:00Z. The default.
     static JSONDateStrategy deferredToDate() { return JSONDateStrategy(Kind::DeferredToDate); }
+
+    /// A number of seconds since 1970-01-01T00:00:00Z, with fractions.
     static JSONDateStrategy secondsSince1970() { return JSONDateStrategy(Kind::SecondsSince1970); }
+
+    /// The same in milliseconds.
     static JSONDateStrategy millisecondsSince1970() { return JSONDateStrategy(Kind::MillisecondsSince1970); }
 
     /// `2026-11-21T10:00:00Z`, without fractions of seconds. Decoded, an offset like `+02:00` may stand in

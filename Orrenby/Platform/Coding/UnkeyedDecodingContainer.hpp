@@ -32,7 +32,11 @@ public:
 
     /// All elements, those already decoded included. Linear at the first call.
     std::size_t count() const;
+
+    /// Whether all elements are passed.
     bool isAtEnd() const noexcept { return m_next >= m_place.document().endOf(m_place.node); }
+
+    /// How many elements are passed.
     std::size_t currentIndex() const noexcept { return static_cast<std::size_t>(m_index); }
 
     /// The kind of the next element; null past the last one.

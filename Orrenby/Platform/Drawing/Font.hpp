@@ -39,6 +39,8 @@ public:
 
     /// The font of the system.
     static Font system(double size) { return Font({.size = size}); }
+
+    /// The font of the system in bold.
     static Font boldSystem(double size) { return Font({.size = size, .isBold = true}); }
 
     /// What the options said; without a cap height, what follows from the size. Sizes are in points.

@@ -48,7 +48,11 @@ public:
 
     /// In pixels, unless the image was made with another size.
     Size size() const noexcept { return m_size; }
+
+    /// The bytes that it was made from.
     const Data& data() const noexcept;
+
+    /// What they are, as far as their beginning shows.
     ImageFormat format() const noexcept { return m_format; }
     /// `image/png`, `image/jpeg`; empty for what is neither.
     std::string_view mimeType() const noexcept;

@@ -64,6 +64,8 @@ public:
 
     /// How much has been read, or skipped, in bytes.
     std::uint64_t offset() const noexcept { return m_offset; }
+
+    /// Whether nothing is left to read.
     bool isAtEnd() const noexcept { return m_offset == m_length; }
 
     /// Fills the buffer with the next bytes and gives their number, which is less than the buffer takes only

@@ -54,6 +54,8 @@ public:
 
     /// The member's value, or `nullptr`. Valid until the dictionary changes.
     const Any* find(std::string_view key) const;
+
+    /// Whether there is such a member, be its value null.
     bool contains(std::string_view key) const { return find(key) != nullptr; }
 
     /// The member's value; null when there is none.

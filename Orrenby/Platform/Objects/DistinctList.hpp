@@ -34,6 +34,8 @@ public:
     /// Whether the value was there.
     bool erase(const Any& value);
     void clear() noexcept;
+
+    /// Whether the value is there.
     bool contains(const Any& value) const { return indexOf(value).has_value(); }
 
     std::size_t size() const noexcept { return m_objects.size(); }

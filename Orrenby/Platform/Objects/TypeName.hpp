@@ -109,6 +109,8 @@ template <class T> struct TypeNameOf {
 template <template <class...> class Template, class... Arguments> struct TypeNameOf<Template<Arguments...>> {
     /// The type itself.
     using Type = Template<Arguments...>;
+
+    /// The name of the template with those of its arguments, as `typeName` forms it.
     static std::string text()
     {
         if constexpr (detail::NamesItself<Type>)

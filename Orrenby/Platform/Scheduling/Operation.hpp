@@ -93,10 +93,16 @@ public:
 
     /// Whether it may begin: it is cancelled, or nothing that it depends on is unfinished.
     virtual bool isReady() const;
+
+    /// Whether its work has begun and has not finished.
     virtual bool isExecuting() const;
+
+    /// Whether it is done with, cancelled ones included; for good.
     virtual bool isFinished() const;
     /// Whether its work goes on after `start` has returned. A queue does not ask.
     virtual bool isAsynchronous() const;
+
+    /// Whether `cancel` was called before it had finished.
     bool isCancelled() const noexcept;
 
     /// From now on this operation is not ready before `operation` has finished, by success or cancelled, in

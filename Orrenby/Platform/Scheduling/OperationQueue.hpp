@@ -89,6 +89,8 @@ public:
 
     /// What has not finished yet, in the order of adding.
     std::vector<Ref<Operation>> operations() const;
+
+    /// How many they are.
     std::size_t operationCount() const;
 
     /// While suspended, nothing begins. What is executing goes on.

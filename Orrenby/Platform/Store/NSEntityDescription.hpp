@@ -102,6 +102,8 @@ public:
 
     /// Attributes, then to-one relationships.
     std::size_t valueCount() const noexcept { return m_valueCount; }
+
+    /// To-many relationships.
     std::size_t setCount() const noexcept { return m_setCount; }
 
     /// Never given to another entity of the process.

@@ -71,6 +71,8 @@ public:
     bool isDeleted() const noexcept;
     /// Whether it is stored and has unsaved changes.
     bool isUpdated() const noexcept;
+
+    /// Whether the next save of its context writes anything for it.
     bool hasChanges() const noexcept { return isInserted() || isUpdated() || (isDeleted() && isTracked()); }
     /// Whether its values were not read yet.
     bool isFault() const noexcept;
@@ -87,6 +89,8 @@ public:
 
     /// The object at the end of a to-one relationship; empty when there is none.
     Ref<NSManagedObject> object(std::string_view relationship) const;
+
+    /// Sets it; an empty reference ends the relationship.
     void setObject(std::string_view relationship, const Ref<NSManagedObject>& object);
 
     /// The members of a to-many relationship, in the order in which they were first saved, unsaved ones last.

@@ -135,6 +135,8 @@ public:
 
     /// Whether there is anything to save. O(1).
     bool hasChanges() const noexcept;
+
+    /// What would be saved for the first time, changed, removed.
     std::vector<Ref<NSManagedObject>> insertedObjects() const;
     std::vector<Ref<NSManagedObject>> updatedObjects() const;
     std::vector<Ref<NSManagedObject>> deletedObjects() const;

@@ -60,6 +60,8 @@ public:
     /// In UTF-16 units.
     std::size_t length() const noexcept { return content().length; }
     bool empty() const noexcept { return content().text.empty(); }
+
+    /// All of the text.
     NSRange fullRange() const noexcept { return {.location = 0, .length = length()}; }
 
     /// First to last; together they cover the text.

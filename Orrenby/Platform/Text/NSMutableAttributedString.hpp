@@ -45,6 +45,8 @@ public:
     /// In UTF-16 units.
     std::size_t length() const noexcept { return m_content.length; }
     bool empty() const noexcept { return m_content.text.empty(); }
+
+    /// All of the text.
     NSRange fullRange() const noexcept { return {.location = 0, .length = length()}; }
     /// First to last; valid until the text changes.
     const std::vector<Run>& runs() const noexcept { return m_content.runs; }
@@ -56,7 +58,9 @@ public:
 
     /// The other text in place of what stands in the range.
     bool replace(NSRange range, const NSAttributedString& text);
+    /// The other text in front of what stands at the place.
     bool insert(const NSAttributedString& text, std::size_t location) { return replace({location, 0}, text); }
+    /// Nothing in place of what stands in the range.
     bool erase(NSRange range) { return replace(range, NSAttributedString()); }
     void clear() noexcept { m_content = {}; }
 
@@ -69,6 +73,8 @@ public:
     {
         return addAttributes(TextAttributes{{key, std::move(value)}}, range);
     }
+
+    /// Removes the attribute from the range.
     template <class T> bool removeAttribute(const TextAttributeKey<T>& key, NSRange range)
     {
         return change(range, [&](const TextAttributes& attributes) { return attributes.removing(key); });

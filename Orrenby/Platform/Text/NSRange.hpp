@@ -26,6 +26,8 @@ struct ORRENBY_EXPORT NSRange {
 
     /// The first unit behind it. Wraps when the sum is beyond `std::size_t`.
     constexpr std::size_t upperBound() const noexcept { return location + length; }
+
+    /// Whether it covers nothing; it still has a place.
     constexpr bool isEmpty() const noexcept { return length == 0; }
 
     /// Whether the unit with this number lies in it.

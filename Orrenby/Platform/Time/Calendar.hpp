@@ -49,7 +49,11 @@ public:
 
     /// `gregorian`, `buddhist`, `persian`, `japanese`, …
     std::string identifier() const;
+
+    /// What the calendar follows from.
     Locale locale() const;
+
+    /// Whose days and hours it has.
     TimeZone timeZone() const;
 
     /// Whole units from one date to another, negative when `to` is the earlier one, truncated toward zero.
