@@ -48,7 +48,7 @@ template <class Output, class Failure = Never> class Recorder {
 public:
     using Payload = Streams::Payload<Output, Failure>;
 
-    /// An element with the frame in which it came.
+    /// An element or the end, and when it came.
     using Event = RecordedEvent<Output, Failure>;
 
     /// What the symbols of its notation stand for.

@@ -43,8 +43,8 @@ public:
     /// Each one set is kept for ever, because someone may still be reading it.
     static void setCurrent(World world);
 
-    /// What tells the time. The reference lives as long as this world or a copy of it has the clock; a null
-    /// pointer is refused when it is set.
+    /// What tells the time. The reference lives as long as this world or a copy of it has the clock. Setting
+    /// a null pointer is a programming error, as it is for the next three.
     Clock& clock() const noexcept { return *m_clock; }
     void setClock(std::shared_ptr<Clock> clock);
 
