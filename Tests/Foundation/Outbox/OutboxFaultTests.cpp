@@ -17,6 +17,7 @@
 using namespace orrenby;
 using namespace orrenby::tests;
 using ::testing::Each;
+using ::testing::ElementsAre;
 using ::testing::SizeIs;
 
 namespace {
@@ -294,4 +295,63 @@ TEST(OutboxFault, KeepsOneRequestOfAKeyThatSeveralProcessesPutIn)
     ASSERT_THAT(sent, SizeIs(count));
     EXPECT_TRUE(std::adjacent_find(sent.begin(), sent.end()) == sent.end());
     EXPECT_EQ(outbox.counts(), OutboxCounts());
+}
+
+TEST(OutboxFault, LosesNothingWhileSomebodyElseKeepsWriting)
+{
+    const StoreFolder folder;
+    Outbox outbox(make<NSManagedObjectContext>(
+        PersistentStore::open(outboxModel(), {.path = folder.file(), .busyTimeout = 0})));
+    addSaved(outbox, {"a", "b"});
+    const auto sending = outbox.take(now);
+    const auto waiting = outbox.next(now);
+
+    {
+        detail::Connection connection({.path = folder.file()});
+        detail::Transaction transaction(connection);
+        connection.execute("DELETE FROM \"Note\"");
+        EXPECT_EQ(failureOf([&] { EXPECT_FALSE(outbox.begin(waiting, now)); }), StoreError::Kind::Busy);
+        EXPECT_EQ(failureOf([&] { outbox.retry(sending, now, "no answer"); }), StoreError::Kind::Busy);
+        EXPECT_EQ(failureOf([&] { outbox.giveUp(sending, "refused"); }), StoreError::Kind::Busy);
+        EXPECT_EQ(failureOf([&] { outbox.finish(sending); }), StoreError::Kind::Busy);
+    }
+    EXPECT_EQ(waiting->attempts(), 0);
+    EXPECT_TRUE(outbox.finish(sending));
+    EXPECT_TRUE(outbox.begin(waiting, now));
+
+    EXPECT_THAT(namesOf(Outbox(besides(outbox.context())).entries(OutboxState::Sending)), ElementsAre("b"));
+}
+
+TEST(OutboxFault, LosesNothingOnAFullDisk)
+{
+    const StoreFolder folder;
+    const auto settings = StoreSettings{.path = folder.file(), .maximumPageCount = 20};
+    Outbox outbox(make<NSManagedObjectContext>(PersistentStore::open(outboxModel(), settings)));
+    addSaved(outbox, {"a"});
+    const auto entry = outbox.take(now);
+    const std::string tooLong(1'000'000, 'x');
+
+    EXPECT_EQ(failureOf([&] { outbox.retry(entry, now, tooLong); }), StoreError::Kind::DiskFull);
+
+    EXPECT_EQ(entry->state(), OutboxState::Sending);
+    EXPECT_EQ(entry->reason(), std::nullopt);
+    EXPECT_TRUE(outbox.retry(entry, now, "no answer"));
+    EXPECT_EQ(outbox.next(now), entry);
+}
+
+TEST(OutboxFault, LosesNothingInAFileThatIsOnlyRead)
+{
+    const StoreFolder folder;
+    {
+        Outbox outbox(outboxContext(folder.file()));
+        addSaved(outbox, {"a"});
+    }
+    const auto settings = StoreSettings{.path = folder.file(), .isReadOnly = true};
+    Outbox outbox(make<NSManagedObjectContext>(PersistentStore::open(outboxModel(), settings)));
+    const auto entry = outbox.next(now);
+
+    EXPECT_EQ(failureOf([&] { EXPECT_FALSE(outbox.begin(entry, now)); }), StoreError::Kind::ReadOnly);
+
+    EXPECT_EQ(nameOf(outbox.next(now)), "a");
+    EXPECT_EQ(entry->attempts(), 0);
 }
