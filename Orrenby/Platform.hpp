@@ -152,7 +152,6 @@
 #include "Orrenby/Platform/Store/NSPredicate.hpp"
 #include "Orrenby/Platform/Store/PersistentStore.hpp"
 #include "Orrenby/Platform/Store/StoreError.hpp"
-#include "Orrenby/Platform/Store/StoreMigration.hpp"
 #include "Orrenby/Platform/Store/StoreSettings.hpp"
 #include "Orrenby/Platform/Text/ANSIText.hpp"
 #include "Orrenby/Platform/Text/AttributedText.hpp"

@@ -7,6 +7,7 @@
 #include "Orrenby/Platform/Objects/Trace.hpp"
 #include "Orrenby/Platform/Scheduling/RunLoopMode.hpp"
 #include "Orrenby/Platform/Scheduling/Timer.hpp"
+#include "Orrenby/Platform/Scheduling/TimerBlock.hpp"
 #include <string_view>
 
 namespace orrenby::inline ORRENBY_ABI {

@@ -6,6 +6,7 @@
 #include "Orrenby/Utilities/SeededRandomNumberGenerator.hpp"
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <utility>
 

@@ -1,6 +1,7 @@
 #include "Orrenby/Foundation/Requests/HTTPMethod.hpp"
 
 #include "Orrenby/Platform/Objects/FatalError.hpp"
+#include <array>
 
 namespace orrenby::inline ORRENBY_ABI {
 

@@ -6,7 +6,6 @@
 #include "Orrenby/Platform/Export.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>

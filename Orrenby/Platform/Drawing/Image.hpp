@@ -8,7 +8,6 @@
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>

@@ -7,7 +7,6 @@
 #include "Orrenby/Platform/Drawing/Rect.hpp"
 #include "Orrenby/Platform/Export.hpp"
 #include <cstddef>
-#include <functional>
 #include <string>
 
 namespace orrenby::inline ORRENBY_ABI {

@@ -6,7 +6,6 @@
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Describe.hpp"
 #include <cstddef>
-#include <functional>
 #include <string>
 
 namespace orrenby::inline ORRENBY_ABI {

@@ -5,7 +5,6 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include <cstddef>
-#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <string>

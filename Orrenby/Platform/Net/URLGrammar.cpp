@@ -4,6 +4,7 @@
 #include "Orrenby/Platform/Text/HexadecimalDigits.hpp"
 #include <algorithm>
 #include <arpa/inet.h>
+#include <array>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 

@@ -26,6 +26,10 @@ void URLRequest::setHTTPHeader(std::string_view name, std::optional<std::string_
         m_httpHeaders.erase(name);
 }
 
+void URLRequest::setHTTPBody(std::optional<Data> body) noexcept { m_httpBody = std::move(body); }
+
+std::optional<Data> URLRequest::takeHTTPBody() noexcept { return std::exchange(m_httpBody, std::nullopt); }
+
 std::string URLRequest::description() const
 {
     auto text = m_httpMethod + " " + m_url.absoluteString();

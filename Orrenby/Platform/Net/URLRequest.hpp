@@ -8,7 +8,6 @@
 #include "Orrenby/Platform/Net/URL.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include <cstddef>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -55,10 +54,10 @@ public:
 
     /// The bytes that are sent; an empty body is there, and differs from none.
     const std::optional<Data>& httpBody() const noexcept { return m_httpBody; }
-    void setHTTPBody(std::optional<Data> body) noexcept { m_httpBody = std::move(body); }
+    void setHTTPBody(std::optional<Data> body) noexcept;
 
     /// The body, which the request has no longer; to be grown without a copy.
-    std::optional<Data> takeHTTPBody() noexcept { return std::exchange(m_httpBody, std::nullopt); }
+    std::optional<Data> takeHTTPBody() noexcept;
 
     /// How long a transport is to wait for anything to happen, in seconds. Not checked.
     double timeoutInterval() const noexcept { return m_timeoutInterval; }

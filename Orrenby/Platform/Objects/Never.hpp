@@ -6,7 +6,7 @@
 #include "Orrenby/Platform/Export.hpp"
 #include <compare>
 #include <cstddef>
-#include <functional>
+#include <typeindex>
 
 namespace orrenby::inline ORRENBY_ABI {
 

@@ -4,8 +4,8 @@
 /// Operations that can be called directly or with `|`.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Invoke.hpp"
 #include <concepts>
-#include <functional>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -38,7 +38,7 @@ public:
     {
         return std::apply(
             [&](const Arguments&... arguments) -> decltype(auto) {
-                return std::invoke(operation.m_function, std::forward<S>(subject), arguments...);
+                return detail::invoke(operation.m_function, std::forward<S>(subject), arguments...);
             },
             operation.m_arguments);
     }
@@ -49,7 +49,8 @@ public:
     {
         return std::apply(
             [&](Arguments&... arguments) -> decltype(auto) {
-                return std::invoke(operation.m_function, std::forward<S>(subject), std::move(arguments)...);
+                return detail::invoke(
+                    operation.m_function, std::forward<S>(subject), std::move(arguments)...);
             },
             operation.m_arguments);
     }
@@ -82,7 +83,7 @@ public:
         requires std::invocable<const F&, S, A...>
     constexpr decltype(auto) operator()(S&& subject, A&&... arguments) const
     {
-        return std::invoke(m_function, std::forward<S>(subject), std::forward<A>(arguments)...);
+        return detail::invoke(m_function, std::forward<S>(subject), std::forward<A>(arguments)...);
     }
 
     /// The operation without its subject.
@@ -98,7 +99,7 @@ public:
         requires std::invocable<const F&, S>
     friend constexpr decltype(auto) operator|(S&& subject, const Pipeable& operation)
     {
-        return std::invoke(operation.m_function, std::forward<S>(subject));
+        return detail::invoke(operation.m_function, std::forward<S>(subject));
     }
 
 private:

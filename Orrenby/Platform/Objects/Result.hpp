@@ -10,7 +10,6 @@
 #include <concepts>
 #include <cstddef>
 #include <exception>
-#include <functional>
 #include <optional>
 #include <string>
 #include <type_traits>

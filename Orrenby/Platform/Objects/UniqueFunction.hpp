@@ -6,9 +6,9 @@
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Concepts.hpp"
 #include "Orrenby/Platform/Objects/FatalError.hpp"
+#include "Orrenby/Platform/Objects/Invoke.hpp"
 #include <cstddef>
 #include <cstring>
-#include <functional>
 #include <new>
 #include <type_traits>
 #include <utility>
@@ -119,9 +119,9 @@ private:
     template <class Callable> static R invoke(Callable& callable, Arguments&&... arguments)
     {
         if constexpr (std::is_void_v<R>)
-            static_cast<void>(std::invoke(callable, std::forward<Arguments>(arguments)...));
+            static_cast<void>(detail::invoke(callable, std::forward<Arguments>(arguments)...));
         else
-            return std::invoke(callable, std::forward<Arguments>(arguments)...);
+            return detail::invoke(callable, std::forward<Arguments>(arguments)...);
     }
 
     void take(UniqueFunction& other) noexcept

@@ -22,7 +22,18 @@ namespace orrenby::inline ORRENBY_ABI {
 namespace detail {
 
 /// The keys that a computed value names. Dotted ones are a programming error.
-ORRENBY_EXPORT std::vector<std::string_view> dependencyNames(std::initializer_list<StaticText> keys);
+class ORRENBY_EXPORT DependencyNames {
+public:
+    explicit DependencyNames(std::initializer_list<StaticText> keys);
+    DependencyNames(const DependencyNames&) = delete;
+    DependencyNames& operator=(const DependencyNames&) = delete;
+    ~DependencyNames();
+
+    std::span<const std::string_view> all() const noexcept;
+
+private:
+    std::vector<std::string_view> m_names;
+};
 
 } // namespace detail
 
@@ -46,7 +57,7 @@ public:
         std::initializer_list<StaticText> dependsOn = {})
         : detail::ObservableKey(owner, detail::keyDescription<Name>)
         , m_compute(std::move(compute))
-        , m_dependencies(detail::dependencyNames(dependsOn))
+        , m_dependencies(dependsOn)
     {}
 
     /// Computes the value anew.
@@ -56,10 +67,10 @@ public:
 private:
     Any anyValue() const override { return detail::observedValue(m_compute()); }
     Ref<ObservableObject> objectValue() const override { return detail::nextObject(m_compute()); }
-    std::span<const std::string_view> dependencies() const noexcept override { return m_dependencies; }
+    std::span<const std::string_view> dependencies() const noexcept override { return m_dependencies.all(); }
 
     mutable UniqueFunction<T()> m_compute;
-    std::vector<std::string_view> m_dependencies;
+    detail::DependencyNames m_dependencies;
 };
 
 } // namespace orrenby

@@ -9,7 +9,6 @@
 #include "Orrenby/Platform/Observing/KeyPathForms.hpp"
 #include "Orrenby/Platform/Observing/KeyPathTypes.hpp"
 #include <concepts>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>

@@ -4,10 +4,10 @@
 /// What key paths are made of.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Invoke.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Observing/KeyPathSteps.hpp"
 #include "Orrenby/Platform/Observing/KeyPathTypes.hpp"
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -164,7 +164,7 @@ public:
     {}
     std::optional<Value> get(const Root& root) const override
     {
-        return std::optional<Value>(std::in_place, std::invoke(m_getter, root));
+        return std::optional<Value>(std::in_place, detail::invoke(m_getter, root));
     }
 
 private:
@@ -180,11 +180,11 @@ public:
     {}
     std::optional<Value> get(const Root& root) const override
     {
-        return std::optional<Value>(std::in_place, std::invoke(m_getter, root));
+        return std::optional<Value>(std::in_place, detail::invoke(m_getter, root));
     }
     bool set(Root& root, Value value) const override
     {
-        std::invoke(m_setter, root, std::move(value));
+        detail::invoke(m_setter, root, std::move(value));
         return true;
     }
 

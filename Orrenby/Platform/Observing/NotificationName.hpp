@@ -7,7 +7,6 @@
 #include "Orrenby/Platform/Objects/Concepts.hpp"
 #include <concepts>
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <string_view>
 

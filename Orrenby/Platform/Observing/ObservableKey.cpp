@@ -26,16 +26,17 @@ void ObservableKey::changeWith(void (*store)(void*), void* context)
         store(context);
 }
 
-std::vector<std::string_view> dependencyNames(std::initializer_list<StaticText> keys)
+DependencyNames::DependencyNames(std::initializer_list<StaticText> keys)
 {
-    std::vector<std::string_view> names;
-    names.reserve(keys.size());
+    m_names.reserve(keys.size());
     for (const StaticText key : keys) {
         if (key.view().find('.') != std::string_view::npos)
             fatalError("A computed value depends on keys of its own object", "Platform/Computed", 38);
-        names.push_back(key);
+        m_names.push_back(key);
     }
-    return names;
 }
+DependencyNames::~DependencyNames() = default;
+
+std::span<const std::string_view> DependencyNames::all() const noexcept { return m_names; }
 
 } // namespace orrenby::inline ORRENBY_ABI::detail

@@ -5,7 +5,6 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include <exception>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <type_traits>
@@ -79,12 +78,12 @@ public:
         auto& call = *static_cast<CarriedCall*>(self);
         try {
             if constexpr (std::is_void_v<Result>)
-                std::invoke(std::forward<F>(call.m_work));
+                std::forward<F>(call.m_work)();
             else if constexpr (std::is_reference_v<Result>)
                 call.m_result = &static_cast<std::remove_reference_t<Result>&>(
-                    std::invoke(std::forward<F>(call.m_work)));
+                    std::forward<F>(call.m_work)());
             else
-                call.m_result.emplace(std::invoke(std::forward<F>(call.m_work)));
+                call.m_result.emplace(std::forward<F>(call.m_work)());
         } catch (...) {
             call.m_exception = std::current_exception();
         }
@@ -115,7 +114,7 @@ std::invoke_result_t<F> runInTurn(const std::shared_ptr<QueueCore>& queue, Queue
         return call.result();
     }
     const auto turn = QueueTurn(queue, kind);
-    return std::invoke(std::forward<F>(work));
+    return std::forward<F>(work)();
 }
 
 } // namespace orrenby::detail

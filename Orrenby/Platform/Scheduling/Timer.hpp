@@ -11,7 +11,6 @@
 #include "Orrenby/Platform/Time/Date.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <string_view>
@@ -29,9 +28,6 @@ struct RunLoopModeState;
 } // namespace detail
 
 class Timer;
-
-/// A callable that receives the timer, in the form in which a timer's user info may carry one.
-using TimerBlock = std::function<void(Timer&)>;
 
 /// What a timer may be given besides its block.
 struct TimerOptions {

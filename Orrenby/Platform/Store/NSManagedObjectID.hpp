@@ -7,7 +7,6 @@
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <utility>
 

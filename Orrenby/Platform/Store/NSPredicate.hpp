@@ -10,7 +10,6 @@
 #include "Orrenby/Platform/Store/StoreError.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>

@@ -3,6 +3,7 @@
 #include "Orrenby/Platform/Store/StoreCore.hpp"
 #include "Orrenby/Platform/Store/StoreSchema.hpp"
 #include <string>
+#include <unordered_map>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 

@@ -9,7 +9,6 @@
 #include "Orrenby/Platform/Text/NSRange.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string_view>
 

@@ -7,7 +7,6 @@
 #include "Orrenby/Platform/Objects/Printing.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>

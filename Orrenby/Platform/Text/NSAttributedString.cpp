@@ -31,6 +31,10 @@ NSAttributedString::NSAttributedString(const NSTextAttachment& attachment)
     : NSAttributedString(attachmentText, TextAttributes{{TextAttribute::attachment, attachment}})
 {}
 
+NSAttributedString::NSAttributedString(detail::AttributedText content)
+    : m_content(std::make_shared<const detail::AttributedText>(std::move(content)))
+{}
+
 const detail::AttributedText& NSAttributedString::none() noexcept
 {
     static const auto& text = *new detail::AttributedText(); // outlives every static text

@@ -9,7 +9,6 @@
 #include "Orrenby/Platform/Text/NSRange.hpp"
 #include "Orrenby/Platform/Text/TextAttributes.hpp"
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -112,9 +111,7 @@ public:
 
 private:
     friend class NSMutableAttributedString;
-    explicit NSAttributedString(detail::AttributedText content)
-        : m_content(std::make_shared<const detail::AttributedText>(std::move(content)))
-    {}
+    explicit NSAttributedString(detail::AttributedText content);
 
     const detail::AttributedText& content() const noexcept { return m_content ? *m_content : none(); }
     static const detail::AttributedText& none() noexcept;

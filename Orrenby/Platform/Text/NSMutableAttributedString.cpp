@@ -1,8 +1,30 @@
 #include "Orrenby/Platform/Text/NSMutableAttributedString.hpp"
 
 #include "Orrenby/Platform/Text/UTF8.hpp"
+#include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
+
+NSMutableAttributedString::NSMutableAttributedString(const NSAttributedString& text)
+    : m_content(text.content())
+{}
+
+void NSMutableAttributedString::clear() noexcept { m_content = {}; }
+
+NSAttributedString NSMutableAttributedString::attributedString() const&
+{
+    return NSAttributedString(m_content);
+}
+NSAttributedString NSMutableAttributedString::attributedString() &&
+{
+    return NSAttributedString(std::exchange(m_content, {}));
+}
+
+std::string NSMutableAttributedString::description() const { return attributedString().description(); }
+std::string NSMutableAttributedString::debugDescription() const
+{
+    return "NSMutableAttributedString(" + description() + ")";
+}
 
 void NSMutableAttributedString::append(const NSAttributedString& text)
 {

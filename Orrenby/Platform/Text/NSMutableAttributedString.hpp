@@ -36,9 +36,7 @@ public:
     NSMutableAttributedString() = default;
 
     /// Begins with this text. Linear.
-    explicit NSMutableAttributedString(const NSAttributedString& text)
-        : m_content(text.content())
-    {}
+    explicit NSMutableAttributedString(const NSAttributedString& text);
 
     /// In UTF-8, with U+FFFC for attachments. Valid until the text changes.
     const std::string& string() const noexcept { return m_content.text; }
@@ -62,7 +60,7 @@ public:
     bool insert(const NSAttributedString& text, std::size_t location) { return replace({location, 0}, text); }
     /// Nothing in place of what stands in the range.
     bool erase(NSRange range) { return replace(range, NSAttributedString()); }
-    void clear() noexcept { m_content = {}; }
+    void clear() noexcept;
 
     /// These in place of all that there were.
     bool setAttributes(const TextAttributes& attributes, NSRange range);
@@ -82,11 +80,11 @@ public:
 
     /// What stands there now, which later changes leave alone. Linear, but constant for an rvalue, which is
     /// empty then.
-    NSAttributedString attributedString() const& { return NSAttributedString(m_content); }
-    NSAttributedString attributedString() && { return NSAttributedString(std::exchange(m_content, {})); }
+    NSAttributedString attributedString() const&;
+    NSAttributedString attributedString() &&;
 
-    std::string description() const { return attributedString().description(); }
-    std::string debugDescription() const { return "NSMutableAttributedString(" + description() + ")"; }
+    std::string description() const;
+    std::string debugDescription() const;
 
     friend bool operator==(const NSMutableAttributedString&, const NSMutableAttributedString&) = default;
 

@@ -6,7 +6,6 @@
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Printing.hpp"
 #include <cstddef>
-#include <functional>
 #include <optional>
 #include <string>
 

@@ -8,7 +8,6 @@
 #include "Orrenby/Platform/Text/NSRange.hpp"
 #include "Orrenby/Platform/Text/RegularExpressionError.hpp"
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>

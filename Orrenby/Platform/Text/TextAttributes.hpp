@@ -7,7 +7,6 @@
 #include "Orrenby/Platform/Objects/Any.hpp"
 #include "Orrenby/Platform/Objects/Dictionary.hpp"
 #include <cstddef>
-#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>

@@ -7,7 +7,6 @@
 #include "Orrenby/Platform/Objects/Owned.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>

@@ -9,7 +9,6 @@
 #include "Orrenby/Platform/Time/Locale.hpp"
 #include "Orrenby/Platform/Time/TimeZone.hpp"
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>

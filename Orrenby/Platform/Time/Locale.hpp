@@ -5,7 +5,6 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>

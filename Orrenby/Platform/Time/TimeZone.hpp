@@ -7,7 +7,6 @@
 #include "Orrenby/Platform/Time/Date.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>

@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Engines/Ground/Publication.hpp"
 #include "Orrenby/Platform/Engines/Ground/TypedSlot.hpp"
+#include "Orrenby/Platform/Objects/Owned.hpp"
 #include <memory>
 #include <optional>
 
@@ -88,7 +89,7 @@ protected:
 
     static void deliverQueued(SubscriberList& list, Queued* queued) noexcept
     {
-        const auto owned = std::unique_ptr<Queued>(queued);
+        const auto owned = Owned<Queued>(queued);
         if (!queued->isEnd)
             return deliver(list, static_cast<QueuedValue*>(queued)->value);
         if (const auto& last = static_cast<QueuedEnd*>(queued)->last)
