@@ -20,7 +20,7 @@ struct Person {
 struct Colleague : Person {};
 
 struct Quiet {
-    int operator()(int value) const noexcept { return value; }
+    constexpr int operator()(int value) const noexcept { return value; }
 };
 struct ByValueCategory {
     int operator()() & { return 1; }
