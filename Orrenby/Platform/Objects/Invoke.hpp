@@ -31,7 +31,7 @@ constexpr decltype(auto) invokeMember(Member Class::*member, Object&& object, Ar
         return memberOwner<Class>(std::forward<Object>(object)).*member;
 }
 
-/// What `std::invoke` does, without <functional>, which takes a compiler as long as ten headers of the
+/// What `std::invoke` does, without `<functional>`, which takes a compiler as long as ten headers of the
 /// library.
 template <class Callable, class... Arguments>
 constexpr std::invoke_result_t<Callable, Arguments...> invoke(Callable&& callable,

@@ -1,11 +1,11 @@
 #pragma once
 
 /// @file
-/// The callable that a timer may carry. Not in the umbrella header: <functional> costs every file that
+/// The callable that a timer may carry. Not in the umbrella header: `<functional>` costs every file that
 /// includes it.
 
 #include "Orrenby/Platform/Export.hpp"
-#include <functional>
+#include `< functional>`
 
 namespace orrenby::inline ORRENBY_ABI {
 

@@ -2,7 +2,7 @@
 
 /// @file
 /// Bringing a store file to a later version of its model. Not in the umbrella header: an application does it
-/// in one place, and <functional> costs every file that includes it.
+/// in one place, and `<functional>` costs every file that includes it.
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
