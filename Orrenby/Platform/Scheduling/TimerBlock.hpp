@@ -5,7 +5,7 @@
 /// includes it.
 
 #include "Orrenby/Platform/Export.hpp"
-#include `< functional>`
+#include <functional>
 
 namespace orrenby::inline ORRENBY_ABI {
 
