@@ -142,7 +142,6 @@
 #include "Orrenby/Platform/Scheduling/Timer.hpp"
 #include "Orrenby/Platform/Store/AttributeDescription.hpp"
 #include "Orrenby/Platform/Store/ManagedMembers.hpp"
-#include "Orrenby/Platform/Store/MigrationMapping.hpp"
 #include "Orrenby/Platform/Store/NSEntityDescription.hpp"
 #include "Orrenby/Platform/Store/NSFetchRequest.hpp"
 #include "Orrenby/Platform/Store/NSManagedObject.hpp"

@@ -1,7 +1,8 @@
 #pragma once
 
 /// @file
-/// What becomes of the objects of a store in a later version of its model.
+/// What becomes of the objects of a store in a later version of its model. Not in the umbrella header, as
+/// StoreMigration.hpp, which includes it.
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Any.hpp"
