@@ -52,6 +52,8 @@ struct OutboxCounts {
 ///
 /// @snippet Tests/Foundation/Outbox/OutboxAddingTests.cpp Putting a request in
 ///
+/// A store that is there already gets them by a new version of its model; see `migrateStore`.
+///
 /// Whoever sends takes a request out, sends it with whatever transport there is, and says how it ended:
 ///
 /// @snippet Tests/Foundation/Outbox/OutboxTests.cpp Sending what waits
