@@ -1,5 +1,6 @@
 #include "Card.hpp"
 
+#include "Caption.hpp"
 #include "FeedPrinter.hpp"
 #include "Language.hpp"
 #include "MarkedText.hpp"
@@ -108,7 +109,7 @@ std::vector<std::string> Card::lines(const NumberedReport& numbered) const
     if (auto text = note(report); !text.empty())
         lines.push_back(std::move(text));
     if (m_style.isDetailed && report.body)
-        for (auto& line : linesOf(marked(terminal(), report.body->text)))
+        for (auto& line : linesOf(captioned(terminal(), report.body->text)))
             lines.push_back(std::move(line));
     for (auto& line : lines)
         line.insert(0, "| ");

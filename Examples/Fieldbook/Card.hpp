@@ -24,7 +24,8 @@ struct CardStyle {
 ///     | Harrow Gate, by Jonas Brandt
 ///     | A nest behind the map.
 ///
-/// What can be followed, called or visited is underlined, see MarkedText.hpp.
+/// What can be followed, called or visited is underlined, and what stands in square brackets in the text of
+/// the report is bold, see Caption.hpp.
 class Card {
 public:
     explicit Card(CardStyle style)

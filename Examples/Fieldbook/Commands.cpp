@@ -21,6 +21,12 @@ Command parseCommand(std::string_view line)
             return Speak{*named};
         return Unknown{};
     }
+    if (line == "sign out")
+        return SignOut{};
+    if (line == "compose")
+        return Compose{};
+    if (line == "settings")
+        return ShowSettings{};
     if (line == "upload")
         return Upload{};
     if (line == "end")
@@ -36,7 +42,7 @@ Command parseCommand(std::string_view line)
 std::string_view commandHelp()
 {
     return "sort number|severity|place, details on|off, fieldbook://report/NUMBER, sign in ADDRESS, "
-           "samples NUMBER [SEED], language CODE, upload, end";
+           "sign out, compose, settings, samples NUMBER [SEED], language CODE, upload, end";
 }
 
 } // namespace fieldbook

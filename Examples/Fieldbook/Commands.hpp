@@ -28,6 +28,15 @@ struct SignIn {
     std::string address; ///< As it was typed.
     friend bool operator==(const SignIn&, const SignIn&) = default;
 };
+struct SignOut {
+    friend bool operator==(const SignOut&, const SignOut&) = default;
+};
+struct Compose {
+    friend bool operator==(const Compose&, const Compose&) = default;
+};
+struct ShowSettings {
+    friend bool operator==(const ShowSettings&, const ShowSettings&) = default;
+};
 struct MakeSamples {
     SampleRequest request;
     friend bool operator==(const MakeSamples&, const MakeSamples&) = default;
@@ -46,7 +55,8 @@ struct Unknown {
     friend bool operator==(const Unknown&, const Unknown&) = default;
 };
 
-using Command = std::variant<Sort, ShowDetails, Follow, SignIn, MakeSamples, Speak, Upload, End, Unknown>;
+using Command = std::variant<Sort, ShowDetails, Follow, SignIn, SignOut, Compose, ShowSettings, MakeSamples,
+    Speak, Upload, End, Unknown>;
 
 /// Reads a line, such as `sort severity` or `samples 5 autumn`: what `commandHelp` names. The words are taken
 /// as they stand, with one blank between them.

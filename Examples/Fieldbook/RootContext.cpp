@@ -2,7 +2,6 @@
 
 #include "CommandWorker.hpp"
 #include "ScriptWorker.hpp"
-#include "UploadWorker.hpp"
 #include <unistd.h>
 
 namespace fieldbook {
@@ -20,7 +19,7 @@ void RootContext::willResignActive() { m_session.trace.step("RootContext resigns
 
 orrenby::Workers RootContext::workersFor(Session& session)
 {
-    auto workers = orrenby::Workers{orrenby::make<UploadWorker>(session)};
+    auto workers = orrenby::Workers();
     if (session.course == Course::script)
         workers.push_back(orrenby::make<ScriptWorker>(session));
     else if (session.course == Course::watch && ::isatty(STDIN_FILENO) == 1)

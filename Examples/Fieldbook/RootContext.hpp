@@ -10,8 +10,8 @@
 
 namespace fieldbook {
 
-/// Active as long as the session lasts. Its workers upload reports, and play the script or listen to the
-/// keyboard, whatever the session is for.
+/// Active as long as the session lasts. Its workers play the script or listen to the keyboard, whatever the
+/// session is for.
 class RootContext : public orrenby::AbstractContext<SessionWorker>, Counted<Part::context> {
 public:
     /// @param session  Outlives the context.

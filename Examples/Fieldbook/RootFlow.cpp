@@ -1,15 +1,11 @@
 #include "RootFlow.hpp"
 
-#include "Cases.hpp"
 #include "Commands.hpp"
-#include "FeedFlow.hpp"
-#include "Language.hpp"
-#include "Orrenby/Platform/Observing/NotificationCenter.hpp"
+#include "MainFlow.hpp"
 #include "ScriptWorker.hpp"
-#include "SettingsWorker.hpp"
-#include "SignInWorker.hpp"
+#include "SignInFlow.hpp"
 #include "Text.hpp"
-#include "UploadWorker.hpp"
+#include <utility>
 #include <variant>
 
 namespace fieldbook {
@@ -24,37 +20,32 @@ RootFlow::~RootFlow() { m_session.trace.step("RootFlow goes"); }
 void RootFlow::didStart()
 {
     m_session.trace.step("RootFlow has started");
-    followFeed();
     m_session.commands.asPublisher().bind([this](const std::string& line) { obey(line); }).store(*context());
+    enter();
 }
 
-void RootFlow::followFeed()
+void RootFlow::enter()
 {
-    const auto feed = FeedFlow::build(m_session);
-    attach(feed);
-    // The chain must not keep the feed: it holds it weakly, and so does the handler.
-    m_links.addResponder(feed, [weak = orrenby::WeakRef<FeedFlow>(feed)](const DeepLink& link) {
-        const auto claimer = weak.lock();
-        return claimer ? claimer->claim(link) : nullptr;
-    });
+    // Called by the flow of signing in, which is kept until the call is over.
+    const auto signIn = firstSubFlow<SignInFlow>();
+    if (signIn)
+        detach(signIn);
+    attach(orrenby::make<MainFlow>(
+        m_session, m_links, MainFlowListener{[this] { allIsTold(); }, [this] { finish(Ending::folderLost); }}));
+}
 
-    // Kept by this flow's context: it ends with this flow, not with the feed.
-    feed->context()
-        ->news()
-        .sink([this](const FeedContext::News::Payload& payload) {
-            if (payload.isError())
-                context()->analytics()->end(Ending::folderLost);
-            else if (std::holds_alternative<Scanned>(*payload.asValue()))
-                allIsTold();
-        })
-        .store(*context());
+void RootFlow::signOut()
+{
+    detach<MainFlow>([](const MainFlow&) { return true; });
+    m_session.user.reset();
+    if (!firstSubFlow<SignInFlow>())
+        attach(orrenby::make<SignInFlow>(m_session, [this] { enter(); }));
 }
 
 void RootFlow::allIsTold()
 {
-    orrenby::NotificationCenter::defaultCenter()->post(feedIsTold);
-    if (m_session.link)
-        follow({*m_session.link});
+    if (const auto link = std::exchange(m_session.link, std::nullopt))
+        follow({*link});
     switch (m_session.course) {
     case Course::watch:
         if (m_session.terminal.isInteractive()) {
@@ -63,7 +54,7 @@ void RootFlow::allIsTold()
         }
         break;
     case Course::look:
-        context()->analytics()->end(Ending::byItself);
+        finish(Ending::byItself);
         break;
     case Course::script:
         playScript();
@@ -73,49 +64,28 @@ void RootFlow::allIsTold()
 
 void RootFlow::playScript()
 {
-    const auto end = [this] { context()->analytics()->end(Ending::byItself); };
-    const auto endWhenUploaded = [this, end] {
-        context()->withFirstWorker<UploadWorker>([&](UploadWorker& uploads) { uploads.waitForUploads(end); });
+    const auto endWhenUploaded = [this] {
+        if (const auto main = firstSubFlow<MainFlow>())
+            main->context()->analytics()->waitForUploads([this] { finish(Ending::byItself); });
     };
     context()->withFirstWorker<ScriptWorker>([&](ScriptWorker& script) { script.play(endWhenUploaded); });
 }
 
+void RootFlow::finish(Ending ending) { context()->analytics()->end(ending); }
+
 void RootFlow::obey(const std::string& line)
 {
-    std::visit(Cases{
-                   [&](const Sort& it) {
-                       // Whoever sorts is not known here.
-                       orrenby::NotificationCenter::defaultCenter()->post(
-                           feedShouldSort, {}, {{orderKey, nameOf(it.order)}});
-                   },
-                   [&](const ShowDetails& it) { m_session.settings->isDetailed = it.isOn; },
-                   [&](const Follow& it) { follow({it.link}); },
-                   [&](const SignIn& it) {
-                       orrenby::NotificationCenter::defaultCenter()->post(
-                           userShouldSignIn, {}, {{addressKey, it.address}});
-                   },
-                   [&](const MakeSamples& it) { makeSamples(it.request); },
-                   [&](const Speak& it) {
-                       choose(it.language);
-                       say("dates are shown in " + it.language.identifier());
-                   },
-                   [&](const Upload&) {
-                       context()->withFirstWorker<UploadWorker>(
-                           [](UploadWorker& uploads) { uploads.uploadAll(); });
-                   },
-                   [&](const End&) { context()->analytics()->end(Ending::byItself); },
-                   [&](const Unknown&) { say("no such command; " + std::string(commandHelp())); },
-               },
-        parseCommand(line));
-}
-
-void RootFlow::makeSamples(const SampleRequest& request)
-{
-    const auto outcome = writeSamples(request, m_session.folder);
-    if (const auto problem = outcome.error())
-        m_session.terminal.print(m_session.terminal.styled(Style::red, "! " + *problem));
-    else
-        say(counted(outcome.unwrap(), "sample") + " of " + request.seed);
+    const auto command = parseCommand(line);
+    if (std::holds_alternative<End>(command))
+        finish(Ending::byItself);
+    else if (std::holds_alternative<SignOut>(command))
+        signOut();
+    else if (const auto* const link = std::get_if<Follow>(&command))
+        follow({link->link});
+    else if (const auto main = firstSubFlow<MainFlow>())
+        main->obey(line);
+    else if (const auto signIn = firstSubFlow<SignInFlow>())
+        signIn->obey(line);
 }
 
 void RootFlow::follow(const DeepLink& link)

@@ -5,18 +5,16 @@
 
 #include "Counted.hpp"
 #include "DeepLink.hpp"
-#include "FeedNews.hpp"
 #include "Orrenby/Platform/Objects/Never.hpp"
 #include "Orrenby/Utilities/Discover/AbstractFlow.hpp"
 #include "RootContext.hpp"
-#include "SampleFiles.hpp"
 #include "Session.hpp"
 #include <string>
 
 namespace fieldbook {
 
-/// Attaches the feed when it starts, obeys the user, and decides when the session is over. Shows no feed
-/// itself, so it has no view controller.
+/// Attaches the main flow when it starts, and the one of signing in as long as the user is out. Passes on
+/// what is typed, and decides when the session is over. Shows nothing itself, so it has no view controller.
 class RootFlow : public orrenby::AbstractFlow<RootContext, orrenby::Void>, Counted<Part::flow> {
 public:
     /// @param session  Outlives the flow.
@@ -27,12 +25,13 @@ protected:
     void didStart() override;
 
 private:
-    void followFeed();
+    void enter();
+    void signOut();
     void allIsTold();
     void playScript();
+    void finish(Ending ending);
 
     void obey(const std::string& line);
-    void makeSamples(const SampleRequest& request);
     void follow(const DeepLink& link);
     void say(const std::string& text);
 

@@ -3,9 +3,7 @@
 #include "ReportEncoding.hpp"
 #include "SampleReports.hpp"
 #include "Text.hpp"
-#include <cerrno>
-#include <fstream>
-#include <system_error>
+#include "WholeFile.hpp"
 
 namespace fieldbook {
 
@@ -19,20 +17,6 @@ bool isSeed(std::string_view text)
     constexpr std::size_t longest = 32;
     return !text.empty() && text.size() <= longest
         && text.find_first_not_of(allowed) == std::string_view::npos;
-}
-
-/// Writes under a name that is no report's, and moves the whole.
-void write(const fs::path& path, std::string_view text)
-{
-    const auto draft = path.parent_path() / ".sample";
-    errno = 0;
-    auto file = std::ofstream(draft, std::ios::binary);
-    file.write(text.data(), static_cast<std::streamsize>(text.size()));
-    file.close();
-    if (!file) // streams tell no reasons of their own
-        throw fs::filesystem_error(
-            "cannot write", path, std::error_code(errno != 0 ? errno : EIO, std::generic_category()));
-    fs::rename(draft, path);
 }
 
 } // namespace
@@ -57,13 +41,10 @@ orrenby::Result<std::size_t, std::string> writeSamples(const SampleRequest& requ
 {
     using Outcome = orrenby::Result<std::size_t, std::string>;
     auto reports = SampleReports(request.seed);
-    try {
-        for (int number = 1; number <= request.count; ++number)
-            write(folder / ("sample-" + request.seed + '-' + std::to_string(number) + ".json"),
-                encodedReport(reports.next()));
-    } catch (const fs::filesystem_error& error) {
-        return Outcome::failure(
-            "no samples: " + printable(error.path1().string()) + ": " + error.code().message());
+    for (int number = 1; number <= request.count; ++number) {
+        const auto file = folder / ("sample-" + request.seed + '-' + std::to_string(number) + ".json");
+        if (const auto problem = writeWhole(file, encodedReport(reports.next())))
+            return Outcome::failure("no samples: " + printable(file.string()) + ": " + *problem);
     }
     return Outcome::success(static_cast<std::size_t>(request.count));
 }

@@ -13,8 +13,11 @@
 #include "Settings.hpp"
 #include "Tally.hpp"
 #include "Terminal.hpp"
+#include "Transport.hpp"
 #include "UploadProgress.hpp"
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -50,8 +53,11 @@ struct Session {
     Catalogue catalogue{};
     UploadCount uploads{};
     int openedCount = 0;
+    std::map<std::string, int> screens{}; ///< How often each was shown.
     /// Seconds of real time that a second of a back-off takes: scripts need not wait.
     double secondLength = 1;
+    /// How requests leave; nothing for sockets.
+    std::function<std::unique_ptr<Transport>()> makeTransport{};
 };
 
 } // namespace fieldbook

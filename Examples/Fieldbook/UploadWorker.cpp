@@ -67,7 +67,9 @@ bool UploadWorker::prepare()
     const auto service = findService();
     if (!service)
         return false;
-    if (!m_transport)
+    if (!m_transport && m_session.makeTransport)
+        m_transport = m_session.makeTransport();
+    else if (!m_transport)
         m_transport = std::make_unique<CurlTransport>();
     // A new one for somebody else: uploads that are on their way stay his who began them.
     m_destination = std::make_shared<UploadDestination>(UploadDestination{

@@ -117,7 +117,7 @@ int main(int argumentCount, char** arguments)
         return std::fflush(stdout) == 0 ? 0 : failed;
     }
     try {
-        return serve(*options.value());
+        return serve(options.unwrap());
     } catch (const std::exception& error) {
         complain(error.what());
         return failed;

@@ -15,6 +15,9 @@ TEST(Commands, AreReadAsTheyStand)
     EXPECT_EQ(parseCommand("fieldbook://report/4"), Command(Follow{"fieldbook://report/4"}));
     EXPECT_EQ(parseCommand("sign in ada@hut.example"), Command(SignIn{"ada@hut.example"}));
     EXPECT_EQ(parseCommand("sign in at the hut"), Command(SignIn{"at the hut"}));
+    EXPECT_EQ(parseCommand("sign out"), Command(SignOut{}));
+    EXPECT_EQ(parseCommand("compose"), Command(Compose{}));
+    EXPECT_EQ(parseCommand("settings"), Command(ShowSettings{}));
     EXPECT_EQ(parseCommand("samples 5 autumn"), Command(MakeSamples{{5, "autumn"}}));
     EXPECT_EQ(parseCommand("language de"), Command(Speak{orrenby::Locale("de")}));
     EXPECT_EQ(parseCommand("upload"), Command(Upload{}));
@@ -24,7 +27,7 @@ TEST(Commands, AreReadAsTheyStand)
 TEST(Commands, AreUnknownOtherwise)
 {
     for (const auto* line :
-        {"", "sort", "sort age", "Upload", "details maybe", "report/4", "sign in", "sign out", "samples",
+        {"", "sort", "sort age", "Upload", "details maybe", "report/4", "sign in", "sign off", "samples",
             "samples 0", "samples 5 ../autumn", "language", "language ", "language !"})
         EXPECT_EQ(parseCommand(line), Command(Unknown{})) << line;
 }

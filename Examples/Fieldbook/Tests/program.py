@@ -204,11 +204,14 @@ Three Stones crossing 1; Weir Lane 2
   alive       flows 0  contexts 0  workers 0  subscriptions 0
 """
 
-OPENING = ["RootContext is active", "UploadWorker starts", "ScriptWorker starts", "SessionWorker starts", "RootFlow has started",
+OPENING = ["RootContext is active", "ScriptWorker starts", "SessionWorker starts", "RootFlow has started",
+           "MainContext is active", "UploadWorker starts", "MainFlow has started",
            "FeedContext is active", "StationWorker starts", "SignInWorker starts", "FolderWorker starts", "SettingsWorker starts", "AnalyticsWorker starts",
            "FeedFlow has started"]
-CLOSING = ["StationWorker stops", "SignInWorker stops", "FolderWorker stops", "SettingsWorker stops", "AnalyticsWorker stops", "FeedContext resigns", "FeedContext goes",
-           "FeedFlow goes", "UploadWorker stops", "ScriptWorker stops", "SessionWorker stops", "RootContext resigns", "RootContext goes", "RootFlow goes"]
+CLOSING = ["UploadWorker stops", "MainContext resigns",
+           "StationWorker stops", "SignInWorker stops", "FolderWorker stops", "SettingsWorker stops", "AnalyticsWorker stops", "FeedContext resigns", "FeedContext goes",
+           "FeedFlow goes", "MainContext goes", "MainFlow goes",
+           "ScriptWorker stops", "SessionWorker stops", "RootContext resigns", "RootContext goes", "RootFlow goes"]
 
 
 def run(*arguments, **options):

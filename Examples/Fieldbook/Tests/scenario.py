@@ -1,0 +1,69 @@
+#!/usr/bin/env python3
+"""Plays the scenario and compares what is printed with what is expected, line by line.
+
+    scenario.py PROGRAM SCENARIO EXPECTED [--rx] [SCENE]   all scenes, or one
+    scenario.py PROGRAM SCENARIO EXPECTED --write          writes EXPECTED anew
+    scenario.py PROGRAM SCENARIO EXPECTED --self-test      shows that the comparison can fail
+
+The second engine prints the same, apart from the one line that says when a future begins.
+"""
+
+import difflib
+import pathlib
+import resource
+import subprocess
+import sys
+
+PATIENCE = 60  # seconds
+FIRST_ENGINE = "= a future begins at once"
+SECOND_ENGINE = "= a future begins when somebody subscribes"
+
+
+def played(program, scenario, *arguments):
+    result = subprocess.run([program, scenario, *arguments], capture_output=True, text=True, encoding="utf-8", timeout=PATIENCE)
+    if result.returncode != 0 or result.stderr:
+        sys.exit(f"{program} ended with status {result.returncode}:\n{result.stdout}{result.stderr}")
+    return result.stdout.splitlines()
+
+
+def of_scene(lines, scene):
+    """The lines of one scene, or all."""
+    if not scene:
+        return lines
+    begin = next((place for place, line in enumerate(lines) if line.startswith(f"== {scene}: ")), None)
+    if begin is None:
+        sys.exit(f"nothing is expected of the scene {scene}")
+    end = next((place for place in range(begin + 1, len(lines)) if lines[place].startswith("== ")), len(lines))
+    return lines[begin:end]
+
+
+def difference(expected, printed, is_second):
+    if is_second:
+        expected = [SECOND_ENGINE if line == FIRST_ENGINE else line for line in expected]
+    return list(difflib.unified_diff(expected, printed, "expected", "printed", lineterm=""))
+
+
+def main():
+    program, scenario, golden = sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3])
+    arguments = sys.argv[4:]
+    if "--write" in arguments:
+        golden.write_text("\n".join(played(program, scenario)) + "\n", encoding="utf-8")
+        return
+    expected = golden.read_text(encoding="utf-8").splitlines()
+    if "--self-test" in arguments:
+        assert not difference(expected, expected, False)
+        assert difference(expected, expected[:-1], False)
+        assert difference(expected, expected, True), "both engines say the same"
+        return
+    is_second = "--rx" in arguments
+    scene = next((argument for argument in arguments if not argument.startswith("--")), "")
+    printed = played(program, scenario, *(["--rx"] if is_second else []), *([f"--scene={scene}"] if scene else []))
+    differences = difference(of_scene(expected, scene), printed, is_second)
+    used = resource.getrusage(resource.RUSAGE_CHILDREN)
+    print(f"{len(printed)} lines, {used.ru_utime + used.ru_stime:.2f} s of the processor")
+    if differences:
+        sys.exit("\n".join(differences))
+
+
+if __name__ == "__main__":
+    main()
