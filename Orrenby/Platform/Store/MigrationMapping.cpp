@@ -1,12 +1,21 @@
 #include "Orrenby/Platform/Store/MigrationMapping.hpp"
 #include "Orrenby/Platform/Store/MigrationPlan.hpp"
 #include "Orrenby/Platform/Store/ModelCheck.hpp"
-#include "Orrenby/Platform/Store/NSEntityDescription.hpp"
+#include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
 #include <map>
 #include <set>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
+
+namespace {
+
+bool hasKey(const NSEntityDescription& entity, const std::string& key)
+{
+    return entity.attribute(key) != nullptr || entity.relationship(key) != nullptr;
+}
+
+} // namespace
 
 const Any& MigratedObject::oldValue(std::string_view key) const
 {
@@ -88,6 +97,31 @@ const MigrationMapping::Change* MigrationMapping::changeFor(const std::string& e
 {
     const auto found = m_rules->changes.find(entity);
     return found != m_rules->changes.end() ? &found->second : nullptr;
+}
+
+void MigrationMapping::checkNames(const NSManagedObjectModel& from, const NSManagedObjectModel& to) const
+{
+    const auto require = [](bool isKnown, const std::string& name) {
+        if (!isKnown)
+            detail::throwMigrationFailed("The step says something of " + name + ", which there is not", name);
+    };
+    const auto requireKey = [&](const Ref<const NSEntityDescription>& entity, const std::string& key) {
+        require(entity && hasKey(*entity, key), key);
+    };
+    for (const auto& [name, oldName] : m_rules->entities) {
+        require(to.entity(name) != nullptr, name);
+        require(from.entity(oldName) != nullptr, oldName);
+    }
+    for (const auto& [place, oldKey] : m_rules->keys) {
+        requireKey(to.entity(place.first), place.second);
+        requireKey(from.entity(oldEntity(place.first)), oldKey);
+    }
+    for (const auto& name : m_rules->droppedEntities)
+        require(from.entity(name) != nullptr, name);
+    for (const auto& [entity, key] : m_rules->droppedKeys)
+        requireKey(from.entity(oldEntity(entity)), key);
+    for (const auto& rule : m_rules->changes)
+        require(to.entity(rule.first) != nullptr, rule.first);
 }
 
 std::string MigrationMapping::description() const

@@ -15,6 +15,7 @@
 namespace orrenby::inline ORRENBY_ABI {
 
 class NSEntityDescription;
+class NSManagedObjectModel;
 
 /// One object on its way: what it was, and what it becomes. Valid during the call that it is handed to.
 class ORRENBY_EXPORT MigratedObject {
@@ -82,6 +83,10 @@ public:
 
     /// For the migration: what was said by `change`, or `nullptr`.
     const Change* changeFor(const std::string& entity) const;
+
+    /// For the migration: throws a `StoreError` of the kind `MigrationFailed` when something is named that
+    /// the models do not have.
+    void checkNames(const NSManagedObjectModel& from, const NSManagedObjectModel& to) const;
 
     /// All of it, one thing per line and always in the same order; of `change` only for which entity.
     std::string description() const;

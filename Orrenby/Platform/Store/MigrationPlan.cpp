@@ -67,6 +67,7 @@ void MigrationPlan::checkKept(const NSEntityDescription& entity, const std::stri
 
 void MigrationPlan::checkNothingIsLost() const
 {
+    m_mapping.checkNames(m_from, m_to);
     for (const auto& old : m_from.entities()) {
         const auto& name = *old->name();
         if (m_mapping.isDropped(name))

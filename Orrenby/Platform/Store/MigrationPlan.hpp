@@ -40,7 +40,8 @@ public:
     const ResolvedRelationship* oldRelationship(const NSEntityDescription& from,
         const NSEntityDescription& to, const ResolvedRelationship& relationship) const;
 
-    /// Throws a `StoreError` when something has no place in the later model and is not given up.
+    /// Throws a `StoreError` when something has no place in the later model and is not given up, and when the
+    /// mapping names what there is not.
     void checkNothingIsLost() const;
 
 private:

@@ -77,8 +77,8 @@ struct MigrationRecord {
 ///
 /// Throws a `StoreError`: `SchemaMismatch` when the file is newer than the last step, was made for another
 /// model than the one of its version, has taken another step to one of the versions, or holds no store;
-/// `MigrationFailed` when a step is missing, drops something silently, leaves a required value empty or a
-/// reference without its object. What a mapping throws passes.
+/// `MigrationFailed` when a step is missing, names what the models do not have, drops something silently,
+/// leaves a required value empty or a reference without its object. What a mapping throws passes.
 ///
 /// Safe to use from several threads. Nobody else may have the file open. Takes time and twice the room of the
 /// file.

@@ -249,6 +249,35 @@ TEST(StoreMigration, NeverDropsAnythingSilently)
     EXPECT_TRUE(opens(firstModel(), settings));
 }
 
+TEST(StoreMigration, RefusesNamesThatTheModelsDoNotHave)
+{
+    const StoreFolder folder;
+    const auto settings = savedFile(folder);
+    const auto failure = [&](std::function<void(MigrationMapping&)> more) -> std::string {
+        auto step = firstStep();
+        step.mapping = [mapping = step.mapping, more = std::move(more)](MigrationMapping& all) {
+            mapping(all);
+            more(all);
+        };
+        try {
+            migrateStore({step}, settings);
+            return "";
+        } catch (const StoreError& error) {
+            return error.context().key;
+        }
+    };
+
+    EXPECT_EQ(failure([](auto& all) { all.renameEntity("Persons", "Company"); }), "Persons");
+    EXPECT_EQ(failure([](auto& all) { all.renameEntity("Company", "Companies"); }), "Companies");
+    EXPECT_EQ(failure([](auto& all) { all.renameKey("Member", "name", "names"); }), "names");
+    EXPECT_EQ(failure([](auto& all) { all.renameKey("Member", "names", "first"); }), "names");
+    EXPECT_EQ(failure([](auto& all) { all.dropEntity("Persons"); }), "Persons");
+    EXPECT_EQ(failure([](auto& all) { all.dropKey("Member", "names"); }), "names");
+    EXPECT_EQ(failure([](auto& all) { all.dropKey("Members", "name"); }), "name");
+    EXPECT_EQ(failure([](auto& all) { all.change("Person", [](MigratedObject&) {}); }), "Person");
+    EXPECT_TRUE(opens(firstModel(), settings));
+}
+
 TEST(StoreMigration, AFailingStepLeavesTheFileAsTheOneBeforeLeftIt)
 {
     const StoreFolder folder;
