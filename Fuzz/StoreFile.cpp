@@ -1,8 +1,9 @@
-// Store files may be damaged in any way: opening, reading and saving give a store error or work. The input is
-// a file of its own, or changes of a sound one: three bytes of a place and one to put there.
+// Store files may be damaged in any way: opening, reading, saving and migrating give a store error or work.
+// The input is a file of its own, or changes of a sound one: three bytes of a place and one to put there.
 
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
+#include "Orrenby/Platform/Store/StoreMigration.hpp"
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -16,16 +17,27 @@ using namespace orrenby;
 
 namespace {
 
-const Ref<const NSManagedObjectModel>& model()
+Ref<const NSManagedObjectModel> makeModel(std::int64_t version)
 {
-    static const auto& made = *new Ref<const NSManagedObjectModel>(NSManagedObjectModel::make(1,
+    return NSManagedObjectModel::make(version,
         {{.name = "Item",
             .attributes = {{.name = "name"}, {.name = "age", .kind = AttributeKind::Int, .isOptional = true},
                 {.name = "tag", .kind = AttributeKind::UUID, .isOptional = true},
                 {.name = "photo", .kind = AttributeKind::Bytes, .isOptional = true}},
             .relationships = {{.name = "next", .destination = "Item", .inverse = "others"},
                 {.name = "others", .destination = "Item", .inverse = "next", .isToMany = true},
-                {.name = "near", .destination = "Item", .inverse = "near", .isToMany = true}}}}));
+                {.name = "near", .destination = "Item", .inverse = "near", .isToMany = true}}}});
+}
+
+const Ref<const NSManagedObjectModel>& model()
+{
+    static const auto& made = *new Ref<const NSManagedObjectModel>(makeModel(1));
+    return made;
+}
+
+const std::vector<MigrationStep>& steps()
+{
+    static const auto& made = *new std::vector<MigrationStep>{{.from = model(), .to = makeModel(2)}};
     return made;
 }
 
@@ -43,12 +55,11 @@ void removeFiles()
 }
 
 /// Opens the file, reads all of it, changes it and saves.
-void use()
+void use(const StoreSettings& settings)
 {
-    const StoreSettings settings{.path = path(), .synchronous = StoreSynchronous::Off, .busyTimeout = 0};
     const auto context = make<NSManagedObjectContext>(PersistentStore::open(model(), settings));
-    const auto items = context->fetch(
-        {.entity = "Item", .predicate = NSPredicate::make("ANY near.name LIKE '*' OR next.age != 1")});
+    const auto items = context->fetch({.entity = "Item",
+        .predicate = NSPredicate::make("ANY near.name LIKE '*' OR next.age != 1 OR others.@count > 1")});
     for (const auto& item : context->fetch({.entity = "Item", .sortDescriptors = {{"name"}}})) {
         item->value("next");
         item->value("near");
@@ -60,6 +71,15 @@ void use()
     if (!items.empty())
         added->setValue("next", items.back());
     context->save();
+}
+
+template <class Work> void allowStoreErrors(Work&& work)
+{
+    try {
+        work();
+    } catch (const StoreError&) {
+        // A clear error is what is wanted.
+    }
 }
 
 void saveSoundFile()
@@ -106,11 +126,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     removeFiles();
     std::ofstream(path(), std::ios::binary)
         << (data[0] % 4 == 0 ? std::string(rest) : damaged(sound, data + 1, size - 1));
-    try {
-        use();
-    } catch (const StoreError&) {
-        // A clear error is what is wanted.
-    }
+    const StoreSettings settings{.path = path(), .synchronous = StoreSynchronous::Off, .busyTimeout = 0};
+    if (data[0] % 8 < 4)
+        allowStoreErrors([&] { use(settings); });
+    allowStoreErrors([&] { migrateStore(steps(), settings); });
+    allowStoreErrors([&] { migrationHistory(settings); });
     removeFiles();
     return 0;
 }
