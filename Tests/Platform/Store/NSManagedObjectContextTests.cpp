@@ -197,13 +197,7 @@ TEST(NSManagedObjectContext, RefusesToSaveWhatIsNoNumber)
 
 TEST(NSManagedObjectContext, RollsBackToWhatIsStored)
 {
-    const auto context = peopleContext();
-    const auto company = context->insert<Company>("Company");
-    const auto a = insertPerson(context, "a");
-    const auto b = insertPerson(context, "b");
-    company->staff.insert(a);
-    a->friends.insert(b);
-    context->save();
+    const auto [context, company, a, b] = savedTeam();
     a->name = "z";
     a->employer = nullptr;
     a->friends.erase(b);

@@ -68,6 +68,25 @@ inline Ref<Person> insertPerson(const Ref<NSManagedObjectContext>& context, std:
     return person;
 }
 
+/// A company with one employee, who has one friend; saved.
+struct Team {
+    Ref<NSManagedObjectContext> context;
+    Ref<Company> company;
+    Ref<Person> a; ///< The employee.
+    Ref<Person> b; ///< The friend.
+};
+
+inline Team savedTeam(DeleteRule staffRule = DeleteRule::Nullify)
+{
+    const auto context = peopleContext(staffRule);
+    const Team team{
+        context, context->insert<Company>("Company"), insertPerson(context, "a"), insertPerson(context, "b")};
+    team.company->staff.insert(team.a);
+    team.a->friends.insert(team.b);
+    context->save();
+    return team;
+}
+
 inline NSFetchRequest peopleByName() { return {.entity = "Person", .sortDescriptors = {{"name"}}}; }
 
 inline std::vector<std::string> namesOf(const std::vector<Ref<Person>>& people)
