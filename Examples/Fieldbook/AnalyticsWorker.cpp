@@ -28,7 +28,9 @@ void AnalyticsWorker::willStop() { m_session.trace.step("AnalyticsWorker stops")
 
 void AnalyticsWorker::count(const FeedNews& news)
 {
-    if (const auto* added = std::get_if<Added>(&news)) {
+    if (const auto* remembered = std::get_if<Remembered>(&news)) {
+        put(remembered->file, remembered->report); // it happened before this session
+    } else if (const auto* added = std::get_if<Added>(&news)) {
         ++m_tally.added;
         put(added->file, added->report);
     } else if (const auto* changed = std::get_if<Changed>(&news)) {

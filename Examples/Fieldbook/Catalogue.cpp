@@ -6,7 +6,16 @@ namespace fieldbook {
 
 int Catalogue::numberOf(const std::string& file)
 {
-    return m_numbers.try_emplace(file, static_cast<int>(m_numbers.size()) + 1).first->second;
+    const auto [entry, isNew] = m_numbers.try_emplace(file, m_latestNumber + 1);
+    if (isNew)
+        ++m_latestNumber;
+    return entry->second;
+}
+
+void Catalogue::restore(const std::string& file, int number)
+{
+    m_numbers.insert_or_assign(file, number);
+    m_latestNumber = std::max(m_latestNumber, number);
 }
 
 void Catalogue::put(const std::string& file, const Report& report)

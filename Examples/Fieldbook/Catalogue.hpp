@@ -22,12 +22,15 @@ struct NumberedReport {
 };
 
 /// Gives each file a number when it is first met, from 1, and keeps it for the session, also when the file
-/// goes away and comes back.
+/// goes away and comes back. Numbers of earlier sessions are told to it.
 ///
 /// Not synchronised.
 class Catalogue {
 public:
     int numberOf(const std::string& file);
+
+    /// The number that the file had before, which no other file has. New ones are above it.
+    void restore(const std::string& file, int number);
 
     void put(const std::string& file, const Report& report);
     void take(const std::string& file);
@@ -47,6 +50,7 @@ public:
 private:
     std::map<std::string, int> m_numbers; ///< By the name of the file.
     std::map<int, Report> m_reports;
+    int m_latestNumber = 0;
 };
 
 } // namespace fieldbook

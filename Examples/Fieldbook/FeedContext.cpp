@@ -6,18 +6,19 @@
 
 namespace fieldbook {
 
-// The station comes first, so that its response is told before the folder's files.
-FeedContext::FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Ref<FolderWorker> folder,
-    orrenby::Ref<StationWorker> station, orrenby::Ref<SignInWorker> signIn)
-    : FeedContext(session, std::move(screen),
-        orrenby::Workers{station, signIn, folder, orrenby::make<SettingsWorker>(session)},
-        orrenby::Streams::merge(folder->news(), station->news(), signIn->news()))
+FeedContext::FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, Sources sources)
+    : FeedContext(session, std::move(screen), sources,
+        orrenby::Streams::merge(
+            sources.folder->news(), sources.recall->news(), sources.station->news(), sources.signIn->news()))
 {}
 
-FeedContext::FeedContext(
-    Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Workers workers, News news)
-    : AbstractPresentableContext(
-        std::move(screen), std::move(workers), orrenby::make<AnalyticsWorker>(session, news))
+// The workers stand in the order in which they tell: what is remembered, then the station's response, then
+// the folder's files. Whoever keeps the news hears all of it.
+FeedContext::FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, const Sources& sources, News news)
+    : AbstractPresentableContext(std::move(screen),
+        orrenby::Workers{sources.recall, sources.station, sources.signIn, sources.folder,
+            orrenby::make<SettingsWorker>(session), orrenby::make<KeepingWorker>(session, news)},
+        orrenby::make<AnalyticsWorker>(session, news))
     , m_session(session)
     , m_news(std::move(news))
 {}

@@ -7,22 +7,31 @@
 #include "Counted.hpp"
 #include "FeedScreen.hpp"
 #include "FolderWorker.hpp"
+#include "KeepingWorker.hpp"
 #include "Orrenby/Utilities/Discover/AbstractPresentableContext.hpp"
+#include "RecallWorker.hpp"
 #include "Session.hpp"
 #include "SignInWorker.hpp"
 #include "StationWorker.hpp"
 
 namespace fieldbook {
 
-/// Shows the news of a folder, of a station and of who signs in on a screen, as long as it is active.
+/// Shows what is remembered and the news of a folder, of a station and of who signs in on a screen, as long
+/// as it is active.
 class FeedContext : public orrenby::AbstractPresentableContext<AnalyticsWorker, orrenby::Ref<FeedScreen>>,
                     Counted<Part::context> {
 public:
+    /// Whose news it shows.
+    struct Sources {
+        orrenby::Ref<RecallWorker> recall;
+        orrenby::Ref<StationWorker> station;
+        orrenby::Ref<SignInWorker> signIn;
+        orrenby::Ref<FolderWorker> folder;
+    };
     using News = orrenby::Streams::AnyPublisher<FeedNews, FolderLost>;
 
     /// @param session  Outlives the context.
-    FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Ref<FolderWorker> folder,
-        orrenby::Ref<StationWorker> station, orrenby::Ref<SignInWorker> signIn);
+    FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, Sources sources);
     ~FeedContext() override;
 
     /// The news that it shows, for whoever else wants to know.
@@ -33,7 +42,7 @@ protected:
     void willResignActive() override;
 
 private:
-    FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, orrenby::Workers workers, News news);
+    FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, const Sources& sources, News news);
 
     Session& m_session;
     News m_news;

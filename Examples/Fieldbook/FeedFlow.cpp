@@ -16,10 +16,10 @@ FeedFlow::~FeedFlow() { m_session.trace.step("FeedFlow goes"); }
 orrenby::Ref<FeedFlow> FeedFlow::build(Session& session)
 {
     const auto printer = std::make_shared<FeedPrinter>(session.terminal, session.catalogue);
-    const auto folder = orrenby::make<FolderWorker>(session);
-    const auto station = orrenby::make<StationWorker>(session);
-    const auto signIn = orrenby::make<SignInWorker>(session);
-    const auto context = orrenby::make<FeedContext>(session, printer, folder, station, signIn);
+    const auto sources = FeedContext::Sources{orrenby::make<RecallWorker>(session),
+        orrenby::make<StationWorker>(session), orrenby::make<SignInWorker>(session),
+        orrenby::make<FolderWorker>(session)};
+    const auto context = orrenby::make<FeedContext>(session, printer, sources);
     return orrenby::make<FeedFlow>(session, context, printer);
 }
 

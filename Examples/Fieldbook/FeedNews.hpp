@@ -19,6 +19,21 @@ struct Opened {
     friend bool operator==(const Opened&, const Opened&) = default;
 };
 
+/// Reports are remembered from the last run. They follow.
+struct Recalled {
+    std::size_t reportCount = 0;
+
+    friend bool operator==(const Recalled&, const Recalled&) = default;
+};
+
+/// A report as it was when the last run ended. What became of it meanwhile follows as changed or removed.
+struct Remembered {
+    std::string file;
+    Report report;
+
+    friend bool operator==(const Remembered&, const Remembered&) = default;
+};
+
 /// Everything that was in the folder at first has been told.
 struct Scanned {
     std::size_t fileCount = 0;
@@ -86,8 +101,8 @@ struct SignInRefused {
     friend bool operator==(const SignInRefused&, const SignInRefused&) = default;
 };
 
-using FeedNews = std::variant<Opened, Scanned, Added, Changed, Removed, Unreadable, StationSays,
-    StationGarbled, SignedIn, SignInRefused>;
+using FeedNews = std::variant<Opened, Recalled, Remembered, Scanned, Added, Changed, Removed, Unreadable,
+    StationSays, StationGarbled, SignedIn, SignInRefused>;
 
 /// Why there will be no more news: the failure of the stream.
 struct FolderLost {

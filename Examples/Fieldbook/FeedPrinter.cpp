@@ -37,6 +37,11 @@ void FeedPrinter::show(const FeedNews& news)
             [&](const Opened& it) {
                 m_terminal.print(m_terminal.styled(Style::bold, "Feed of " + printable(it.folder)));
             },
+            [&](const Recalled& it) {
+                m_terminal.print(m_terminal.styled(
+                    Style::faint, "= " + counted(it.reportCount, "report") + " from last time"));
+            },
+            [&](const Remembered& it) { printReport(Style::faint, '=', it.file, it.report); },
             [&](const Scanned& it) {
                 m_terminal.print(
                     m_terminal.styled(Style::faint, "= " + counted(it.fileCount, "report file") + " so far"));

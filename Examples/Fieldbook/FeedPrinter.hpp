@@ -18,8 +18,8 @@ namespace fieldbook {
 ///     @ station  Radio check at noon, channel 4.
 ///     * signed in  ines.calder@chapel-bank.example
 ///
-/// The marks: `+` added, `~` changed, `-` removed, `!` unreadable, `@` said by the
-/// station, `*` done by people. Not synchronised.
+/// The marks: `=` as it was at the end of the last run, `+` added, `~` changed, `-` removed, `!` unreadable,
+/// `@` said by the station, `*` done by people. Not synchronised.
 class FeedPrinter : public FeedScreen {
 public:
     /// @param terminal  Outlives the printer.

@@ -46,8 +46,17 @@ void FolderWorker::begin()
         return lose(*watch.error());
     m_watch = watch.unwrap();
     m_changes = m_session.loop.watch(m_watch->descriptor(), [this] { follow(); });
+    remember();
     if (lookAtAll())
         m_news.send(FeedNews(Scanned{m_known.size()}));
+}
+
+/// What is remembered of the folder was told already.
+void FolderWorker::remember()
+{
+    for (const auto& [file, report] : m_session.remembered)
+        if (isReportName(file) && file.find('/') == std::string::npos)
+            m_known.insert_or_assign(file, Known::success(report));
 }
 
 void FolderWorker::follow()

@@ -19,7 +19,8 @@ namespace fieldbook {
 /// Tells what comes, changes and goes in the folder of the session, as long as it works.
 ///
 /// The first look is taken in the turn of the loop after the start, when everything else has started as well.
-/// A file that says what it said before is no news. An unreadable one makes a warning in the log, too.
+/// A file that says what it said before is no news, also where that was in an earlier run. An unreadable one
+/// makes a warning in the log, too.
 ///
 /// Started again, it tells everything anew; subscribers that came in between begin with the last news of
 /// before.
@@ -44,6 +45,7 @@ private:
     using Known = orrenby::Result<Report, std::string>;
 
     void begin();
+    void remember();
     void follow();
     void handle(const FolderChange& change);
     bool lookAtAll();

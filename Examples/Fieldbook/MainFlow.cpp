@@ -76,6 +76,7 @@ void MainFlow::obey(const std::string& line)
                    [&](const MakeSamples& it) { makeSamples(it.request); },
                    [&](const Speak& it) {
                        choose(it.language);
+                       m_session.settings->language = it.language.identifier();
                        say("dates are shown in " + it.language.identifier());
                    },
                    [&](const Upload&) { context()->analytics()->uploadAll(); },

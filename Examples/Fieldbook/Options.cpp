@@ -19,12 +19,16 @@ bool setOption(std::string_view name, Options& options)
         options.isHelp = true;
     else if (name == "--script")
         options.isScript = true;
+    else if (name == "--upload")
+        options.isUpload = true;
     else if (name == "--watch")
         options.isWatch = true;
     else if (name == "--rx")
         options.usesRx = true;
     else if (constexpr std::string_view station = "--station="; name.starts_with(station))
         options.station = name.substr(station.size());
+    else if (constexpr std::string_view store = "--store="; name.starts_with(store) && name != store)
+        options.store = name.substr(store.size());
     else
         return false;
     return true;
@@ -141,17 +145,23 @@ LINK, such as fieldbook://report/4, opens the report of that number at once.
   --service=URL   send reports there, instead of to a service of its own on this machine
   --generate=N[,SEED]
                   make N reports up and write them into FOLDER first; the same ones for the same seed
+  --store=FILE    keep reports, settings and what is to be sent in FILE, and begin with what it holds
+  --upload        send the reports that were not sent yet, as soon as the folder is read
   --watch         watch until Ctrl-C or a termination request, also without a terminal
   --script        play the script, also on a terminal
   --rx            run on the second of the two stream engines
   -h --help       print this text
 
-The feed goes to standard output, the log to standard error. In the feed, + is a report that was added,
-~ one that changed, - one that was removed, ! what cannot be read, @ what the station says, and * what
-people do. Colours are used on a terminal, unless the environment variable NO_COLOR is set.
+Without --store, the store of a folder is a file in $XDG_STATE_HOME/fieldbook, or in
+~/.local/state/fieldbook. That of the bundled samples goes away with their copy.
+
+The feed goes to standard output, the log to standard error. In the feed, = is a report as it was at the
+end of the last run, + one that was added, ~ one that changed, - one that was removed, ! what cannot be
+read, @ what the station says, and * what people do. Colours are used on a terminal, unless the environment variable NO_COLOR is set.
 
 Exit status: 0 after a session, also an interrupted one; 1 if the folder cannot be watched or goes away,
-if the output cannot be written, or if something of the tree is left at the end; 2 for wrong arguments.
+if the store is damaged or cannot be used, if the output cannot be written, or if something of the tree
+is left at the end; 2 for wrong arguments.
 )";
 }
 

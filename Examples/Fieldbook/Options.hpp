@@ -23,9 +23,11 @@ struct Options {
     std::optional<orrenby::Locale> language;      ///< In which dates are shown.
     std::optional<orrenby::URL> service;          ///< Where reports are sent.
     std::optional<SampleRequest> samples;         ///< To be written into the folder at the start.
+    std::optional<std::filesystem::path> store;   ///< The file that reports and settings are kept in.
     std::optional<std::string> link;              ///< To be followed at the start.
     bool isHelp = false;
     bool isScript = false;
+    bool isUpload = false;
     bool isWatch = false;
     bool usesRx = false;
 

@@ -2,6 +2,7 @@
 
 #include "Commands.hpp"
 #include "MainFlow.hpp"
+#include "Recall.hpp"
 #include "ScriptWorker.hpp"
 #include "SignInFlow.hpp"
 #include "Text.hpp"
@@ -30,14 +31,15 @@ void RootFlow::enter()
     const auto signIn = firstSubFlow<SignInFlow>();
     if (signIn)
         detach(signIn);
-    attach(orrenby::make<MainFlow>(
-        m_session, m_links, MainFlowListener{[this] { allIsTold(); }, [this] { finish(Ending::folderLost); }}));
+    attach(orrenby::make<MainFlow>(m_session, m_links,
+        MainFlowListener{[this] { allIsTold(); }, [this] { finish(Ending::folderLost); }}));
 }
 
 void RootFlow::signOut()
 {
     detach<MainFlow>([](const MainFlow&) { return true; });
     m_session.user.reset();
+    forgetUser(m_session);
     if (!firstSubFlow<SignInFlow>())
         attach(orrenby::make<SignInFlow>(m_session, [this] { enter(); }));
 }
@@ -46,6 +48,7 @@ void RootFlow::allIsTold()
 {
     if (const auto link = std::exchange(m_session.link, std::nullopt))
         follow({*link});
+    goOnUploading();
     switch (m_session.course) {
     case Course::watch:
         if (m_session.terminal.isInteractive()) {
@@ -54,7 +57,7 @@ void RootFlow::allIsTold()
         }
         break;
     case Course::look:
-        finish(Ending::byItself);
+        endWhenUploaded();
         break;
     case Course::script:
         playScript();
@@ -64,11 +67,25 @@ void RootFlow::allIsTold()
 
 void RootFlow::playScript()
 {
-    const auto endWhenUploaded = [this] {
-        if (const auto main = firstSubFlow<MainFlow>())
-            main->context()->analytics()->waitForUploads([this] { finish(Ending::byItself); });
-    };
-    context()->withFirstWorker<ScriptWorker>([&](ScriptWorker& script) { script.play(endWhenUploaded); });
+    context()->withFirstWorker<ScriptWorker>(
+        [this](ScriptWorker& script) { script.play([this] { endWhenUploaded(); }); });
+}
+
+/// What an earlier run, or somebody who signed out, had to leave.
+void RootFlow::goOnUploading()
+{
+    const auto main = firstSubFlow<MainFlow>();
+    if (!main)
+        return;
+    main->context()->analytics()->resume();
+    if (std::exchange(m_session.isUploadWanted, false))
+        main->context()->analytics()->uploadAll();
+}
+
+void RootFlow::endWhenUploaded()
+{
+    if (const auto main = firstSubFlow<MainFlow>())
+        main->context()->analytics()->waitForUploads([this] { finish(Ending::byItself); });
 }
 
 void RootFlow::finish(Ending ending) { context()->analytics()->end(ending); }

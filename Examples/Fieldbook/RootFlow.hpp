@@ -29,6 +29,8 @@ private:
     void signOut();
     void allIsTold();
     void playScript();
+    void goOnUploading();
+    void endWhenUploaded();
     void finish(Ending ending);
 
     void obey(const std::string& line);

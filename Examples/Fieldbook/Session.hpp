@@ -11,6 +11,7 @@
 #include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
 #include "Orrenby/Utilities/Streams/PassthroughSubject.hpp"
 #include "Settings.hpp"
+#include "StoreFile.hpp"
 #include "Tally.hpp"
 #include "Terminal.hpp"
 #include "Transport.hpp"
@@ -58,6 +59,13 @@ struct Session {
     double secondLength = 1;
     /// How requests leave; nothing for sockets.
     std::function<std::unique_ptr<Transport>()> makeTransport{};
+    bool isUploadWanted = false; ///< As soon as everything is told.
+    /// What may outlive the run; one of its own ends with it.
+    std::shared_ptr<Memory> memory = StoreFile::inMemory()->memory();
+    /// Whether the next run will find it.
+    bool isMemoryKept = false;
+    /// The reports that were there when the last run ended, by file, until they are told.
+    std::map<std::string, Report> remembered{};
 };
 
 } // namespace fieldbook

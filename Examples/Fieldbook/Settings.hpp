@@ -40,6 +40,8 @@ public:
     orrenby::Property<SortOrder, "sortOrder"> sortOrder{*this, SortOrder::byNumber};
     /// Whether cards show the text of a report.
     orrenby::Property<bool, "isDetailed"> isDetailed{*this, true};
+    /// In which dates are shown, as people name it; empty for that of the machine.
+    orrenby::Property<std::string, "language"> language{*this};
 };
 
 } // namespace fieldbook

@@ -9,9 +9,17 @@
 #include "Text.hpp"
 #include <chrono>
 #include <cstddef>
+#include <string_view>
 #include <utility>
 
 namespace fieldbook {
+
+namespace {
+
+/// No file of the folder has such a name.
+constexpr std::string_view namePrefix = "station/";
+
+} // namespace
 
 StationWorker::StationWorker(Session& session)
     : m_session(session)
@@ -61,9 +69,24 @@ void StationWorker::apply(const ChosenSettings& settings)
 void StationWorker::add(const StationReports& reports)
 {
     tell(StationSays{counted(reports.size(), "report") + " came in"});
-    // No file of the folder has such a name.
-    for (std::size_t index = 0; index < reports.size(); ++index)
-        tell(Added{"station/" + std::to_string(index + 1), reports[index]});
+    auto gone = m_session.remembered;
+    for (std::size_t index = 0; index < reports.size(); ++index) {
+        const auto name = std::string(namePrefix) + std::to_string(index + 1);
+        addReport(name, reports[index]);
+        gone.erase(name);
+    }
+    for (const auto& [file, report] : gone)
+        if (file.starts_with(namePrefix))
+            tell(Removed{file, report});
+}
+
+void StationWorker::addReport(const std::string& file, const Report& report)
+{
+    const auto before = m_session.remembered.find(file);
+    if (before == m_session.remembered.end())
+        tell(Added{file, report});
+    else if (before->second != report)
+        tell(Changed{file, report});
 }
 
 void StationWorker::announce(const Announcements& announcements)

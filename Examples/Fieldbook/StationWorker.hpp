@@ -19,6 +19,9 @@ namespace fieldbook {
 /// Reads the session's response once it has started, and hands each member to what it is for: the settings
 /// to the settings of the session, everything else to the feed.
 ///
+/// Reports that are remembered from an earlier run are no news; those that the station no longer has are
+/// told as removed.
+///
 /// A member that is malformed is missed, and the others arrive. The decoder makes a critical log entry of
 /// it; the feed tells everything that is wrong with the response, and where.
 ///
@@ -44,6 +47,7 @@ private:
     void greet(const User& user);
     void apply(const ChosenSettings& settings);
     void add(const StationReports& reports);
+    void addReport(const std::string& file, const Report& report);
     void announce(const Announcements& announcements);
 
     void receive();

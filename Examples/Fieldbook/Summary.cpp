@@ -53,6 +53,15 @@ std::string eventsOf(const Tally& tally)
         + "; removed " + std::to_string(tally.removed) + "; unreadable " + std::to_string(tally.unreadable);
 }
 
+std::string uploadsOf(const Session& session)
+{
+    const auto& [sent, givenUp, waiting] = session.uploads;
+    const auto counts = "sent " + std::to_string(sent) + "; given up " + std::to_string(givenUp);
+    return session.isMemoryKept && waiting > 0
+        ? counts + "; left for the next start " + std::to_string(waiting)
+        : counts;
+}
+
 } // namespace
 
 void printSummary(const Session& session, Terminal& terminal)
@@ -68,9 +77,7 @@ void printSummary(const Session& session, Terminal& terminal)
         append(unreadable, printable(file));
     printLine(terminal, "unreadable", unreadable.empty() ? "none" : unreadable);
     printLine(terminal, "opened", std::to_string(session.openedCount));
-    printLine(terminal, "uploads",
-        "sent " + std::to_string(session.uploads.sent) + "; given up "
-            + std::to_string(session.uploads.givenUp));
+    printLine(terminal, "uploads", uploadsOf(session));
     printLine(terminal, "alive", describeLiveParts());
 }
 

@@ -2,9 +2,13 @@
 
 #include "Cases.hpp"
 #include "Orrenby/Platform/Net/BodyStreamError.hpp"
+#include "Orrenby/Utilities/Log/Entries.hpp"
+#include "ReportRequests.hpp"
 #include "RetryAfter.hpp"
+#include "StoreFile.hpp"
 #include <algorithm>
 #include <chrono>
+#include <optional>
 #include <utility>
 #include <variant>
 
@@ -26,35 +30,72 @@ std::string wordsFor(const Answer& answer)
     return problem ? code + ", \"" + *problem + '"' : code;
 }
 
+/// Does what has to be saved; gives why it could not be.
+template <class Work> std::optional<std::string> noted(Work&& work)
+{
+    try {
+        work();
+        return {};
+    } catch (const orrenby::StoreError& error) {
+        orrenby::Log::error([&] { return "the outbox was not written: " + error.description(); });
+        return "the store was not written: " + fieldbook::wordsFor(error);
+    }
+}
+
 } // namespace
 
 UploadOperation::UploadOperation(
-    orrenby::Ref<UploadDestination> destination, OutgoingReport report, Progress progress)
+    orrenby::Ref<UploadDestination> destination, QueuedReport report, Progress progress)
     : m_destination(std::move(destination))
     , m_report(std::move(report))
     , m_progress(std::move(progress))
 {}
 
-void UploadOperation::execute(Completion) { attempt(); }
+void UploadOperation::execute(Completion)
+{
+    const auto due = m_report.entry->notBefore();
+    const auto seconds = due ? *due - orrenby::Date::now() : 0;
+    if (seconds > 0)
+        waitFor(seconds);
+    else
+        attempt();
+}
 
 void UploadOperation::cancel()
 {
     AsyncBaseOperation::cancel();
     m_timer = {};
     m_exchange = {};
-    if (isExecuting())
-        finish();
+    if (!isExecuting())
+        return;
+    noted([this] { m_destination->outbox->wait(m_report, orrenby::Date::distantPast(), "stopped"); });
+    finish();
 }
 
 void UploadOperation::attempt()
 {
-    ++m_attempt;
+    if (!begin())
+        return;
     m_hasRenewedToken = false;
     tell({.step = Step::begins});
     if (m_destination->token.empty())
         signIn();
     else
         sendReport();
+}
+
+/// Counts the attempt; gives whether there is to be one.
+bool UploadOperation::begin()
+{
+    std::optional<int> attempt;
+    const auto problem = noted([&] { attempt = m_destination->outbox->begin(m_report); });
+    if (attempt) {
+        m_attempt = *attempt;
+        return true;
+    }
+    tell({.step = Step::isGivenUp, .reason = problem.value_or("somebody else sends it")});
+    finish();
+    return false;
 }
 
 void UploadOperation::signIn()
@@ -67,10 +108,13 @@ void UploadOperation::sendReport()
 {
     m_quarters = 0;
     try {
-        auto signedRequest = reportRequest(m_destination->service, m_report, m_destination->token);
+        auto signedRequest = ReportOutbox::request(
+            *m_report.entry, m_destination->service, m_destination->token);
         send(std::move(signedRequest.request), std::move(signedRequest.body), &UploadOperation::hearReport);
     } catch (const orrenby::BodyStreamError& error) {
         end(Step::isRefused, error.description());
+    } catch (const orrenby::StoreError& error) {
+        end(Step::isRefused, fieldbook::wordsFor(error));
     }
 }
 
@@ -147,10 +191,31 @@ void UploadOperation::tryLater(std::string reason, double atLeast)
     if (!planned || atLeast > longestWait)
         return end(Step::isGivenUp, std::move(reason));
     const auto seconds = std::max(*planned, atLeast);
+    const auto length = seconds * m_destination->secondLength;
+    noted([&] { m_destination->outbox->wait(m_report, orrenby::Date::now() + length, reason); });
     tell({.step = Step::waits, .seconds = seconds, .reason = std::move(reason)});
+    waitFor(length);
+}
+
+/// @param seconds  Of real time.
+void UploadOperation::waitFor(double seconds)
+{
     m_timer = m_destination->loop.after(
-        std::chrono::milliseconds(static_cast<long>(seconds * m_destination->secondLength * 1000)),
-        [this] { attempt(); });
+        std::chrono::milliseconds(static_cast<long>(seconds * 1000)), [this] { attempt(); });
+}
+
+/// What failed for reasons that pass waits for somebody who asks again, or for the next run.
+void UploadOperation::note(Step step, const std::string& reason)
+{
+    auto& outbox = *m_destination->outbox;
+    noted([&] {
+        if (step == Step::isSent)
+            outbox.finish(m_report);
+        else if (step == Step::isRefused)
+            outbox.refuse(m_report, reason);
+        else
+            outbox.wait(m_report, orrenby::Date::distantPast(), reason);
+    });
 }
 
 void UploadOperation::tell(UploadProgress progress)
@@ -163,6 +228,7 @@ void UploadOperation::tell(UploadProgress progress)
 void UploadOperation::end(Step step, std::string reason)
 {
     m_timer = {};
+    note(step, reason);
     tell({.step = step, .reason = std::move(reason)});
     finish();
 }

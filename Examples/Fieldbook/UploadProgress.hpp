@@ -3,6 +3,7 @@
 /// @file
 /// What is told of uploads.
 
+#include <cstddef>
 #include <string>
 
 namespace fieldbook {
@@ -32,7 +33,8 @@ struct UploadProgress {
 /// How uploads of a session ended.
 struct UploadCount {
     int sent = 0;
-    int givenUp = 0; ///< Those that were refused, too.
+    int givenUp = 0;         ///< Those that were refused, too.
+    std::size_t waiting = 0; ///< Those that the outbox still holds, to be sent later.
 };
 
 } // namespace fieldbook

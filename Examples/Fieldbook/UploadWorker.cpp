@@ -4,6 +4,7 @@
 #include "Orrenby/Platform/Scheduling/DispatchQueue.hpp"
 #include "Photo.hpp"
 #include "Service/Mood.hpp"
+#include "Text.hpp"
 #include <utility>
 
 namespace fieldbook {
@@ -26,6 +27,17 @@ void UploadWorker::didStart()
 {
     m_session.trace.step("UploadWorker starts");
     m_progress.asPublisher().bind([this](const UploadProgress& progress) { show(progress); }).store(*this);
+    try {
+        m_outbox = std::make_shared<ReportOutbox>(m_session.memory);
+        m_outbox->waitingCount()
+            .sink([this](const auto& payload) {
+                if (const auto* count = payload.asValue())
+                    m_session.uploads.waiting = *count;
+            })
+            .store(*this);
+    } catch (const orrenby::StoreError& error) {
+        say(error);
+    }
 }
 
 void UploadWorker::willStop()
@@ -33,66 +45,119 @@ void UploadWorker::willStop()
     m_session.trace.step("UploadWorker stops");
     m_whenDone = nullptr;
     m_queue.cancelAllOperations();
-    for (const auto number : std::exchange(m_open, {}))
-        m_taken.erase(number);
-    m_destination = nullptr;
+    m_open.clear();
+    m_destinations.clear();
     m_transport = nullptr;
     m_server = nullptr;
+    m_outbox = nullptr;
 }
 
 void UploadWorker::uploadAll()
 {
-    if (!prepare())
+    if (!m_session.user)
+        return say(Style::red, "! nobody is signed in: sign in ADDRESS");
+    if (!m_session.service && !hasService())
         return;
-    auto count = 0;
-    for (auto& [number, report] : m_session.catalogue.sorted(m_session.settings->sortOrder.get()))
-        if (m_taken.insert(number).second) {
-            ++count;
-            m_open.insert(number);
-            const auto photo = photoOf(m_session.folder, m_session.catalogue.fileOf(number));
-            m_queue.addOperation(orrenby::make<UploadOperation>(
-                m_destination, OutgoingReport{number, std::move(report), photo}, m_progress));
-        }
-    say(Style::faint, count == 0 ? "= nothing to upload" : "= " + std::to_string(count) + " to upload");
+    try {
+        auto reports = waiting();
+        for (auto& report : putIn())
+            reports.push_back(std::move(report));
+        say(Style::faint,
+            reports.empty() ? "= nothing to upload" : "= " + std::to_string(reports.size()) + " to upload");
+        for (const auto& report : reports)
+            queue(report);
+    } catch (const orrenby::StoreError& error) {
+        say(error);
+    }
 }
 
-bool UploadWorker::prepare()
+void UploadWorker::resume()
 {
-    if (!m_session.user) {
-        say(Style::red, "! nobody is signed in: sign in ADDRESS");
-        return false;
+    try {
+        const auto reports = waiting();
+        if (reports.empty())
+            return;
+        say(Style::faint,
+            reports.size() == 1 ? "= 1 upload goes on"
+                                : "= " + std::to_string(reports.size()) + " uploads go on");
+        for (const auto& report : reports)
+            queue(report);
+    } catch (const orrenby::StoreError& error) {
+        say(error);
     }
-    if (m_destination && m_destination->user == *m_session.user)
+}
+
+/// What the outbox holds and nobody here sends.
+std::vector<QueuedReport> UploadWorker::waiting() const
+{
+    if (!m_outbox)
+        return {};
+    auto reports = m_outbox->waiting();
+    std::erase_if(reports, [this](const QueuedReport& report) { return m_open.contains(report.number); });
+    return reports;
+}
+
+/// Puts in whatever was not sent yet and is not in the outbox.
+std::vector<QueuedReport> UploadWorker::putIn()
+{
+    if (!m_outbox)
+        return {};
+    auto shipment = Shipment{{}, m_session.service, *m_session.user};
+    auto& catalogue = m_session.catalogue;
+    for (auto& [number, report] : catalogue.sorted(m_session.settings->sortOrder.get())) {
+        auto file = catalogue.fileOf(number);
+        if (m_session.memory->sendingOf(file) != Sending::notAsked)
+            continue;
+        auto photo = photoOf(m_session.folder, file);
+        shipment.reports.push_back({number, std::move(report), std::move(photo), std::move(file)});
+    }
+    auto [queued, problems] = m_outbox->put(shipment);
+    for (const auto& [number, problem] : problems) {
+        ++m_session.uploads.givenUp;
+        say(Style::red, "^ #" + std::to_string(number) + " refused: " + problem);
+    }
+    return std::move(queued);
+}
+
+void UploadWorker::queue(const QueuedReport& report)
+{
+    const auto destination = destinationOf(report);
+    if (!destination)
+        return;
+    m_open.insert(report.number);
+    m_queue.addOperation(orrenby::make<UploadOperation>(destination, report, m_progress));
+}
+
+/// Uploads that were begun for somebody stay his, whoever signed in since.
+orrenby::Ref<UploadDestination> UploadWorker::destinationOf(const QueuedReport& report)
+{
+    if (!report.service && !hasService())
+        return nullptr;
+    const auto service = report.service ? report.service : orrenby::URL::make(m_server->address());
+    auto& destination = m_destinations[{service->absoluteString(), report.sender.stringValue()}];
+    if (!m_transport)
+        m_transport = m_session.makeTransport ? m_session.makeTransport() : std::make_unique<CurlTransport>();
+    if (!destination)
+        destination = std::make_shared<UploadDestination>(UploadDestination{
+            m_session.loop, *m_transport, *service, report.sender, m_outbox, {}, m_session.secondLength});
+    return destination;
+}
+
+/// Starts a service of its own if there is none.
+bool UploadWorker::hasService()
+{
+    if (m_server)
         return true;
-    const auto service = findService();
-    if (!service)
+    auto started = ServiceServer::start(
+        [this](const ServiceRequest& request) { return m_service.handle(request); });
+    if (const auto problem = started.error()) {
+        say(Style::red, "! no service: " + *problem);
         return false;
-    if (!m_transport && m_session.makeTransport)
-        m_transport = m_session.makeTransport();
-    else if (!m_transport)
-        m_transport = std::make_unique<CurlTransport>();
-    // A new one for somebody else: uploads that are on their way stay his who began them.
-    m_destination = std::make_shared<UploadDestination>(UploadDestination{
-        m_session.loop, *m_transport, *service, *m_session.user, {}, m_session.secondLength});
-    return true;
-}
-
-std::optional<orrenby::URL> UploadWorker::findService()
-{
-    if (m_session.service)
-        return m_session.service;
-    if (!m_server) {
-        auto started = ServiceServer::start(
-            [this](const ServiceRequest& request) { return m_service.handle(request); });
-        if (const auto problem = started.error()) {
-            say(Style::red, "! no service: " + *problem);
-            return {};
-        }
-        m_server = std::move(started).unwrap();
-        if (m_session.terminal.isInteractive())
-            say(Style::faint, "= a service listens at " + m_server->address());
     }
-    return orrenby::URL::make(m_server->address());
+    m_server = std::move(started).unwrap();
+    if (m_session.terminal.isInteractive())
+        say(Style::faint, "= a service listens at " + m_server->address());
+    return true;
 }
 
 void UploadWorker::waitForUploads(orrenby::UniqueFunction<void()> whenDone)
@@ -132,13 +197,27 @@ void UploadWorker::show(const UploadProgress& progress)
         break;
     }
     m_session.terminal.print(line);
-    if (progress.step == Step::isRefused || progress.step == Step::isGivenUp) {
+    if (progress.step == Step::isRefused || progress.step == Step::isGivenUp)
         ++m_session.uploads.givenUp;
-        m_taken.erase(progress.number);
-    } else if (progress.step != Step::isSent)
+    else if (progress.step != Step::isSent)
         return;
     m_open.erase(progress.number);
+    endBatch();
+}
+
+/// Says what was not brought to its end, if another run can do so.
+void UploadWorker::endBatch()
+{
+    if (m_open.empty() && m_session.isMemoryKept && m_session.uploads.waiting > 0)
+        say(Style::faint,
+            "= " + counted(m_session.uploads.waiting, "report")
+                + " left in the outbox: sent with the next start, or with upload");
     callWhenDone();
+}
+
+void UploadWorker::say(const orrenby::StoreError& error)
+{
+    say(Style::red, "! the outbox cannot be used: " + wordsFor(error));
 }
 
 void UploadWorker::say(Style style, const std::string& text)

@@ -8,6 +8,7 @@
 #include "Orrenby/Utilities/Log/Entries.hpp"
 #include "Orrenby/Utilities/Log/Settings.hpp"
 #include "Orrenby/Utilities/Streams/EngineChoice.hpp"
+#include "Recall.hpp"
 #include "ReportFolder.hpp"
 #include "RootFlow.hpp"
 #include "Samples.hpp"
@@ -74,10 +75,33 @@ std::optional<std::filesystem::path> stationOf(const Options& options)
     return sampleResponse();
 }
 
+/// The store of the run: the one that the user names, the one of the folder, or one that goes away with the
+/// copy of the samples.
+StoreFile::Outcome openStore(const Options& options, const std::filesystem::path& folder)
+{
+    if (options.store)
+        return StoreFile::open(*options.store);
+    if (!options.folder)
+        return StoreFile::open(folder / ".fieldbook.store");
+    const auto file = defaultStoreFile(folder);
+    auto outcome = file ? StoreFile::open(*file) : StoreFile::Outcome::success(StoreFile::inMemory());
+    const auto problem = outcome.error();
+    if (!problem || problem->kind == StoreProblem::Kind::unusable)
+        return outcome;
+    // Nobody asked for this file, so the run does without.
+    complain(problem->text + "; nothing of this run is kept");
+    return StoreFile::Outcome::success(StoreFile::inMemory());
+}
+
 int runIn(const std::filesystem::path& folder, Course course, const Options& options, Terminal& terminal)
 {
     if (const auto problem = problemOfFolder(folder)) {
         complain(*problem);
+        return failed;
+    }
+    const auto store = openStore(options, folder);
+    if (const auto problem = store.error()) {
+        complain(problem->text);
         return failed;
     }
     if (options.samples) {
@@ -93,6 +117,12 @@ int runIn(const std::filesystem::path& folder, Course course, const Options& opt
         options.user, options.service};
     if (course == Course::script)
         session.secondLength = terminal.isInteractive() ? 0.25 : 0;
+    if (options.language)
+        session.settings->language = options.language->identifier();
+    session.memory = store.unwrap()->memory();
+    session.isMemoryKept = (options.folder || options.store) && !store.unwrap()->isInMemory();
+    session.isUploadWanted = options.isUpload;
+    recall(session);
     live(session);
 
     printSummary(session, terminal);

@@ -2,10 +2,12 @@
 
 #include "Examples/Fieldbook/Descriptor.hpp"
 #include "Examples/Fieldbook/EventLoop.hpp"
+#include "Examples/Fieldbook/ReportOutbox.hpp"
 #include "Examples/Fieldbook/ReportRequests.hpp"
 #include "Examples/Fieldbook/Service/Mood.hpp"
 #include "Examples/Fieldbook/Service/ReportService.hpp"
 #include "Examples/Fieldbook/Service/ServiceServer.hpp"
+#include "Examples/Fieldbook/StoreFile.hpp"
 #include "Examples/Fieldbook/Tests/Loopback.hpp"
 #include "Orrenby/Platform/Scheduling/Thread.hpp"
 #include <arpa/inet.h>
@@ -100,13 +102,22 @@ protected:
         return answer ? tokenIn(answer->body).value_or("") : "";
     }
 
+    /// The request of a report that went through an outbox.
+    static SignedRequest reportRequest(
+        const orrenby::URL& service, const OutgoingReport& report, std::string_view token)
+    {
+        auto outbox = ReportOutbox(StoreFile::inMemory()->memory());
+        const auto put = outbox.put({{report}, service, "ada@hut.example"_email});
+        return ReportOutbox::request(*put.queued.at(0).entry, service, token);
+    }
+
     OutgoingReport reportWithPhoto(const std::string& content)
     {
         const auto file = std::filesystem::path(folder) / "a.png";
         std::ofstream(file, std::ios::binary) << content;
         auto report = Report{
             .title = Line{"Rope frayed"}, .place = Line{"Quay"}, .observer = Line{"Nils"}, .body = {}};
-        return {4, std::move(report), Photo{file, "image/png"}};
+        return {4, std::move(report), Photo{file, "image/png"}, "a.json"};
     }
 
     std::string folder = ::testing::TempDir() + "fieldbook-XXXXXX";

@@ -29,8 +29,9 @@ protected:
     std::shared_ptr<NotingScreen> screen = std::make_shared<NotingScreen>();
     orrenby::Ref<FolderWorker> folder = orrenby::make<FolderWorker>(session);
     orrenby::Ref<StationWorker> station = orrenby::make<StationWorker>(session);
-    orrenby::Ref<SignInWorker> signIn = orrenby::make<SignInWorker>(session);
-    orrenby::Ref<FeedContext> context = orrenby::make<FeedContext>(session, screen, folder, station, signIn);
+    orrenby::Ref<FeedContext> context = orrenby::make<FeedContext>(session, screen,
+        FeedContext::Sources{
+            orrenby::make<RecallWorker>(session), station, orrenby::make<SignInWorker>(session), folder});
 };
 
 TEST_F(FeedContextTest, ShowsNothingBeforeItIsActive) { EXPECT_THAT(screen->news, ElementsAre()); }
@@ -72,7 +73,7 @@ TEST_F(FeedContextTest, RunsItsWorkersAndSubscriptionsWhileItIsActive)
     EXPECT_TRUE(station->isWorking());
     EXPECT_TRUE(context->analytics()->isWorking());
     EXPECT_EQ(orrenby::Streams::liveSubscriptionCount(),
-        9); // each of two to three streams as one; one to the tally
+        16); // each of three to four streams as one; one to the tally
 
     context->deactivate();
     EXPECT_FALSE(folder->isWorking());

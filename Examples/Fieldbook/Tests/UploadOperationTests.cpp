@@ -1,5 +1,7 @@
 #include "Examples/Fieldbook/UploadOperation.hpp"
 
+#include "Examples/Fieldbook/StoreFile.hpp"
+#include "Examples/Fieldbook/Tests/OwnFolder.hpp"
 #include "Orrenby/Platform/Scheduling/DispatchQueue.hpp"
 #include "Orrenby/Platform/Scheduling/OperationQueue.hpp"
 #include "Orrenby/Testing/VirtualWorld.hpp"
@@ -36,6 +38,8 @@ public:
         const auto token = request.httpHeader("X-Auth-Token").value_or("nobody");
         asked.push_back(request.httpMethod() + ' ' + std::string(request.url().path()) + ' ' + token);
         const bool isReport = request.httpMethod() == "PUT";
+        if (isReport)
+            keys.push_back(request.httpHeader("Idempotency-Key").value_or(""));
         const auto answer = isReport
             ? nextAnswer()
             : Answer{201, R"({"token": "t)" + std::to_string(++m_tokenCount) + "\"}"};
@@ -60,6 +64,7 @@ public:
     std::vector<BytesSent> bytes;
     std::optional<TransportFailure> failure;
     std::vector<std::string> asked;
+    std::vector<std::string> keys;
     std::vector<std::uint64_t> lengths;
 
 private:
@@ -84,20 +89,30 @@ protected:
         queue.setUnderlyingQueue(orrenby::DispatchQueue::main());
         auto report = Report{
             .title = Line{"Rope frayed"}, .place = Line{"Quay"}, .observer = Line{"Nils"}, .body = {}};
-        auto operation = orrenby::make<UploadOperation>(
-            destination, OutgoingReport{7, std::move(report), std::move(photo)}, progress);
+        const auto put = destination->outbox->put(
+            {{{7, std::move(report), std::move(photo), "a.json"}}, destination->service, destination->user});
+        return upload(put.queued.at(0));
+    }
+    orrenby::Ref<UploadOperation> upload(const QueuedReport& report)
+    {
+        auto operation = orrenby::make<UploadOperation>(destination, report, progress);
         queue.addOperation(operation);
         return operation;
     }
 
+    /// The only report that waits.
+    QueuedReport waiting() const { return destination->outbox->waiting().at(0); }
+
     using Told = std::pair<double, Step>;
     VirtualWorld world;
     EventLoop loop;
+    std::shared_ptr<Memory> memory = StoreFile::inMemory()->memory();
     AnsweringTransport transport{loop};
     orrenby::OperationQueue queue;
     UploadOperation::Progress progress;
     orrenby::Ref<UploadDestination> destination = std::make_shared<UploadDestination>(
-        UploadDestination{loop, transport, "http://127.0.0.1:1"_url, "ada@hut.example"_email, "t0"});
+        UploadDestination{loop, transport, "http://127.0.0.1:1"_url, "ada@hut.example"_email,
+            std::make_shared<ReportOutbox>(memory), "t0"});
     std::vector<Told> steps;
     std::vector<UploadProgress> told;
     orrenby::Streams::AnyCancellable handle = progress.asPublisher().bind([this](const UploadProgress& step) {
@@ -243,7 +258,10 @@ TEST_F(UploadOperationTest, IsRefusedWhenItsBodyCannotBeRead)
 
 TEST_F(UploadOperationTest, IsRefusedWithoutItsPhoto)
 {
-    upload({taken}, Photo{"missing.png", "image/png"});
+    const OwnFolder folder;
+    writeFile(folder.file("missing.png"), "PNG");
+    upload({taken}, Photo{folder.file("missing.png"), "image/png"});
+    std::filesystem::remove(folder.file("missing.png"));
 
     world.runAll();
 
@@ -264,6 +282,79 @@ TEST_F(UploadOperationTest, TellsOfEachQuarterOnceAndNotOfTheLast)
         if (step.step == Step::sends)
             percents.push_back(step.percent);
     EXPECT_THAT(percents, ElementsAre(25, 75));
+}
+
+TEST_F(UploadOperationTest, IsCountedBeforeAnythingIsSent)
+{
+    upload({taken});
+    world.advance(0.25);
+
+    const auto entry = memory->context()->fetch<orrenby::OutboxEntry>(orrenby::Outbox::request()).at(0);
+    EXPECT_EQ(entry->state(), orrenby::OutboxState::Sending);
+    EXPECT_EQ(entry->attempts(), 1);
+    EXPECT_FALSE(memory->context()->hasChanges());
+}
+
+TEST_F(UploadOperationTest, LeavesTheOutboxWhenItIsSent)
+{
+    upload({taken});
+
+    world.runAll();
+
+    EXPECT_THAT(memory->context()->fetch<orrenby::OutboxEntry>(orrenby::Outbox::request()), IsEmpty());
+    EXPECT_EQ(memory->sendingOf("a.json"), Sending::done);
+}
+
+TEST_F(UploadOperationTest, StaysInTheOutboxWhenTheScheduleIsOverAndGoesOnCounting)
+{
+    upload({busy});
+    world.runAll();
+    EXPECT_EQ(waiting().entry->attempts(), 4);
+    EXPECT_EQ(waiting().entry->reason(), "status 503, \"Too busy.\"");
+
+    transport.answers = {taken};
+    upload(waiting());
+    world.runAll();
+
+    EXPECT_EQ(steps.back(), Told(16.5, Step::isSent));
+    EXPECT_EQ(told.back().attempt, 5);
+}
+
+TEST_F(UploadOperationTest, WaitsForTheMomentThatAnEarlierRunHasNoted)
+{
+    upload({taken})->cancel();
+    steps.clear();
+    const auto before = waiting();
+    ASSERT_TRUE(destination->outbox->begin(before));
+    destination->outbox->wait(before, orrenby::Date::now() + 3, "status 503");
+
+    upload(waiting());
+    world.runAll();
+
+    EXPECT_THAT(steps.front(), Told(3, Step::begins));
+    EXPECT_EQ(told.back().attempt, 2);
+}
+
+TEST_F(UploadOperationTest, IsNotInTheOutboxToBeSentWhenItIsRefused)
+{
+    upload({{400, "{}"}});
+
+    world.runAll();
+
+    EXPECT_THAT(destination->outbox->waiting(), IsEmpty());
+    EXPECT_EQ(memory->sendingOf("a.json"), Sending::notAsked);
+}
+
+TEST_F(UploadOperationTest, BearsOneKeyInAllItsAttempts)
+{
+    upload({busy, busy, taken});
+
+    world.runAll();
+
+    ASSERT_EQ(transport.keys.size(), 3U);
+    EXPECT_EQ(transport.keys[0].size(), 36U);
+    EXPECT_EQ(transport.keys[1], transport.keys[0]);
+    EXPECT_EQ(transport.keys[2], transport.keys[0]);
 }
 
 TEST_F(UploadOperationTest, EndsAtOnceWhenItIsCancelledWhileItWaits)
@@ -289,6 +380,7 @@ TEST_F(UploadOperationTest, EndsAtOnceWhenItIsCancelledWhileItSends)
 
     EXPECT_TRUE(operation->isFinished());
     EXPECT_THAT(steps, ElementsAre(Told(0, Step::begins)));
+    EXPECT_EQ(waiting().entry->attempts(), 1);
 }
 
 } // namespace

@@ -19,6 +19,7 @@ using namespace std::chrono_literals;
 using orrenby::operator""_email;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::SizeIs;
 
 class UploadWorkerTest : public ::testing::Test {
@@ -65,6 +66,11 @@ protected:
     void uploadAndWait()
     {
         worker->uploadAll();
+        wait();
+    }
+
+    void wait()
+    {
         const auto patience = loop.after(30s, [this] { loop.stop(); });
         // Where nothing is on its way this calls at once, before the loop runs.
         bool isDone = false;
@@ -188,6 +194,69 @@ TEST_F(UploadWorkerTest, TakesUpWhatItHadToLeaveWhenItIsStartedAgain)
 
     EXPECT_THAT(service->received(), SizeIs(2));
     EXPECT_EQ(session.uploads.sent, 2);
+}
+
+TEST_F(UploadWorkerTest, GoesOnWithWhatAnotherRunLeft)
+{
+    listen();
+    if (!server)
+        return;
+    {
+        auto before = ReportOutbox(session.memory);
+        const auto put = before.put(
+            {{{4, titled("Ladder gone"), {}, "gone.json"}}, session.service, "bo@hut.example"_email});
+        ASSERT_EQ(before.begin(put.queued.at(0)), 1); // and was killed
+    }
+    session.user.reset();
+    worker->start();
+
+    worker->resume();
+    wait();
+
+    ASSERT_THAT(service->received(), SizeIs(1));
+    EXPECT_EQ(service->received()[0].sender, "bo@hut.example"_email);
+    EXPECT_THAT(printed(), HasSubstr("= 1 upload goes on\n^ #4 attempt 2\n^ #4 sent\n"));
+}
+
+TEST_F(UploadWorkerTest, SaysNothingWhereNothingIsLeft)
+{
+    worker->start();
+
+    worker->resume();
+
+    EXPECT_THAT(printed(), Not(HasSubstr("=")));
+}
+
+TEST_F(UploadWorkerTest, SendsNothingAgainThatAnEarlierRunSent)
+{
+    listen();
+    if (!server)
+        return;
+    worker->start();
+    uploadAndWait();
+    worker = orrenby::make<UploadWorker>(session);
+    worker->start();
+
+    uploadAndWait();
+
+    EXPECT_EQ(session.uploads.sent, 2);
+    EXPECT_THAT(printed(), HasSubstr("= nothing to upload\n"));
+}
+
+TEST_F(UploadWorkerTest, SaysHowManyAreLeftForTheNextRun)
+{
+    listen();
+    if (!server)
+        return;
+    server.reset();
+    session.isMemoryKept = true;
+    worker->start();
+
+    uploadAndWait();
+
+    EXPECT_THAT(
+        printed(), HasSubstr("= 2 reports left in the outbox: sent with the next start, or with upload\n"));
+    EXPECT_EQ(session.uploads.waiting, 2U);
 }
 
 TEST_F(UploadWorkerTest, StartsAServiceOfItsOwn)

@@ -4,6 +4,7 @@
     program.py PROGRAM
 """
 
+import http.server
 import json
 import os
 import pathlib
@@ -15,6 +16,7 @@ import socket
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 import unittest
 
@@ -206,17 +208,23 @@ Three Stones crossing 1; Weir Lane 2
 
 OPENING = ["RootContext is active", "ScriptWorker starts", "SessionWorker starts", "RootFlow has started",
            "MainContext is active", "UploadWorker starts", "MainFlow has started",
-           "FeedContext is active", "StationWorker starts", "SignInWorker starts", "FolderWorker starts", "SettingsWorker starts", "AnalyticsWorker starts",
-           "FeedFlow has started"]
+           "FeedContext is active", "RecallWorker starts", "StationWorker starts", "SignInWorker starts", "FolderWorker starts", "SettingsWorker starts",
+           "KeepingWorker starts", "AnalyticsWorker starts", "FeedFlow has started"]
 CLOSING = ["UploadWorker stops", "MainContext resigns",
-           "StationWorker stops", "SignInWorker stops", "FolderWorker stops", "SettingsWorker stops", "AnalyticsWorker stops", "FeedContext resigns", "FeedContext goes",
-           "FeedFlow goes", "MainContext goes", "MainFlow goes",
+           "RecallWorker stops", "StationWorker stops", "SignInWorker stops", "FolderWorker stops", "SettingsWorker stops", "KeepingWorker stops",
+           "AnalyticsWorker stops", "FeedContext resigns", "FeedContext goes", "FeedFlow goes", "MainContext goes", "MainFlow goes",
            "ScriptWorker stops", "SessionWorker stops", "RootContext resigns", "RootContext goes", "RootFlow goes"]
 
 
-def run(*arguments, **options):
+def run(*arguments, env=None, **options):
+    """Each run has a place of its own for the stores that nobody names, unless its environment names one."""
+    with tempfile.TemporaryDirectory() as state:
+        return run_in({**os.environ, "XDG_STATE_HOME": state, **(env or {})}, *arguments, **options)
+
+
+def run_in(env, *arguments, **options):
     return subprocess.run([PROGRAM, *arguments], capture_output=True, text=True, encoding="utf-8", timeout=PATIENCE,
-                          stdin=subprocess.DEVNULL, **options)
+                          stdin=subprocess.DEVNULL, env=env, **options)
 
 
 def steps_in(section):
@@ -251,6 +259,7 @@ class Folder(unittest.TestCase):
         self.outer = pathlib.Path(holder.name)
         self.folder = self.outer / "reports"
         self.folder.mkdir()
+        os.environ["XDG_STATE_HOME"] = str(self.outer / "state")
 
     def put(self, name, title, severity="low"):
         (self.folder / name).write_text(json.dumps(REPORT | {"title": title, "severity": severity}), encoding="utf-8")
@@ -258,7 +267,7 @@ class Folder(unittest.TestCase):
 
 class ScriptedRun(Folder):
     def scripted(self, *arguments):
-        result = run(*arguments, env={**os.environ, "TMPDIR": str(self.outer)})
+        result = run(*arguments, env={"TMPDIR": str(self.outer)})
         self.assertEqual(0, result.returncode, result.stderr)
         return result
 
@@ -452,7 +461,7 @@ class Service(Folder):
         with socket.socket() as taken:  # a port that nobody listens at
             taken.bind(("127.0.0.1", 0))
             result = run("--script", f"--service=http://127.0.0.1:{taken.getsockname()[1]}",
-                         env={**os.environ, "TMPDIR": str(self.outer)})
+                         env={"TMPDIR": str(self.outer)})
         self.assertEqual(0, result.returncode, result.stderr)
         feed = result.stdout.split("= 13 to upload\n")[1].split("Closing\n")[0]
         self.assertEqual(13 * 7, len(feed.splitlines()))
@@ -505,7 +514,7 @@ class MadeUpReports(Folder):
         self.assertEqual(f"fieldbook: no samples: {self.folder / 'sample-demo-1.json'}: Permission denied\n", result.stderr)
 
 
-class WatchedFolder(Folder):
+class LongRun(Folder):
     """A run that somebody else has to end."""
 
     def start(self, *arguments, **options):
@@ -530,6 +539,8 @@ class WatchedFolder(Folder):
                 self.fail(f"no {text!r} in {self.output!r}")
             self.output += more.decode("utf-8", "replace")
 
+
+class WatchedFolder(LongRun):
     def test_is_followed_until_a_signal_comes(self):
         for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
             with self.subTest(signal=number):
@@ -643,6 +654,257 @@ class Link(Folder):
         result = run(str(self.folder), "fieldbook://report/1")
         self.assertEqual(0, result.returncode)
         self.assertIn("! nothing opens fieldbook://report/1\n", result.stdout)
+
+
+class SlowService:
+    """Notes what it gets. While it is slow, it takes reports and gives no answer."""
+
+    def __init__(self, is_slow):
+        self.is_slow = is_slow
+        self.attempts = []  # number and key of each report that arrived as a whole
+        self.taken = {}  # what was taken, by key
+        self.arrival = threading.Condition()
+        service = self
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            protocol_version = "HTTP/1.1"
+
+            def do_POST(self):
+                self.rfile.read(int(self.headers["Content-Length"]))
+                self.answer({"token": "t"})
+
+            def do_PUT(self):
+                body = self.rfile.read(int(self.headers["Content-Length"]))
+                number, key = int(self.path.rsplit("/", 1)[1]), self.headers["Idempotency-Key"]
+                with service.arrival:
+                    service.attempts.append((number, key))
+                    if key not in service.taken:
+                        service.taken[key] = (number, self.headers["From"], re.search(rb'"title" : "([^"]*)"', body)[1].decode())
+                    service.arrival.notify_all()
+                    service.arrival.wait_for(lambda: not service.is_slow, PATIENCE)
+                self.answer({"number": number, "photoBytes": 0})
+
+            def answer(self, members):
+                body = json.dumps(members).encode()
+                try:
+                    self.send_response(201)
+                    self.send_header("Content-Length", str(len(body)))
+                    self.end_headers()
+                    self.wfile.write(body)
+                except OSError:  # who asked is gone
+                    self.close_connection = True
+
+            def log_message(self, *_):
+                pass
+
+        self.server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        self.server.daemon_threads = True
+        self.option = f"--service=http://127.0.0.1:{self.server.server_port}"
+        threading.Thread(target=self.server.serve_forever, daemon=True).start()
+
+    def await_attempts(self, count):
+        with self.arrival:
+            return self.arrival.wait_for(lambda: len(self.attempts) >= count, PATIENCE)
+
+    def hurry(self):
+        with self.arrival:
+            self.is_slow = False
+            self.arrival.notify_all()
+
+    def end(self):
+        self.hurry()
+        self.server.shutdown()
+        self.server.server_close()
+
+
+class Store(LongRun):
+    def setUp(self):
+        super().setUp()
+        self.store = self.outer / "kept" / "store"
+        self.option = f"--store={self.store}"
+
+    def service(self, is_slow=False):
+        service = SlowService(is_slow)
+        self.addCleanup(service.end)
+        return service
+
+    def test_tells_what_was_there_and_then_what_is_different_now(self):
+        for engine in ([], ["--rx"]):
+            with self.subTest(engine=engine):
+                self.put("a.json", "Rope frayed")
+                self.put("b.json", "Crane stuck", "high")
+                first = run(self.option, *engine, str(self.folder))
+                self.assertEqual((0, ""), (first.returncode, first.stderr))
+                self.assertNotIn("from last time", first.stdout)
+                self.put("a.json", "Rope mended")
+                (self.folder / "b.json").unlink()
+                self.put("c.json", "Ladder gone")
+
+                second = run(self.option, *engine, str(self.folder))
+
+                self.assertEqual((0, ""), (second.returncode, second.stderr))
+                self.assertIn("= 2 reports from last time\n= low     #1 Rope frayed, Quay (Nils)\n"
+                              "= high    #2 Crane stuck, Quay (Nils)\n- high    #2 Crane stuck, Quay (Nils)\n"
+                              "~ low     #1 Rope mended, Quay (Nils)\n+ low     #3 Ladder gone, Quay (Nils)\n"
+                              "= 2 report files so far\n", second.stdout)
+                self.assertIn("events      added 1; changed 1; removed 1; unreadable 0\n", second.stdout)
+                self.store.unlink()
+                (self.folder / "c.json").unlink()
+
+    def test_tells_what_was_there_in_a_folder_that_is_empty_now(self):
+        self.put("a.json", "Rope frayed")
+        run(self.option, str(self.folder))
+        (self.folder / "a.json").unlink()
+
+        second = run(self.option, str(self.folder))
+        third = run(self.option, str(self.folder))
+
+        self.assertIn("= 1 report from last time\n= low     #1 Rope frayed, Quay (Nils)\n- low     #1 Rope frayed, Quay (Nils)\n"
+                      "= 0 report files so far\n", second.stdout)
+        self.assertNotIn("Rope frayed", third.stdout)
+
+    def test_leaves_numbers_to_the_files_that_had_them(self):
+        self.put("b.json", "Rope frayed")
+        run(self.option, str(self.folder))
+        (self.folder / "b.json").unlink()
+        run(self.option, str(self.folder))
+        self.put("a.json", "Crane stuck", "high")
+
+        result = run(self.option, str(self.folder))
+
+        self.assertIn("+ high    #2 Crane stuck, Quay (Nils)\n", result.stdout)
+
+    def test_brings_the_settings_back(self):
+        (self.folder / "a.json").write_text(json.dumps(REPORT | {"title": "Rope frayed", "severity": "low", "body": "Two strands.",
+                                                                 "date": "2026-03-04T15:05:00.000Z"}))
+        station = self.outer / "answer.json"
+        station.write_text(json.dumps({"settings": {"sortOrder": "place", "isDetailed": False}}))
+        for engine in ([], ["--rx"]):
+            with self.subTest(engine=engine):
+                arguments = [self.option, f"--station={station}", *engine, str(self.folder), "fieldbook://report/1"]
+                first = run("--user=ada@hut.example", "--language=de", *arguments)
+                self.assertIn("= cards are short\n", first.stdout)
+                self.assertIn("by place\n", first.stdout)
+
+                second = run(*arguments)
+
+                self.assertEqual((0, ""), (second.returncode, second.stderr))
+                self.assertIn("* signed in  ada@hut.example\n", second.stdout)
+                self.assertIn("| Quay, by Nils, 4. März 2026, 15:05\n", second.stdout)
+                self.assertNotIn("Two strands.", second.stdout)
+                # What the station asks for is so already.
+                self.assertNotIn("cards are short", second.stdout)
+                self.assertNotIn("by place", second.stdout)
+                self.store.unlink()
+
+    def test_of_a_folder_is_where_programs_keep_their_state(self):
+        self.put("a.json", "Rope frayed")
+        environment = {**os.environ, "XDG_STATE_HOME": str(self.outer / "state")}
+        run_in(environment, str(self.folder))
+        self.assertRegex(" ".join(os.listdir(self.outer / "state" / "fieldbook")), r"\breports-[0-9a-f]{8}\.store\b")
+        self.assertIn("= 1 report from last time\n", run_in(environment, str(self.folder)).stdout)
+
+    def test_that_cannot_be_where_programs_keep_their_state_is_done_without(self):
+        self.put("a.json", "Rope frayed")
+        (self.outer / "state").write_text("a file")
+        result = run_in({**os.environ, "XDG_STATE_HOME": str(self.outer / "state")}, str(self.folder))
+        self.assertEqual(0, result.returncode)
+        self.assertIn("+ low     #1 Rope frayed, Quay (Nils)\n", result.stdout)
+        self.assertRegex(result.stderr, "^fieldbook: cannot use the store .*: Not a directory; nothing of this run is kept\n$")
+
+    def test_that_is_damaged_is_one_message_and_status_1_and_stays_as_it_is(self):
+        self.put("a.json", "Rope frayed")
+        environment = {**os.environ, "XDG_STATE_HOME": str(self.outer / "state")}
+        run_in(environment, str(self.folder))
+        (own,) = (self.outer / "state" / "fieldbook").glob("*.store")
+        self.store.parent.mkdir()
+        whole = own.read_bytes()
+        for store, arguments in ((self.store, [self.option]), (own, [])):
+            for damaged in (b"Dear diary,\n" * 500, b"x", whole[:len(whole) // 2], whole[:5000] + b"\xff" * (len(whole) - 5000)):
+                with self.subTest(store=store, length=len(damaged)):
+                    store.write_bytes(damaged)
+                    result = run_in(environment, *arguments, str(self.folder))
+                    self.assertEqual((1, ""), (result.returncode, result.stdout))
+                    self.assertEqual(f'fieldbook: cannot use the store "{store}": it is damaged, or no store\n', result.stderr)
+                    self.assertEqual(damaged, store.read_bytes())
+
+    def test_that_another_run_uses_is_refused_if_it_was_named_and_done_without_if_not(self):
+        self.start("--watch", self.option, stdin=subprocess.DEVNULL)
+        self.await_output("= 0 report files so far\n")
+        named = run(self.option, str(self.folder))
+        self.assertEqual((1, f'fieldbook: cannot use the store "{self.store}": another fieldbook uses it\n'),
+                         (named.returncode, named.stderr))
+        self.process.terminate()
+        self.process.wait(PATIENCE)
+        self.start("--watch", stdin=subprocess.DEVNULL)
+        self.await_output("= 0 report files so far\n")
+        unnamed = run_in(dict(os.environ), str(self.folder))
+        self.assertEqual(0, unnamed.returncode)
+        self.assertRegex(unnamed.stderr, "another fieldbook uses it; nothing of this run is kept\n$")
+
+    @unittest.skipIf(why_unreachable(), why_unreachable())
+    def test_has_uploads_go_on_that_were_under_way_when_the_run_was_killed(self):
+        for engine in ([], ["--rx"]):
+            with self.subTest(engine=engine):
+                for name, title in (("a.json", "Rope frayed"), ("b.json", "Crane stuck"), ("c.json", "Ladder gone")):
+                    self.put(name, title)
+                service = self.service(is_slow=True)
+                self.start("--watch", "--upload", "--user=ada@hut.example", self.option, service.option, *engine,
+                           stdin=subprocess.DEVNULL)
+                self.assertTrue(service.await_attempts(2))  # as many as are sent at once
+                self.process.kill()
+                self.process.wait(PATIENCE)
+                service.hurry()
+
+                result = run(self.option, service.option, *engine, str(self.folder))
+
+                self.assertEqual((0, ""), (result.returncode, result.stderr))
+                uploads = result.stdout.split("= 3 uploads go on\n")[1].split("Closing\n")[0].splitlines()
+                self.assertEqual(["^ #1 attempt 2", "^ #1 sent", "^ #2 attempt 2", "^ #2 sent", "^ #3 sent"], sorted(uploads))
+                self.assertIn("uploads     sent 3; given up 0\n", result.stdout)
+                self.assertEqual([(1, "ada@hut.example", "Rope frayed"), (2, "ada@hut.example", "Crane stuck"),
+                                  (3, "ada@hut.example", "Ladder gone")], sorted(service.taken.values()))
+                self.assertEqual([1, 1, 2, 2, 3], sorted(number for number, _ in service.attempts))
+
+                again = run(self.option, service.option, "--upload", *engine, str(self.folder))
+                self.assertIn("= nothing to upload\n", again.stdout)
+                self.assertEqual(5, len(service.attempts))
+                self.store.unlink()
+
+    @unittest.skipIf(why_unreachable(), why_unreachable())
+    def test_has_uploads_go_on_that_waited_when_the_run_was_killed(self):
+        self.put("a.json", "Rope frayed")
+        with socket.socket() as taken:  # a port that nobody listens at
+            taken.bind(("127.0.0.1", 0))
+            self.start("--watch", "--upload", "--user=ada@hut.example", self.option,
+                       f"--service=http://127.0.0.1:{taken.getsockname()[1]}", stdin=subprocess.DEVNULL)
+            self.await_output("; attempt 2 in 2 s\n")
+            self.process.kill()
+            self.process.wait(PATIENCE)
+
+            self.start("--watch", self.option, stdin=subprocess.DEVNULL)
+
+            self.await_output("= 1 upload goes on\n")
+            self.await_output("^ #1 attempt 2\n")
+            self.await_output("; attempt 3 in 2 s\n")
+        self.process.terminate()
+        self.await_output("uploads     sent 0; given up 0; left for the next start 1\n")
+        self.assertEqual(0, self.process.wait(PATIENCE))
+
+    @unittest.skipIf(why_unreachable(), why_unreachable())
+    def test_keeps_what_no_service_took_for_the_next_start(self):
+        with socket.socket() as taken:
+            taken.bind(("127.0.0.1", 0))
+            first = run("--script", self.option, f"--service=http://127.0.0.1:{taken.getsockname()[1]}",
+                        env={"TMPDIR": str(self.outer)})
+            self.assertEqual(0, first.returncode, first.stderr)
+            self.assertIn("= 13 reports left in the outbox: sent with the next start, or with upload\n", first.stdout)
+            self.assertIn("uploads     sent 0; given up 13; left for the next start 13\n", first.stdout)
+
+            self.start("--watch", self.option, stdin=subprocess.DEVNULL)
+            self.await_output("= 13 reports from last time\n")
+            self.await_output("= 13 uploads go on\n")
+            self.await_output("^ #4 attempt 5\n")
 
 
 if __name__ == "__main__":
