@@ -2,13 +2,12 @@
 
 #include "Examples/Fieldbook/Descriptor.hpp"
 #include "Examples/Fieldbook/EventLoop.hpp"
-#include "Examples/Fieldbook/ReportOutbox.hpp"
 #include "Examples/Fieldbook/ReportRequests.hpp"
 #include "Examples/Fieldbook/Service/Mood.hpp"
 #include "Examples/Fieldbook/Service/ReportService.hpp"
 #include "Examples/Fieldbook/Service/ServiceServer.hpp"
-#include "Examples/Fieldbook/StoreFile.hpp"
 #include "Examples/Fieldbook/Tests/Loopback.hpp"
+#include "Examples/Fieldbook/Tests/ReportRequest.hpp"
 #include "Orrenby/Platform/Scheduling/Thread.hpp"
 #include <arpa/inet.h>
 #include <atomic>
@@ -100,15 +99,6 @@ protected:
     {
         send(signInRequest(url, "ada@hut.example"_email));
         return answer ? tokenIn(answer->body).value_or("") : "";
-    }
-
-    /// The request of a report that went through an outbox.
-    static SignedRequest reportRequest(
-        const orrenby::URL& service, const OutgoingReport& report, std::string_view token)
-    {
-        auto outbox = ReportOutbox(StoreFile::inMemory()->memory());
-        const auto put = outbox.put({{report}, service, "ada@hut.example"_email});
-        return ReportOutbox::request(*put.queued.at(0).entry, service, token);
     }
 
     OutgoingReport reportWithPhoto(const std::string& content)

@@ -2,6 +2,7 @@
 
 #include "Examples/Fieldbook/ReportRequests.hpp"
 #include "Examples/Fieldbook/Service/ReportService.hpp"
+#include "Examples/Fieldbook/Tests/ReportRequest.hpp"
 #include "Orrenby/Testing/VirtualWorld.hpp"
 #include <filesystem>
 #include <fstream>
@@ -90,8 +91,8 @@ TEST_F(DirectServiceTest, BringsAReportAndItsPhotoByteForByte)
     std::ofstream(file, std::ios::binary) << photo;
     const auto report = Report{"Rope frayed", "Quay", "Nils", Severity::low, {}};
 
-    auto request = reportRequest(
-        "http://hut.example"_url, {4, report, Photo{file, "image/png"}}, tokenIn(answer->body).value_or(""));
+    auto request = reportRequest("http://hut.example"_url, {4, report, Photo{file, "image/png"}, "a.json"},
+        tokenIn(answer->body).value_or(""));
     send(std::move(request.request), std::move(request.body));
     world.runAll();
     std::filesystem::remove(file);
