@@ -4,15 +4,21 @@
 #include "Language.hpp"
 #include "Options.hpp"
 #include "Orrenby/Platform/Objects/Result.hpp"
+#include "Orrenby/Platform/Store/NSManagedObject.hpp"
+#include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
 #include "Orrenby/Platform/Time/Locale.hpp"
 #include "Orrenby/Utilities/Streams/EngineChoice.hpp"
 #include "Orrenby/Utilities/Streams/Future.hpp"
-#include "Photo.hpp"
+#include "Recall.hpp"
 #include "SampleReports.hpp"
+#include "StoreModel.hpp"
+#include "StoredReport.hpp"
+#include "StoredSetting.hpp"
 #include "Text.hpp"
 #include "WholeFile.hpp"
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -141,7 +147,9 @@ Stage::Problem Stage::perform(const ScenarioStep& step)
         {"remove", &Stage::remove}, {"move", &Stage::move}, {"photo", &Stage::photo},
         {"serve", &Stage::serve}, {"kill", &Stage::kill}, {"forget", &Stage::forget},
         {"received", &Stage::received}, {"compare", &Stage::compare}, {"rush", &Stage::rush},
-        {"alive", &Stage::alive}, {"engine", &Stage::engine}, {"caption", &Stage::caption}};
+        {"first-version", &Stage::firstVersion}, {"stored", &Stage::stored},
+        {"transaction", &Stage::transaction}, {"damage", &Stage::damage}, {"alive", &Stage::alive},
+        {"engine", &Stage::engine}, {"caption", &Stage::caption}};
     for (const auto& verb : verbs)
         if (step.verb == verb.name)
             return (this->*verb.perform)(step.rest);
@@ -157,10 +165,23 @@ Stage::Problem Stage::start(const std::string& arguments)
     if (m_root)
         return "it has started already";
     const auto chosen = options.unwrap();
+    auto store = chosen.store ? StoreFile::open(*chosen.store)
+                              : StoreFile::Outcome::success(StoreFile::inMemory());
+    if (const auto problem = store.error()) {
+        m_terminal.print("! " + problem->text);
+        return {};
+    }
+    m_store = std::move(store).unwrap();
     choose(chosen.language.value_or(orrenby::Locale("en_US")));
     m_session = std::make_unique<Session>(Session{m_loop, m_terminal, m_trace, reportsFolder, Course::watch,
         chosen.link, chosen.station, chosen.user, orrenby::URL::make("http://service.example")});
     m_session->makeTransport = [this] { return m_service.transport(); };
+    if (chosen.language)
+        m_session->settings->language = chosen.language->identifier();
+    m_session->memory = m_store->memory();
+    m_session->isMemoryKept = !m_store->isInMemory();
+    m_session->isUploadWanted = chosen.isUpload;
+    recall(*m_session);
     m_trace.begin("Opening");
     m_root = orrenby::make<RootFlow>(*m_session);
     m_root->start();
@@ -180,6 +201,8 @@ Stage::Problem Stage::leave(const std::string&)
     m_trace.begin("Closing");
     m_root.reset();
     m_world.runUntilIdle();
+    m_session.reset();
+    m_store.reset();
     return {};
 }
 
@@ -299,6 +322,70 @@ Stage::Problem Stage::rush(const std::string& count)
     say(std::to_string(first) + " and " + std::to_string(second) + " requests were answered; "
         + counted(m_reports->received().size(), "report") + " taken");
     return {};
+}
+
+Stage::Problem Stage::firstVersion(const std::string& file)
+{
+    const auto context = orrenby::make<orrenby::NSManagedObjectContext>(
+        orrenby::PersistentStore::open(firstStoreModel(), {.path = file}));
+    const auto report = context->insert(StoredReport::entityName);
+    report->setValue("file", "gate.json");
+    report->setValue("number", std::int64_t(4));
+    report->setValue("title", "Gate left open");
+    report->setValue("place", "Harrow Gate");
+    report->setValue("observer", "Ines Calder");
+    report->setValue("severity", "low");
+    const auto setting = context->insert(StoredSetting::entityName);
+    setting->setValue("name", settingNames::order);
+    setting->setValue("value", nameOf(SortOrder::byPlace));
+    context->save();
+    return {};
+}
+
+Stage::Problem Stage::stored(const std::string& file)
+{
+    auto store = StoreFile::open(file);
+    if (const auto problem = store.error())
+        return problem->text;
+    const auto opened = std::move(store).unwrap();
+    const auto& memory = *opened->memory();
+    for (const auto& [name, number, report, sending] : memory.reports())
+        say("#" + std::to_string(number) + ' ' + name + (report ? ": " + report->title.text : "")
+            + (sending == Sending::notAsked    ? ""
+                    : sending == Sending::done ? ", sent"
+                                               : ", to be sent"));
+    say("order " + memory.setting(settingNames::order).value_or("not set") + ", user "
+        + memory.setting(settingNames::user).value_or("not set"));
+    return {};
+}
+
+Stage::Problem Stage::transaction(const std::string& file)
+{
+    auto store = StoreFile::open(file);
+    if (const auto problem = store.error())
+        return problem->text;
+    const auto opened = std::move(store).unwrap();
+    auto& memory = *opened->memory();
+    try {
+        memory.commit([&] {
+            memory.put("weir.json", 99, {"Planks loose", "Weir Lane", "Ines Calder", Severity::high, {}});
+            memory.set(settingNames::order, "severity");
+            memory.context()->insert<StoredReport>(StoredReport::entityName); // without what it has to have
+        });
+    } catch (const orrenby::StoreError& error) {
+        // Without the object's own name, which counts what the process made so far.
+        const auto words = wordsFor(error);
+        say("nothing was saved: " + words.substr(words.find('.') + 1));
+        return {};
+    }
+    return "it was saved";
+}
+
+Stage::Problem Stage::damage(const std::string& file)
+{
+    auto bytes = contentOf(file);
+    std::fill_n(bytes.begin(), std::min<std::size_t>(bytes.size(), 100), 'x');
+    return writeWhole(file, bytes);
 }
 
 Stage::Problem Stage::alive(const std::string&)

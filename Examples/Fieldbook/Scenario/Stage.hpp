@@ -15,6 +15,7 @@
 #include "Service/Faults.hpp"
 #include "Service/ReportService.hpp"
 #include "Session.hpp"
+#include "StoreFile.hpp"
 #include "Terminal.hpp"
 #include <memory>
 #include <optional>
@@ -61,6 +62,11 @@ private:
     Problem compare(const std::string& numberAndFile);
     Problem rush(const std::string& count);
 
+    Problem firstVersion(const std::string& file);
+    Problem stored(const std::string& file);
+    Problem transaction(const std::string& file);
+    Problem damage(const std::string& file);
+
     Problem alive(const std::string&);
     Problem engine(const std::string& name);
     Problem caption(const std::string& text);
@@ -75,6 +81,7 @@ private:
     std::unique_ptr<ReportService> m_reports; ///< Keeps what it got when it is killed.
     std::unique_ptr<FaultyService> m_faulty;
     DirectService m_service;
+    std::unique_ptr<StoreFile> m_store; ///< Open as long as the application runs.
     std::unique_ptr<Session> m_session;
     orrenby::Ref<RootFlow> m_root;
 };
