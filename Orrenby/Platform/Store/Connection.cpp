@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
@@ -77,6 +78,14 @@ int milliseconds(double seconds)
     return seconds > 0 ? static_cast<int>(std::min(seconds * 1000, 2e9)) : 0;
 }
 
+/// SQLite takes a file of one byte for an empty one and would write over it.
+void refuseSingleByte(const std::string& file)
+{
+    struct stat found = {};
+    if (stat(file.c_str(), &found) == 0 && S_ISREG(found.st_mode) && found.st_size == 1)
+        throw StoreError(StoreError::Kind::Corrupt, {.message = "The file holds a single byte"});
+}
+
 } // namespace
 
 void throwStoreError(sqlite3* connection, int resultCode)
@@ -99,6 +108,7 @@ Connection::Connection(const StoreSettings& settings)
             throw StoreError(StoreError::Kind::CannotOpen, {.message = "The path holds a null character"});
         // A leading dot keeps a file named ":memory:" a file.
         const std::string file = path[0] == ':' && !settings.path.empty() ? "./" + settings.path : path;
+        refuseSingleByte(file);
         const int resultCode = sqlite3_open_v2(file.c_str(), &m_handle, flags, nullptr);
         if (resultCode != SQLITE_OK)
             throwStoreError(m_handle, resultCode);

@@ -94,9 +94,13 @@ TEST(Connection, ReadingOnlyNeedsAFileAndRefusesToWrite)
 TEST(Connection, AFileThatIsNoStoreIsCorrupt)
 {
     const StoreFolder folder;
-    writeFile(folder.file(), std::string(8192, 'x'));
+    for (const std::size_t length : {1U, 2U, 15U, 16U, 99U, 100U, 511U, 512U, 8192U}) {
+        const std::string content(length, 'x');
+        writeFile(folder.file(), content);
 
-    EXPECT_THAT(failureOf([&] { Connection({.path = folder.file()}); }), Optional(Kind::Corrupt));
+        EXPECT_THAT(failureOf([&] { Connection({.path = folder.file()}); }), Optional(Kind::Corrupt));
+        EXPECT_EQ(contentOf(folder.file()), content) << length;
+    }
 }
 
 TEST(Connection, AFullDiskIsSaidAndKeepsTheStateBefore)

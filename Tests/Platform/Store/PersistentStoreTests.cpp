@@ -130,8 +130,7 @@ TEST(PersistentStore, DamagedFilesGiveErrorsAndNeverCrash)
         for (int number = 0; number < 50; ++number)
             savePerson(store, std::string(100, 'x'));
     }
-    std::ifstream file(folder.file(), std::ios::binary);
-    const auto content = std::string(std::istreambuf_iterator<char>(file), {});
+    const auto content = contentOf(folder.file());
     ASSERT_GT(content.size(), 8192u);
 
     int failures = 0;
