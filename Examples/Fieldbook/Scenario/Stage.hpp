@@ -39,6 +39,9 @@ public:
     /// @returns Why that cannot be, as a line for whoever wrote the step, or nothing.
     std::optional<std::string> play(const ScenarioStep& step);
 
+    /// How much time has passed, in seconds.
+    double seconds() const { return m_world.elapsed(); }
+
 private:
     using Problem = std::optional<std::string>;
     struct Verb;

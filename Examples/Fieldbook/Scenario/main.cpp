@@ -1,17 +1,24 @@
 // fieldbook-script: the application, played by a scenario under virtual time.
 
+#include "Descriptor.hpp"
 #include "Orrenby/Utilities/Log/Settings.hpp"
 #include "Orrenby/Utilities/Streams/EngineChoice.hpp"
+#include "Scenario/Progress.hpp"
 #include "Scenario/Scenario.hpp"
 #include "Scenario/Stage.hpp"
 #include "SmallFile.hpp"
 #include "Terminal.hpp"
 #include "Text.hpp"
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <fcntl.h>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace fieldbook {
 
@@ -27,6 +34,7 @@ and pauses. What it prints is the same in every run.
 
   --scene=NAME  play this scene only
   --list        print the names of the scenes
+  --progress    print a line for each scene and a table at the end, instead of what is said in them
   --rx          run on the second of the two stream engines
   -h --help     print this text
 
@@ -38,6 +46,7 @@ struct ScriptOptions {
     std::string file;
     std::string scene; ///< Empty for all.
     bool isList = false;
+    bool isProgress = false;
     bool isHelp = false;
     bool usesRx = false;
 };
@@ -60,6 +69,8 @@ std::optional<ScriptOptions> parseScriptOptions(int count, char** arguments)
             options.usesRx = true;
         else if (argument == "--list")
             options.isList = true;
+        else if (argument == "--progress")
+            options.isProgress = true;
         else if (argument.starts_with(scene))
             options.scene = argument.substr(scene.size());
         else if (argument.starts_with('-') || !options.file.empty())
@@ -81,50 +92,83 @@ void setUp(const ScriptOptions& options, Terminal& terminal)
     orrenby::Streams::set({.isCombineEnabledWhenAvailable = !options.usesRx});
 }
 
-bool play(const Scene& scene, Terminal& terminal)
+/// Gives how much time passed in the scene, in seconds; nothing when it could not be played to its end.
+std::optional<double> play(const Scene& scene, Terminal& terminal)
 {
     terminal.print("== " + scene.name + ": " + scene.title);
-    auto stage = Stage(terminal);
-    for (const auto& step : scene.steps)
-        if (const auto problem = stage.play(step)) {
-            complain(*problem);
+    double seconds = 0;
+    {
+        auto stage = Stage(terminal);
+        for (const auto& step : scene.steps)
+            if (const auto problem = stage.play(step)) {
+                complain(*problem);
+                return {};
+            }
+        seconds = stage.seconds();
+    }
+    if (isNothingLive())
+        return seconds;
+    complain("something is left of the scene " + scene.name + ": " + describeLiveParts());
+    return {};
+}
+
+/// The scenes of that name, or all without one. The failure is a line for people.
+orrenby::Result<std::vector<Scene>, std::string> chosenScenes(const ScriptOptions& options)
+{
+    using Outcome = orrenby::Result<std::vector<Scene>, std::string>;
+    const auto text = readFile(options.file);
+    if (const auto problem = text ? text->error() : "no such file")
+        return Outcome::failure(printable(options.file) + ": " + *problem);
+    auto outcome = scenesIn(text->unwrap());
+    if (outcome.isFailure() || options.scene.empty())
+        return outcome;
+    auto scenes = std::move(outcome).unwrap();
+    std::erase_if(scenes, [&](const Scene& scene) { return scene.name != options.scene; });
+    if (scenes.empty())
+        return Outcome::failure("there is no scene " + printable(options.scene));
+    return Outcome::success(std::move(scenes));
+}
+
+bool playAll(const std::vector<Scene>& scenes, Terminal& terminal)
+{
+    return std::all_of(
+        scenes.begin(), scenes.end(), [&](const Scene& scene) { return play(scene, terminal).has_value(); });
+}
+
+/// Nobody sees what is said in the scenes.
+bool showProgress(const std::vector<Scene>& scenes, Terminal& terminal, Terminal& unseen)
+{
+    auto progress = Progress(terminal, scenes.size());
+    for (const auto& scene : scenes) {
+        progress.begin(scene);
+        const auto seconds = play(scene, unseen);
+        if (!seconds)
             return false;
-        }
+        progress.end(scene, *seconds);
+    }
+    progress.finish();
     return true;
 }
 
 int run(const ScriptOptions& options)
 {
-    const auto text = readFile(options.file);
-    const auto problem = text ? text->error() : "no such file";
-    if (problem) {
-        complain(printable(options.file) + ": " + *problem);
+    const auto scenes = chosenScenes(options);
+    if (const auto problem = scenes.error()) {
+        complain(*problem);
         return failed;
     }
-    const auto scenes = scenesIn(text->unwrap());
-    if (const auto mistake = scenes.error()) {
-        complain(*mistake);
-        return failed;
-    }
-    auto terminal = Terminal(STDOUT_FILENO, false);
-    setUp(options, terminal);
-    bool isPlayed = options.scene.empty();
-    const auto all = scenes.unwrap();
-    for (const auto& scene : all) {
-        if (!options.scene.empty() && options.scene != scene.name)
-            continue;
-        isPlayed = true;
-        if (options.isList)
+    auto terminal = options.isProgress ? Terminal(STDOUT_FILENO) : Terminal(STDOUT_FILENO, false);
+    if (options.isList) {
+        for (const auto& scene : scenes.unwrap())
             terminal.print(scene.name);
-        else if (!play(scene, terminal))
-            return failed;
-        else if (!isNothingLive()) {
-            complain("something is left of the scene " + scene.name + ": " + describeLiveParts());
-            return failed;
-        }
+        return terminal.isIntact() ? 0 : failed;
     }
-    if (!isPlayed)
-        complain("there is no scene " + printable(options.scene));
+    // Where what is said in the scenes goes when only their progress is of interest.
+    const auto nowhere = Descriptor(open("/dev/null", O_WRONLY | O_CLOEXEC));
+    auto unseen = Terminal(nowhere.number(), false);
+    setUp(options, options.isProgress ? unseen : terminal);
+    const bool isPlayed = options.isProgress ? showProgress(scenes.unwrap(), terminal, unseen)
+                                             : playAll(scenes.unwrap(), terminal);
     return isPlayed && terminal.isIntact() ? 0 : failed;
 }
 

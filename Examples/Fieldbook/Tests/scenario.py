@@ -2,6 +2,7 @@
 """Plays the scenario and compares what is printed with what is expected, line by line.
 
     scenario.py PROGRAM SCENARIO EXPECTED [--rx] [SCENE]   all scenes, or one
+    scenario.py PROGRAM SCENARIO EXPECTED --progress       what is shown of progress fits what is expected of the scenes
     scenario.py PROGRAM SCENARIO EXPECTED --write          writes EXPECTED anew
     scenario.py PROGRAM SCENARIO EXPECTED --self-test      shows that the comparison can fail
 
@@ -47,6 +48,19 @@ def difference(expected, printed, is_second):
     return list(difflib.unified_diff(expected, printed, "expected", "printed", lineterm=""))
 
 
+def check_progress(expected, shown):
+    """A line for each scene, a table with the same scenes, all steps counted."""
+    titles = [line[3:].split(": ") for line in expected if line.startswith("== ")]
+    steps = sum(line.startswith("> ") and " s: " in line for line in expected)
+    blank = shown.index("")
+    lines, table = shown[:blank], shown[blank + 2:-2]
+    for line, row, (name, title) in zip(lines, table, titles, strict=True):
+        assert line.split()[1] == name and line.endswith(title), line
+        assert row.split()[0] == name, row
+    assert shown[-2].split()[:2] == ["together", str(steps)], shown[-2]
+    assert shown[-1].startswith("Played in "), shown[-1]
+
+
 def main():
     program, scenario, golden = sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3])
     arguments = sys.argv[4:]
@@ -54,6 +68,9 @@ def main():
         golden.write_text("\n".join(played(program, scenario)) + "\n", encoding="utf-8")
         return
     expected = golden.read_text(encoding="utf-8").splitlines()
+    if "--progress" in arguments:
+        check_progress(expected, played(program, scenario, "--progress"))
+        return
     if "--self-test" in arguments:
         assert not difference(expected, expected, False)
         assert difference(expected, expected[:-1], False)
