@@ -207,7 +207,7 @@ PRINTERS = {
     "NSOrderedSet": lambda value: ListOf(value, "NSOrderedSet", lambda set_: elements_of(set_["m_objects"])),
     "NSSet": lambda value: ListOf(value, "NSSet", lambda set_: elements_of(set_["m_objects"])),
     "NotificationName": lambda value: OneMember(value, "m_rawValue"),
-    "OrderedSet": lambda value: ListOf(value, "OrderedSet", lambda set_: elements_of(set_["m_elements"])),
+    "OrderedSet": lambda value: ListOf(value, "OrderedSet", lambda set_: elements_of(set_["m_members"]["m_array"])),
     "Result": result,
     "Streams::Payload": payload,
     "URL": lambda value: OneMember(value, "m_text"),
