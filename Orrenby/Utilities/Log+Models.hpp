@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Any.hpp"
+#include "Orrenby/Platform/Objects/FatalError.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Utilities/Log/Entries.hpp"
 #include <concepts>
@@ -40,12 +41,14 @@ namespace Log {
 ///
 /// The entry's item is a platform error: its domain names entity and relationship, its user information has
 /// "Entity", "Value", "Type" and "Relationship Key", and for a set "Members" and "Member Types" as well. The
-/// critical-error handler receives this very error. The entry carries a fixed place, not the caller's. Use
-/// from the queue of the object's context.
+/// critical-error handler receives this very error. The entry carries a fixed place, not the caller's. An
+/// empty reference is a programming error. Use from the queue of the object's context.
 template <std::derived_from<NSManagedObject> T>
 void critical(
     Ref<T> object, RelationProblem problem) // by value: the refused texts of `critical` match no better
 {
+    if (!object)
+        fatalError("Empty reference in place of a stored object", "Utilities/Log+Models", 34);
     detail::logInvalidRelation(*object, problem);
 }
 

@@ -129,3 +129,9 @@ TEST_F(LogModels, TakesProblemsThatAreKeptInVariables)
 
     EXPECT_EQ(capture.entries().size(), 1u);
 }
+
+TEST(LogModelsDeathTest, NeedAnObject)
+{
+    EXPECT_DEATH(Log::critical(Ref<NSManagedObject>(), {.relation = "employer", .value = 1}),
+        "Empty reference in place of a stored object.*Utilities/Log\\+Models");
+}
