@@ -11,8 +11,6 @@ using ::testing::IsEmpty;
 namespace {
 
 using Names = std::vector<std::string>;
-const Date now(1'800'000'000);
-
 } // namespace
 
 TEST(OutboxObserve, GivesWhatWaitsNowAndAfterEachChange)

@@ -12,8 +12,6 @@ using ::testing::IsNull;
 
 namespace {
 
-const Date now(1'800'000'000);
-
 /// Two senders of one store, as two processes are of one file.
 struct Two {
     explicit Two(const std::vector<std::string>& names) { addSaved(first, names); }

@@ -22,8 +22,6 @@ using ::testing::SizeIs;
 
 namespace {
 
-const Date now(1'800'000'000);
-
 /// What a process says it is about to do with a request, and that it has done it.
 struct Word {
     char what = 0; ///< 'a'dd, 'b'egin, 'r'etry, 'f'inish

@@ -10,6 +10,9 @@
 
 namespace orrenby::tests {
 
+/// The present moment of these tests.
+inline const Date now(1'800'000'000);
+
 /// Notes, and what of them is still to be sent.
 inline Ref<const NSManagedObjectModel> outboxModel()
 {

@@ -17,8 +17,6 @@ using ::testing::Optional;
 
 namespace {
 
-const Date now(1'800'000'000);
-
 /// An outbox in memory that holds these.
 Outbox outboxOf(const std::vector<std::string>& names)
 {
