@@ -1,8 +1,8 @@
 // Reading report files: no text is more than a report or a problem, neither can steer a terminal, and what
 // was read can be read again.
 
-#include "Examples/Fieldbook/ReportDecoding.hpp"
-#include "Examples/Fieldbook/Text.hpp"
+#include "Examples/Fieldbook/Report/ReportDecoding.hpp"
+#include "Examples/Fieldbook/Terminal/Text.hpp"
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

@@ -1,19 +1,19 @@
 // Fieldbook: a small application on Orrenby. README.md says what to read in which order.
 
-#include "EventLoop.hpp"
-#include "Language.hpp"
-#include "LifeTrace.hpp"
-#include "Options.hpp"
+#include "Application/EventLoop.hpp"
+#include "Application/LifeTrace.hpp"
+#include "Application/Options.hpp"
+#include "Application/RootFlow.hpp"
+#include "Application/Session.hpp"
+#include "Application/Summary.hpp"
+#include "Folder/ReportFolder.hpp"
+#include "Folder/Samples.hpp"
 #include "Orrenby/Utilities/Log/ConsoleHandler.hpp"
 #include "Orrenby/Utilities/Log/Entries.hpp"
 #include "Orrenby/Utilities/Log/Settings.hpp"
 #include "Orrenby/Utilities/Streams/EngineChoice.hpp"
-#include "Recall.hpp"
-#include "ReportFolder.hpp"
-#include "RootFlow.hpp"
-#include "Samples.hpp"
-#include "Session.hpp"
-#include "Summary.hpp"
+#include "Settings/Language.hpp"
+#include "Store/Recall.hpp"
 #include <csignal>
 #include <cstdio>
 #include <exception>

@@ -1,6 +1,6 @@
 #include "Daemon/DaemonOptions.hpp"
 
-#include "Text.hpp"
+#include "Terminal/Text.hpp"
 #include <algorithm>
 #include <charconv>
 #include <utility>

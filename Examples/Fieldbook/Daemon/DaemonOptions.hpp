@@ -3,8 +3,8 @@
 /// @file
 /// The command line of the service.
 
+#include "Folder/SampleFiles.hpp"
 #include "Orrenby/Platform/Objects/Result.hpp"
-#include "SampleFiles.hpp"
 #include "Service/Faults.hpp"
 #include <filesystem>
 #include <optional>

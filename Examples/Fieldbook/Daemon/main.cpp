@@ -1,13 +1,13 @@
 // fieldbookd: the service to which Fieldbook sends reports, as a program of its own.
 
 #include "Daemon/DaemonOptions.hpp"
-#include "SampleReports.hpp"
+#include "Report/SampleReports.hpp"
 #include "Service/Faults.hpp"
 #include "Service/ReportKeeper.hpp"
 #include "Service/ReportService.hpp"
 #include "Service/ServiceServer.hpp"
-#include "Terminal.hpp"
-#include "Text.hpp"
+#include "Terminal/Terminal.hpp"
+#include "Terminal/Text.hpp"
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -27,15 +27,6 @@ constexpr int failed = 1;
 constexpr int wronglyCalled = 2;
 
 void complain(const std::string& message) { Terminal(STDERR_FILENO, false).print("fieldbookd: " + message); }
-
-std::vector<Report> madeUp(const SampleRequest& request)
-{
-    auto samples = SampleReports(request.seed);
-    std::vector<Report> reports;
-    for (int number = 1; number <= request.count; ++number)
-        reports.push_back(samples.next());
-    return reports;
-}
 
 /// `PUT /reports/4 201`, and what was done to the answer.
 std::string lineFor(const ServiceRequest& request, const ServiceResponse& response)
@@ -65,7 +56,7 @@ int serve(const DaemonOptions& options)
         return failed;
     }
     const auto signals = blockSignals(); // before there are threads
-    ReportServiceOptions settings{.feed = madeUp(options.feed)};
+    ReportServiceOptions settings{.feed = SampleReports(options.feed.seed).next(options.feed.count)};
     if (options.keep)
         settings.keep = [folder = *options.keep](const auto& report) { return keepReport(report, folder); };
     ReportService service(std::move(settings));

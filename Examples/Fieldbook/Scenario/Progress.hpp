@@ -4,7 +4,7 @@
 /// What somebody sees who wants to know that the scenes work, not what is said in them.
 
 #include "Scenario/Scenario.hpp"
-#include "Terminal.hpp"
+#include "Terminal/Terminal.hpp"
 #include <chrono>
 #include <cstddef>
 #include <vector>

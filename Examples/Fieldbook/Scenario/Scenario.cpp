@@ -1,6 +1,6 @@
 #include "Scenario/Scenario.hpp"
 
-#include "Text.hpp"
+#include "Terminal/Text.hpp"
 #include <algorithm>
 #include <cstddef>
 #include <utility>

@@ -1,21 +1,21 @@
 #include "Scenario/Stage.hpp"
 
-#include "Caption.hpp"
-#include "Language.hpp"
-#include "Options.hpp"
+#include "Application/Options.hpp"
+#include "Card/Caption.hpp"
+#include "Folder/WholeFile.hpp"
 #include "Orrenby/Platform/Objects/Result.hpp"
 #include "Orrenby/Platform/Store/NSManagedObject.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
 #include "Orrenby/Platform/Time/Locale.hpp"
 #include "Orrenby/Utilities/Streams/EngineChoice.hpp"
 #include "Orrenby/Utilities/Streams/Future.hpp"
-#include "Recall.hpp"
-#include "SampleReports.hpp"
-#include "StoreModel.hpp"
-#include "StoredReport.hpp"
-#include "StoredSetting.hpp"
-#include "Text.hpp"
-#include "WholeFile.hpp"
+#include "Report/SampleReports.hpp"
+#include "Settings/Language.hpp"
+#include "Store/Recall.hpp"
+#include "Store/StoreModel.hpp"
+#include "Store/StoredReport.hpp"
+#include "Store/StoredSetting.hpp"
+#include "Terminal/Text.hpp"
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -78,15 +78,6 @@ std::string typed(std::string text)
     for (std::size_t place = 0; (place = text.find('\x1B', place)) != std::string::npos;)
         text.replace(place, 1, "\\e");
     return text;
-}
-
-std::vector<Report> madeUp(const SampleRequest& request)
-{
-    auto samples = SampleReports(request.seed);
-    std::vector<Report> reports;
-    for (int number = 1; number <= request.count; ++number)
-        reports.push_back(samples.next());
-    return reports;
 }
 
 ServiceRequest sessionRequest(const std::string& address)
@@ -252,8 +243,8 @@ Stage::Problem Stage::serve(const std::string& arguments)
     if (const auto problem = options.error())
         return *problem;
     if (!m_reports)
-        m_reports = std::make_unique<ReportService>(
-            ReportServiceOptions{.feed = madeUp(options.value()->feed)});
+        m_reports = std::make_unique<ReportService>(ReportServiceOptions{
+            .feed = SampleReports(options.value()->feed.seed).next(options.value()->feed.count)});
     m_faulty = std::make_unique<FaultyService>(
         [this](const ServiceRequest& request) { return m_reports->handle(request); },
         options.value()->faults);

@@ -3,20 +3,20 @@
 /// @file
 /// Where a scene is played.
 
+#include "Application/EventLoop.hpp"
+#include "Application/LifeTrace.hpp"
+#include "Application/RootFlow.hpp"
+#include "Application/Session.hpp"
 #include "Daemon/DaemonOptions.hpp"
-#include "EventLoop.hpp"
-#include "LifeTrace.hpp"
+#include "Folder/Samples.hpp"
 #include "Orrenby/Testing/VirtualWorld.hpp"
-#include "RootFlow.hpp"
-#include "Samples.hpp"
 #include "Scenario/Scenario.hpp"
 #include "Scenario/WorkingFolder.hpp"
 #include "Service/DirectService.hpp"
 #include "Service/Faults.hpp"
 #include "Service/ReportService.hpp"
-#include "Session.hpp"
-#include "StoreFile.hpp"
-#include "Terminal.hpp"
+#include "Store/StoreFile.hpp"
+#include "Terminal/Terminal.hpp"
 #include <memory>
 #include <optional>
 #include <string>

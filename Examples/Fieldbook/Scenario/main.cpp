@@ -1,14 +1,14 @@
 // fieldbook-script: the application, played by a scenario under virtual time.
 
-#include "Descriptor.hpp"
+#include "Folder/SmallFile.hpp"
 #include "Orrenby/Utilities/Log/Settings.hpp"
 #include "Orrenby/Utilities/Streams/EngineChoice.hpp"
 #include "Scenario/Progress.hpp"
 #include "Scenario/Scenario.hpp"
 #include "Scenario/Stage.hpp"
-#include "SmallFile.hpp"
-#include "Terminal.hpp"
-#include "Text.hpp"
+#include "Terminal/Descriptor.hpp"
+#include "Terminal/Terminal.hpp"
+#include "Terminal/Text.hpp"
 #include <algorithm>
 #include <cstdio>
 #include <exception>

@@ -3,9 +3,9 @@
 /// @file
 /// A service of the same process.
 
-#include "EventLoop.hpp"
+#include "Application/EventLoop.hpp"
 #include "Service/ServiceRequest.hpp"
-#include "Transport.hpp"
+#include "Upload/Transport.hpp"
 #include <functional>
 #include <memory>
 
@@ -17,7 +17,7 @@ namespace fieldbook {
 /// Bodies go out in pieces of 16 KiB, twenty in a second. An answer comes as late as it says, or is missing
 /// where it is cut. Who kills the service breaks everything off that is on its way.
 ///
-/// @snippet Examples/Fieldbook/Tests/DirectServiceTests.cpp Asking without sockets
+/// @snippet Examples/Fieldbook/Tests/Service/DirectServiceTests.cpp Asking without sockets
 ///
 /// Use from the main thread. Its transports may outlive it: then nobody listens.
 class DirectService {

@@ -43,7 +43,7 @@ std::optional<std::vector<Fault>> faultsIn(std::string_view names);
 /// it is the same in every run, whatever else is asked in between and on whichever thread. It neither waits
 /// nor breaks anything off: the answer says that this is to be done.
 ///
-/// @snippet Examples/Fieldbook/Tests/FaultsTests.cpp Spoiling what a service answers
+/// @snippet Examples/Fieldbook/Tests/Service/FaultsTests.cpp Spoiling what a service answers
 ///
 /// Safe to use from several threads, if the service is.
 class FaultyService {

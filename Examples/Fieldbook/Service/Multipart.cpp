@@ -1,6 +1,6 @@
 #include "Service/Multipart.hpp"
 
-#include "Text.hpp"
+#include "Terminal/Text.hpp"
 #include <algorithm>
 #include <string>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "Service/ReportKeeper.hpp"
 
-#include "WholeFile.hpp"
+#include "Folder/WholeFile.hpp"
 #include <string_view>
 #include <system_error>
 

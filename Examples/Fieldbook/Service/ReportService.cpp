@@ -5,10 +5,10 @@
 #include "Orrenby/Platform/Coding/JSONEncoder.hpp"
 #include "Orrenby/Platform/World/UUIDSource.hpp"
 #include "Orrenby/Platform/World/World.hpp"
-#include "ReportDecoding.hpp"
-#include "ReportEncoding.hpp"
+#include "Report/ReportDecoding.hpp"
+#include "Report/ReportEncoding.hpp"
 #include "Service/ServiceMessages.hpp"
-#include "SignIn.hpp"
+#include "SignIn/SignIn.hpp"
 #include <charconv>
 #include <cstdint>
 #include <string_view>

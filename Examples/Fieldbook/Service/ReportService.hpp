@@ -4,7 +4,7 @@
 /// The service that reports are sent to, without its sockets.
 
 #include "Orrenby/Utilities/EmailAddress.hpp"
-#include "Report.hpp"
+#include "Report/Report.hpp"
 #include "Service/Mood.hpp"
 #include "Service/ServiceRequest.hpp"
 #include <functional>

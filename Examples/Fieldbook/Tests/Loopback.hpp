@@ -3,7 +3,7 @@
 /// @file
 /// Whether programs of this machine reach one another.
 
-#include "Examples/Fieldbook/Descriptor.hpp"
+#include "Examples/Fieldbook/Terminal/Descriptor.hpp"
 #include <arpa/inet.h>
 #include <cerrno>
 #include <cstdint>

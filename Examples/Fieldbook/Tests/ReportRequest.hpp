@@ -3,8 +3,8 @@
 /// @file
 /// The request of a report, without an outbox that is kept.
 
-#include "Examples/Fieldbook/ReportOutbox.hpp"
-#include "Examples/Fieldbook/StoreFile.hpp"
+#include "Examples/Fieldbook/Store/StoreFile.hpp"
+#include "Examples/Fieldbook/Upload/ReportOutbox.hpp"
 #include "Orrenby/Utilities/EmailAddress.hpp"
 #include <string_view>
 

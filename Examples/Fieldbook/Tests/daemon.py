@@ -220,7 +220,7 @@ class Application(Running):
         self.assertIn("uploads     sent 13; given up 0\n", result.stdout)
         for sign in ('status 500, "Something broke."; attempt', 'status 429, "Too many requests."; attempt', "broken off: "):
             self.assertIn(sign, feed)
-        original = pathlib.Path(__file__).parent.parent / "Reports" / "orchid-meadow.png"
+        original = pathlib.Path(__file__).parent.parent / "Bundle" / "Reports" / "orchid-meadow.png"
         self.assertEqual(original.read_bytes(), (self.kept / "8.png").read_bytes())
         self.assertEqual(13, len(list(self.kept.glob("*.json"))))
         self.assertEqual(0, self.end())

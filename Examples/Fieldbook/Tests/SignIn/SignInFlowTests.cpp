@@ -1,0 +1,74 @@
+#include "Examples/Fieldbook/SignIn/SignInFlow.hpp"
+
+#include <cstdio>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace fieldbook;
+using orrenby::operator""_email;
+using ::testing::EndsWith;
+
+class SignInFlowTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        flow = orrenby::make<SignInFlow>(session, [this] {
+            ++signedInCount;
+            flow.reset();
+        });
+        flow->start();
+    }
+    void TearDown() override
+    {
+        flow.reset();
+        std::fclose(output);
+    }
+
+    std::string printed() const
+    {
+        std::string text(static_cast<std::size_t>(::lseek(::fileno(output), 0, SEEK_END)), '\0');
+        EXPECT_EQ(::pread(::fileno(output), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
+        return text;
+    }
+
+    std::FILE* output = std::tmpfile();
+    EventLoop loop;
+    Terminal terminal{::fileno(output), false};
+    LifeTrace trace{terminal};
+    Session session{loop, terminal, trace, {}, Course::watch};
+    int signedInCount = 0;
+    orrenby::Ref<SignInFlow> flow;
+};
+
+TEST_F(SignInFlowTest, TellsOfTheUserAndMayBeLetGoOfThen)
+{
+    const auto kept = flow; // as its caller does
+    kept->obey("sign in ada@hut.example");
+
+    EXPECT_EQ(session.user, "ada@hut.example"_email);
+    EXPECT_EQ(signedInCount, 1);
+    EXPECT_EQ(flow, nullptr);
+}
+
+TEST_F(SignInFlowTest, SaysWhyNobodyIsSignedIn)
+{
+    flow->obey("sign in ada@hut");
+
+    EXPECT_EQ(session.user, std::nullopt);
+    EXPECT_EQ(signedInCount, 0);
+    EXPECT_THAT(printed(), EndsWith("! sign-in  \"ada@hut\", character 8: The domain has no dot.\n"));
+}
+
+TEST_F(SignInFlowTest, ObeysNothingElse)
+{
+    flow->obey("upload");
+
+    EXPECT_THAT(printed(), EndsWith("! nobody is signed in: sign in ADDRESS\n"));
+}
+
+TEST_F(SignInFlowTest, IsCountedAsAScreen) { EXPECT_EQ(session.screens.at("sign-in"), 1); }
+
+} // namespace

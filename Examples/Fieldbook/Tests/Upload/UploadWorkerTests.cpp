@@ -1,0 +1,276 @@
+#include "Examples/Fieldbook/Upload/UploadWorker.hpp"
+
+#include "Examples/Fieldbook/Service/Mood.hpp"
+#include "Examples/Fieldbook/Tests/Loopback.hpp"
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+using namespace fieldbook;
+using namespace std::chrono_literals;
+using orrenby::operator""_email;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::SizeIs;
+
+class UploadWorkerTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_NE(::mkdtemp(folder.data()), nullptr);
+        session.folder = folder;
+        session.secondLength = 0;
+        session.user = "ada@hut.example"_email;
+        session.catalogue.put("a.json", titled("Rope frayed"));
+        session.catalogue.put("station/1", titled("Ice on the steps"));
+        worker = orrenby::make<UploadWorker>(session);
+    }
+    void TearDown() override
+    {
+        worker.reset();
+        loop.drain();
+        std::fclose(output);
+        std::filesystem::remove_all(folder);
+    }
+
+    static Report titled(const char* title)
+    {
+        return {.title = Line{title}, .place = Line{"Quay"}, .observer = Line{"Nils"}, .body = {}};
+    }
+
+    /// Sends to a service of the test, if this machine lets it listen.
+    void listen(ReportService::Mood mood = isAlwaysTaken)
+    {
+        service = std::make_unique<ReportService>(mood);
+        auto started = ServiceServer::start(
+            [this](const ServiceRequest& request) { return service->handle(request); });
+        if (const auto problem = started.error())
+            GTEST_SKIP() << *problem;
+        server = std::move(started).unwrap();
+        if (const auto problem = whyUnreachable(server->port())) {
+            server.reset();
+            GTEST_SKIP() << *problem;
+        }
+        session.service = orrenby::URL::make(server->address());
+    }
+
+    void uploadAndWait()
+    {
+        worker->uploadAll();
+        wait();
+    }
+
+    void wait()
+    {
+        const auto patience = loop.after(30s, [this] { loop.stop(); });
+        // Where nothing is on its way this calls at once, before the loop runs.
+        bool isDone = false;
+        worker->waitForUploads([&] {
+            isDone = true;
+            loop.stop();
+        });
+        if (!isDone)
+            loop.run();
+        EXPECT_TRUE(isDone);
+    }
+
+    std::string printed() const
+    {
+        std::string text(static_cast<std::size_t>(::lseek(::fileno(output), 0, SEEK_END)), '\0');
+        EXPECT_EQ(::pread(::fileno(output), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
+        return text;
+    }
+
+    std::string folder = ::testing::TempDir() + "uploads-XXXXXX";
+    std::FILE* output = std::tmpfile();
+    EventLoop loop;
+    Terminal terminal{::fileno(output), false};
+    LifeTrace trace{terminal};
+    Session session{loop, terminal, trace, {}, Course::watch};
+    std::unique_ptr<ReportService> service;
+    std::unique_ptr<ServiceServer> server;
+    orrenby::Ref<UploadWorker> worker;
+};
+
+TEST_F(UploadWorkerTest, SendsEveryReportOnceAndThePhotosBesideTheirFiles)
+{
+    listen();
+    if (!server)
+        return;
+    std::ofstream(std::filesystem::path(folder) / "a.png", std::ios::binary)
+        << std::string("\x89PNG\r\n\0", 7);
+    worker->start();
+
+    uploadAndWait();
+    uploadAndWait();
+
+    const auto received = service->received();
+    ASSERT_THAT(received, SizeIs(2));
+    EXPECT_EQ(received[0].report, titled("Rope frayed"));
+    ASSERT_TRUE(received[0].photo);
+    EXPECT_EQ(received[0].photo->content, std::string("\x89PNG\r\n\0", 7));
+    EXPECT_EQ(received[1].report, titled("Ice on the steps"));
+    EXPECT_EQ(received[1].photo, std::nullopt);
+    EXPECT_EQ(session.uploads.sent, 2);
+    EXPECT_THAT(printed(), HasSubstr("= 2 to upload\n^ #1 sent\n^ #2 sent\n= nothing to upload\n"));
+}
+
+TEST_F(UploadWorkerTest, TriesAgainAndTellsWhy)
+{
+    listen(isTakenWhenMoody);
+    if (!server)
+        return;
+    worker->start();
+
+    uploadAndWait();
+
+    EXPECT_THAT(printed(),
+        HasSubstr("^ #1 status 503, \"Too busy.\"; attempt 2 in 2 s\n^ #1 attempt 2\n^ #1 sent\n"));
+    EXPECT_EQ(session.uploads.sent, 2);
+}
+
+TEST_F(UploadWorkerTest, SignsInAgainForSomebodyElse)
+{
+    listen();
+    if (!server)
+        return;
+    worker->start();
+    uploadAndWait();
+    session.user = "bo@hut.example"_email;
+    session.catalogue.put("b.json", titled("Ladder gone"));
+
+    uploadAndWait();
+
+    ASSERT_THAT(service->received(), SizeIs(3));
+    EXPECT_EQ(service->received()[0].sender, "ada@hut.example"_email);
+    EXPECT_EQ(service->received()[2].sender, "bo@hut.example"_email);
+}
+
+TEST_F(UploadWorkerTest, SaysThatNobodyIsSignedIn)
+{
+    session.user.reset();
+    worker->start();
+
+    uploadAndWait();
+
+    EXPECT_THAT(printed(), HasSubstr("! nobody is signed in: sign in ADDRESS\n"));
+    EXPECT_EQ(session.uploads.sent, 0);
+}
+
+TEST_F(UploadWorkerTest, GivesUpWhereNobodyListens)
+{
+    listen();
+    if (!server)
+        return;
+    server.reset();
+    worker->start();
+
+    uploadAndWait();
+
+    EXPECT_EQ(session.uploads.givenUp, 2);
+    EXPECT_THAT(printed(), HasSubstr("^ #1 given up after 4 attempts: no connection: "));
+}
+
+TEST_F(UploadWorkerTest, TakesUpWhatItHadToLeaveWhenItIsStartedAgain)
+{
+    listen();
+    if (!server)
+        return;
+    worker->start();
+    worker->uploadAll();
+
+    worker->stop();
+    worker->start();
+    uploadAndWait();
+
+    EXPECT_THAT(service->received(), SizeIs(2));
+    EXPECT_EQ(session.uploads.sent, 2);
+}
+
+TEST_F(UploadWorkerTest, GoesOnWithWhatAnotherRunLeft)
+{
+    listen();
+    if (!server)
+        return;
+    {
+        auto before = ReportOutbox(session.memory);
+        const auto put = before.put(
+            {{{4, titled("Ladder gone"), {}, "gone.json"}}, session.service, "bo@hut.example"_email});
+        ASSERT_EQ(before.begin(put.queued.at(0)), 1); // and was killed
+    }
+    session.user.reset();
+    worker->start();
+
+    worker->resume();
+    wait();
+
+    ASSERT_THAT(service->received(), SizeIs(1));
+    EXPECT_EQ(service->received()[0].sender, "bo@hut.example"_email);
+    EXPECT_THAT(printed(), HasSubstr("= 1 upload goes on\n^ #4 attempt 2\n^ #4 sent\n"));
+}
+
+TEST_F(UploadWorkerTest, SaysNothingWhereNothingIsLeft)
+{
+    worker->start();
+
+    worker->resume();
+
+    EXPECT_THAT(printed(), Not(HasSubstr("=")));
+}
+
+TEST_F(UploadWorkerTest, SendsNothingAgainThatAnEarlierRunSent)
+{
+    listen();
+    if (!server)
+        return;
+    worker->start();
+    uploadAndWait();
+    worker = orrenby::make<UploadWorker>(session);
+    worker->start();
+
+    uploadAndWait();
+
+    EXPECT_EQ(session.uploads.sent, 2);
+    EXPECT_THAT(printed(), HasSubstr("= nothing to upload\n"));
+}
+
+TEST_F(UploadWorkerTest, SaysHowManyAreLeftForTheNextRun)
+{
+    listen();
+    if (!server)
+        return;
+    server.reset();
+    session.isMemoryKept = true;
+    worker->start();
+
+    uploadAndWait();
+
+    EXPECT_THAT(
+        printed(), HasSubstr("= 2 reports left in the outbox: sent with the next start, or with upload\n"));
+    EXPECT_EQ(session.uploads.waiting, 2U);
+}
+
+TEST_F(UploadWorkerTest, StartsAServiceOfItsOwn)
+{
+    listen(); // only to find out whether that can be done here
+    if (!server)
+        return;
+    session.service.reset();
+    worker->start();
+
+    uploadAndWait();
+
+    EXPECT_EQ(session.uploads.sent, 2);
+    EXPECT_THAT(service->received(), IsEmpty());
+}
+
+} // namespace
