@@ -2,6 +2,8 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <system_error>
 
@@ -17,7 +19,7 @@ WorkingFolder::WorkingFolder()
         throw fs::filesystem_error(
             "cannot make a folder", name, std::error_code(errno, std::generic_category()));
     m_path = name;
-    fs::create_directory(m_path / "reports");
+    fs::create_directory(m_path / reportsFolder);
     fs::current_path(m_path);
 }
 
@@ -26,6 +28,12 @@ WorkingFolder::~WorkingFolder()
     std::error_code ignored;
     fs::current_path(m_before, ignored);
     fs::remove_all(m_path, ignored);
+}
+
+std::string contentOf(const fs::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 } // namespace fieldbook

@@ -4,6 +4,7 @@
 /// A folder to work in for a while.
 
 #include <filesystem>
+#include <string>
 
 namespace fieldbook {
 
@@ -21,5 +22,11 @@ private:
     std::filesystem::path m_before;
     std::filesystem::path m_path;
 };
+
+/// The folder that the application follows, as seen from there.
+inline const std::filesystem::path reportsFolder = "reports";
+
+/// All of a file, whatever its size; empty if there is none.
+std::string contentOf(const std::filesystem::path& file);
 
 } // namespace fieldbook

@@ -3,6 +3,7 @@
 
     scenario.py PROGRAM SCENARIO EXPECTED [--rx] [SCENE]   all scenes, or one
     scenario.py PROGRAM SCENARIO EXPECTED --progress       what is shown of progress fits what is expected of the scenes
+    scenario.py PROGRAM SCENARIO EXPECTED --steps          each step that is explained is played, and the other way round
     scenario.py PROGRAM SCENARIO EXPECTED --write          writes EXPECTED anew
     scenario.py PROGRAM SCENARIO EXPECTED --self-test      shows that the comparison can fail
 
@@ -61,6 +62,13 @@ def check_progress(expected, shown):
     assert shown[-1].startswith("Played in "), shown[-1]
 
 
+def check_steps(program, expected):
+    """What the manual explains, and what the scenes are made of."""
+    explained = {line.split()[0] for line in subprocess.check_output([program, "--steps"], text=True, timeout=PATIENCE).splitlines()}
+    taken = {line.split(" s: ")[1].split()[0] for line in expected if line.startswith("> ") and " s: " in line}
+    assert explained == taken, explained ^ taken
+
+
 def main():
     program, scenario, golden = sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3])
     arguments = sys.argv[4:]
@@ -70,6 +78,9 @@ def main():
     expected = golden.read_text(encoding="utf-8").splitlines()
     if "--progress" in arguments:
         check_progress(expected, played(program, scenario, "--progress"))
+        return
+    if "--steps" in arguments:
+        check_steps(program, expected)
         return
     if "--self-test" in arguments:
         assert not difference(expected, expected, False)
