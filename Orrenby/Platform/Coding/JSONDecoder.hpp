@@ -48,10 +48,7 @@ public:
         detail::DecodingSession session(data, m_options);
         return detail::decodeAt<T>({&session, JSONDocument::root, nullptr});
     }
-    template <class T> T decode(std::string_view utf8) const
-    {
-        return decode<T>(std::as_bytes(std::span(utf8)));
-    }
+    template <class T> T decode(std::string_view utf8) const { return decode<T>(detail::bytesOf(utf8)); }
 
     /// The outcome of `decode`; throws nothing. Include Result.hpp to call it.
     template <class T> Result<T, AnyError> tryDecode(std::span<const std::byte> data) const
@@ -64,7 +61,7 @@ public:
     }
     template <class T> Result<T, AnyError> tryDecode(std::string_view utf8) const
     {
-        return tryDecode<T>(std::as_bytes(std::span(utf8)));
+        return tryDecode<T>(detail::bytesOf(utf8));
     }
 
     /// How what JSON has no form for is read. Dates are numbers of seconds since 2001, data is Base64, keys

@@ -71,4 +71,9 @@ std::optional<std::string> textFromData(std::span<const std::byte> data)
     return isValidUTF8(text) ? std::optional(std::string(text)) : std::nullopt;
 }
 
+std::span<const std::byte> detail::bytesOf(std::string_view text) noexcept
+{
+    return std::as_bytes(std::span(text));
+}
+
 } // namespace orrenby

@@ -27,4 +27,11 @@ ORRENBY_EXPORT std::optional<std::string> textFromData(std::span<const std::byte
 /// sequences. The empty text is valid. Linear.
 ORRENBY_EXPORT bool isValidUTF8(std::string_view text) noexcept;
 
+namespace detail {
+
+/// The bytes of a text, where they are. Safe to use from several threads.
+ORRENBY_EXPORT std::span<const std::byte> bytesOf(std::string_view text) noexcept;
+
+} // namespace detail
+
 } // namespace orrenby

@@ -80,6 +80,17 @@ bool Dictionary::erase(std::string_view key)
     return true;
 }
 
+/// Erases the rest, and says how much that was.
+std::size_t Dictionary::eraseFrom(std::size_t place)
+{
+    const auto erased = m_entries.size() - place;
+    if (erased != 0) {
+        m_entries.erase(m_entries.begin() + static_cast<std::ptrdiff_t>(place), m_entries.end());
+        buildIndex();
+    }
+    return erased;
+}
+
 void Dictionary::reserve(std::size_t count) { m_entries.reserve(count); }
 
 void Dictionary::clear() noexcept

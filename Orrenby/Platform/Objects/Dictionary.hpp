@@ -88,11 +88,7 @@ public:
                     *kept = std::move(*entry);
                 ++kept;
             }
-        const auto erased = static_cast<std::size_t>(m_entries.end() - kept);
-        m_entries.erase(kept, m_entries.end());
-        if (erased != 0)
-            buildIndex();
-        return erased;
+        return eraseFrom(static_cast<std::size_t>(kept - m_entries.begin()));
     }
 
     std::size_t size() const noexcept { return m_entries.size(); }
@@ -115,6 +111,7 @@ private:
 
     std::size_t position(std::string_view key) const;
     void buildIndex();
+    std::size_t eraseFrom(std::size_t place);
 
     std::vector<Entry> m_entries;
     detail::HashIndex m_index; ///< Empty up to `indexedAbove` members.

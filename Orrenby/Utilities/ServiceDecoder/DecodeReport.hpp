@@ -5,6 +5,7 @@
 
 #include "Orrenby/Platform/Coding/JSONDecoder.hpp"
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Objects/Data.hpp"
 #include "Orrenby/Utilities/ServiceDecoder/DecodingInspection.hpp"
 #include "Orrenby/Utilities/ServiceDecoder/DecodingReport.hpp"
 #include "Orrenby/Utilities/ServiceDecoder/ServiceDecoder.hpp"
@@ -57,7 +58,7 @@ DecodingReport decodeReport(std::span<const std::byte> data, const JSONDecoder& 
 template <class T>
 DecodingReport decodeReport(std::string_view utf8, const JSONDecoder& decoder = JSONDecoder())
 {
-    return decodeReport<T>(std::as_bytes(std::span(utf8)), decoder);
+    return decodeReport<T>(detail::bytesOf(utf8), decoder);
 }
 
 /// Tells of everything that is wrong with a response, in all members that are registered with `services`, in

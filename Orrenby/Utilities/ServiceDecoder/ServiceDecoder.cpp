@@ -1,5 +1,6 @@
 #include "Orrenby/Utilities/ServiceDecoder/ServiceDecoder.hpp"
 
+#include "Orrenby/Platform/Objects/Data.hpp"
 #include "Orrenby/Platform/Scheduling/Thread.hpp"
 #include "Orrenby/Utilities/Log/Entries.hpp"
 #include "Orrenby/Utilities/ServiceDecoder/KeyedServiceResponse.hpp"
@@ -36,6 +37,13 @@ Result<Void, ServiceDecoder::Error> ServiceDecoder::tryAdd(detail::ServiceHandle
 void ServiceDecoder::decode(std::span<const std::byte> data) const
 {
     static_cast<void>(m_jsonDecoder.decode<KeyedServiceResponse>(data));
+}
+
+void ServiceDecoder::decode(std::string_view utf8) const { decode(detail::bytesOf(utf8)); }
+
+Result<Void, AnyError> ServiceDecoder::tryDecode(std::string_view utf8) const
+{
+    return tryDecode(detail::bytesOf(utf8));
 }
 
 Result<Void, AnyError> ServiceDecoder::tryDecode(std::span<const std::byte> data) const

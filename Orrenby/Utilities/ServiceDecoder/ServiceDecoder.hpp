@@ -108,14 +108,11 @@ public:
     /// then nobody is called. At least one registration has to be made before: without any, a response in
     /// JSON ends the process.
     void decode(std::span<const std::byte> data) const;
-    void decode(std::string_view utf8) const { decode(std::as_bytes(std::span(utf8))); }
+    void decode(std::string_view utf8) const;
 
     /// The outcome of `decode`; throws nothing.
     Result<Void, AnyError> tryDecode(std::span<const std::byte> data) const;
-    Result<Void, AnyError> tryDecode(std::string_view utf8) const
-    {
-        return tryDecode(std::as_bytes(std::span(utf8)));
-    }
+    Result<Void, AnyError> tryDecode(std::string_view utf8) const;
 
 private:
     void add(detail::ServiceHandlers::Handler handler);

@@ -19,6 +19,8 @@ void ServiceHandler::handle(const ServiceMembers& members) const
     }
 }
 
+void ServiceHandlers::add(Handler handler) { m_handlers.push_back(std::move(handler)); }
+
 bool ServiceHandlers::contains(const ServiceKey& key) const noexcept
 {
     return std::any_of(begin(), end(), [&](const Handler& handler) { return handler->key() == key; });

@@ -73,7 +73,7 @@ public:
     using Handler = std::shared_ptr<const ServiceHandler>;
 
     bool contains(const ServiceKey& key) const noexcept;
-    void add(Handler handler) { m_handlers.push_back(std::move(handler)); }
+    void add(Handler handler);
 
     auto begin() const noexcept { return m_handlers.begin(); }
     auto end() const noexcept { return m_handlers.end(); }
