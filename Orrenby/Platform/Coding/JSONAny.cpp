@@ -30,7 +30,7 @@ Any numberFromJSON(const JSONDocument& document, JSONDocument::Node node, const 
     if (const auto integer = jsonInteger(text); integer && (isPlain || *integer != 0))
         return Any::parsedNumber(*integer);
     if (const auto large = jsonUnsigned(text); large && isPlain)
-        return *large;
+        return Any::parsedNumber(*large);
     if (const auto number = jsonDouble(text))
         return roundedNumber(*number);
     throw DecodingError::dataCorrupted(

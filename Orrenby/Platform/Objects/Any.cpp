@@ -4,6 +4,7 @@
 #include "Orrenby/Platform/Objects/NSSet.hpp"
 #include <cmath>
 #include <cxxabi.h>
+#include <limits>
 
 namespace orrenby::inline ORRENBY_ABI {
 
@@ -28,22 +29,48 @@ const void* AnyBox::seenAs(const std::type_info& wanted) const noexcept
     return isPolymorphic() ? abi::__dynamic_cast(address(), from, to, -1) : nullptr;
 }
 
+const LoggedContent* AnyBox::loggedContent() const noexcept
+{
+    return dynamic_cast<const LoggedContent*>(this);
+}
+
+LoggedContent::~LoggedContent() = default;
+
+void LoggedContent::readError(std::optional<NSError>& /*error*/) const {}
+
 } // namespace detail
 
 namespace {
 
-/// The 64-bit integer that is exactly `value`, if there is one.
-std::optional<std::int64_t> exactInteger(double value) noexcept
+/// Whether the number is exactly such an integer; then also which.
+template <typename Integer> bool isExactly(double number, Integer& value) noexcept
 {
-    constexpr double limit = 9223372036854775808.0; // 2^63
-    if (!(value >= -limit && value < limit) || value != std::trunc(value))
-        return std::nullopt;
-    return static_cast<std::int64_t>(value);
+    using Limits = std::numeric_limits<Integer>;
+    constexpr auto end = static_cast<double>(Limits::max()); // rounded up: 2^63 or 2^64
+    if (!(number >= static_cast<double>(Limits::min()) && number < end) || number != std::trunc(number))
+        return false;
+    value = static_cast<Integer>(number);
+    return true;
+}
+
+/// Whether a `double` holds all digits of the integer; then also which one.
+template <typename Integer> bool isExactly(Integer integer, double& value) noexcept
+{
+    Integer same = 0;
+    value = static_cast<double>(integer);
+    return isExactly(value, same) && same == integer;
 }
 
 } // namespace
 
 Any Any::parsedNumber(std::int64_t value)
+{
+    Any result(value);
+    result.m_isParsed = true;
+    return result;
+}
+
+Any Any::parsedNumber(std::uint64_t value)
 {
     Any result(value);
     result.m_isParsed = true;
@@ -94,32 +121,48 @@ std::string_view Any::text() const noexcept
     return text != nullptr ? std::string_view(*text) : std::string_view();
 }
 
-std::optional<std::int64_t> Any::integerValue() const noexcept
+bool Any::read(std::int64_t& value) const noexcept
 {
-    if (m_kind == Kind::Int)
-        return m_content.integer;
-    return m_kind == Kind::Double && m_isParsed ? exactInteger(m_content.number) : std::nullopt;
+    if (m_kind != Kind::Int)
+        return m_kind == Kind::Double && m_isParsed && isExactly(m_content.number, value);
+    value = m_content.integer;
+    return true;
 }
 
-std::optional<double> Any::doubleValue() const noexcept
+bool Any::read(std::uint64_t& value) const noexcept
 {
     if (m_kind == Kind::Double)
-        return m_content.number;
-    if (m_kind != Kind::Int || !m_isParsed)
-        return std::nullopt;
-    const auto value = static_cast<double>(m_content.integer);
-    return exactInteger(value) == m_content.integer ? std::optional(value) : std::nullopt;
+        return m_isParsed && isExactly(m_content.number, value);
+    const auto* large = get<std::uint64_t>();
+    if (large == nullptr)
+        return false;
+    value = *large;
+    return true;
 }
 
-std::optional<float> Any::floatValue() const noexcept
+bool Any::read(double& value) const noexcept
 {
-    if (m_kind == Kind::Float)
-        return m_content.single;
-    const auto number = m_isParsed ? doubleValue() : std::nullopt;
-    if (!number || !(std::fabs(*number) <= 3.4028234663852886e38)) // the largest float
-        return std::nullopt;
-    const auto value = static_cast<float>(*number);
-    return static_cast<double>(value) == *number ? std::optional(value) : std::nullopt;
+    if (m_kind == Kind::Double) {
+        value = m_content.number;
+        return true;
+    }
+    if (!m_isParsed)
+        return false;
+    const auto* large = get<std::uint64_t>();
+    return large != nullptr ? isExactly(*large, value) : isExactly(m_content.integer, value);
+}
+
+bool Any::read(float& value) const noexcept
+{
+    if (m_kind == Kind::Float) {
+        value = m_content.single;
+        return true;
+    }
+    double number = 0;
+    if (!m_isParsed || !read(number) || !(std::fabs(number) <= 3.4028234663852886e38)) // the largest float
+        return false;
+    value = static_cast<float>(number);
+    return static_cast<double>(value) == number;
 }
 
 const std::type_info& Any::type() const noexcept

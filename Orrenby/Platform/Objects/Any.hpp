@@ -7,6 +7,7 @@
 #include "Orrenby/Platform/Objects/AnyBox.hpp"
 #include "Orrenby/Platform/Objects/Concepts.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
+#include "Orrenby/Platform/Objects/LoggedContent.hpp"
 #include "Orrenby/Platform/Objects/NSNull.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/StaticText.hpp"
@@ -138,6 +139,7 @@ public:
     /// A number as it was read from a text, which does not tell integers from floating numbers: `cast` gives
     /// it as either when nothing is lost. In everything else it is what it holds.
     static Any parsedNumber(std::int64_t value);
+    static Any parsedNumber(std::uint64_t value);
     static Any parsedNumber(double value);
 
     /// O(1), whatever the two hold.
@@ -187,6 +189,12 @@ public:
     /// Whether the content is an error (`isErrorValue`), or an object that derives from `std::exception`.
     bool isErrorValue() const noexcept { return isShared() && m_content.box->isErrorValue(); }
 
+    /// For the log: what a `LoggableConformance` says of the content, or `nullptr`.
+    const detail::LoggedContent* loggedContent() const noexcept
+    {
+        return isShared() ? m_content.box->loggedContent() : nullptr;
+    }
+
     /// The C++ type of the content; `typeid(void)` for null.
     const std::type_info& type() const noexcept;
 
@@ -230,9 +238,12 @@ private:
     bool isShared() const noexcept { return m_kind >= Kind::Text; }
     bool equals(const Any& other) const;
     template <class T> static constexpr Kind kindOf();
-    std::optional<std::int64_t> integerValue() const noexcept;
-    std::optional<double> doubleValue() const noexcept;
-    std::optional<float> floatValue() const noexcept;
+    /// Whether it is such a number; then also which: without optionals, which cost whoever includes this
+    /// header. What the signed integers hold is looked for there first.
+    bool read(std::int64_t& value) const noexcept;
+    bool read(std::uint64_t& value) const noexcept;
+    bool read(double& value) const noexcept;
+    bool read(float& value) const noexcept;
 
     Content m_content;
     Kind m_kind = Kind::Null;
@@ -309,7 +320,7 @@ template <class T, class Value> void Any::keep(Value&& value)
     else if constexpr (kind == Kind::Object) {
         if (value != nullptr)
             keepBox(kind,
-                new detail::AnyObjectBoxOf<typename detail::ReferredClass<T>::type>(
+                new detail::ObjectBoxFor<typename detail::ReferredClass<T>::type>(
                     std::forward<Value>(value)));
     } else if constexpr (detail::AnyOptional<T>) {
         if (value.has_value())
@@ -321,7 +332,7 @@ template <class T, class Value> void Any::keep(Value&& value)
     } else {
         static_assert(
             std::is_copy_constructible_v<T>, "Any keeps values that can be copied; hold objects by Ref");
-        keepBox(kind, new detail::AnyBoxOf<T>(std::forward<Value>(value)));
+        keepBox(kind, new detail::BoxFor<T>(std::forward<Value>(value)));
     }
 }
 
@@ -357,16 +368,19 @@ template <class T> std::optional<T> Any::cast() const
 {
     if constexpr (std::is_same_v<T, Any>)
         return *this;
-    else if constexpr (std::is_same_v<T, double>)
-        return doubleValue();
-    else if constexpr (std::is_same_v<T, float>)
-        return floatValue();
-    else if constexpr (detail::AnyInteger<T>) {
-        if (const auto value = integerValue(); value && std::in_range<T>(*value))
-            return static_cast<T>(*value);
-        const auto* large = get<std::uint64_t>();
-        return large != nullptr && std::in_range<T>(*large) ? std::optional(static_cast<T>(*large))
-                                                            : std::nullopt;
+    else if constexpr (std::is_same_v<T, double> || std::is_same_v<T, float>) {
+        T value = 0;
+        return read(value) ? std::optional<T>(value) : std::nullopt;
+    } else if constexpr (detail::AnyInteger<T>) {
+        std::int64_t value = 0;
+        if (read(value))
+            return std::in_range<T>(value) ? std::optional<T>(static_cast<T>(value)) : std::nullopt;
+        if constexpr (std::is_unsigned_v<T> && sizeof(T) == sizeof(std::uint64_t)) {
+            std::uint64_t large = 0;
+            if (read(large))
+                return static_cast<T>(large);
+        }
+        return std::nullopt;
     } else if constexpr (detail::AnyReference<T>) {
         using Class = typename detail::ReferredClass<T>::type;
         if (m_kind != Kind::Object)
@@ -406,7 +420,7 @@ template <class T> std::optional<T> Any::cast() const
         }
         return result;
     } else if constexpr (std::is_same_v<T, NSNull>)
-        return isNull() ? std::optional(NSNull{}) : std::nullopt;
+        return isNull() ? std::optional<T>(T{}) : std::nullopt;
     else {
         const T* value = get<T>();
         return value != nullptr ? std::optional<T>(*value) : std::nullopt;

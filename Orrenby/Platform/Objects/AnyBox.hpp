@@ -21,6 +21,8 @@
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
+class LoggedContent;
+
 /// A value on the heap that is never changed, so that any number of `Any` can share it.
 class ORRENBY_EXPORT AnyBox {
 public:
@@ -49,6 +51,9 @@ public:
     /// functions are only themselves.
     const void* seenAs(const std::type_info& wanted) const noexcept;
 
+    /// What it says when it is logged, or `nullptr`.
+    const LoggedContent* loggedContent() const noexcept;
+
 protected:
     virtual const std::type_info& staticType() const noexcept = 0;
     virtual const void* address() const noexcept = 0;
@@ -76,7 +81,7 @@ template <class T> constexpr bool isComparable()
         return true;
 }
 
-template <class T> class AnyBoxOf final : public AnyBox {
+template <class T> class AnyBoxOf : public AnyBox {
 public:
     template <class... A>
     explicit AnyBoxOf(A&&... arguments)
@@ -122,7 +127,7 @@ public:
     bool isErrorValue() const noexcept override { return seenAs(typeid(std::exception)) != nullptr; }
 };
 
-template <class T> class AnyObjectBoxOf final : public AnyObjectBox {
+template <class T> class AnyObjectBoxOf : public AnyObjectBox {
 public:
     explicit AnyObjectBoxOf(Ref<T> object)
         : value(std::move(object))

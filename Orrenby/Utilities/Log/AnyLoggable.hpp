@@ -91,8 +91,8 @@ template <class Value> std::shared_ptr<const LoggedBox> boxOf(Value&& value)
 /// | `unknown` | is anything else | its full printed form | none |
 ///
 /// References are looked through, to the object's dynamic class; so are an `Any`, an `AnyError` and a
-/// `std::exception_ptr`. Exceptions count by their dynamic class. An empty reference or pointer prints as
-/// "none".
+/// `std::exception_ptr`. Exceptions count by their dynamic class, which in the last two leaves out the
+/// conformances. An empty reference or pointer prints as "none".
 ///
 /// @snippet Tests/Utilities/Log/AnyLoggableTests.cpp Adapting any value
 ///

@@ -65,6 +65,9 @@ concept LoggedDictionary = std::same_as<T, Dictionary> || StandardMap<T>;
 /// Customisation point for types that cannot derive from `Loggable`: a specialisation has
 /// `static std::string message(const T&)` and `static std::optional<NSError> error(const T&)`.
 ///
+/// It stands in the header of its type: a value takes it along into an `Any`, so it has to be seen wherever
+/// one is made of the type. An `AnyError` does not take it along.
+///
 /// The library has it for text, `StaticText`, `NSError`, `Result` and dictionaries.
 template <class T> struct LoggableConformance;
 

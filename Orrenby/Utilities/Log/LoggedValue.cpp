@@ -53,8 +53,19 @@ void readAny(const Any& value, LoggedValue& read)
 {
     if (const auto* loggable = value.view<Loggable>())
         return readLoggable(*loggable, read);
-    if (const auto* exception = value.view<std::exception>())
+    const auto* exception = value.view<std::exception>();
+    const auto* content = value.loggedContent();
+    // An exception counts by its dynamic class, which a reference does not tell; a value's class is its own.
+    if (exception != nullptr && (content == nullptr || value.kind() == Any::Kind::Object))
         return readException(*exception, read);
+    if (content != nullptr) {
+        read.kind = LoggedKind::Loggable;
+        if (read.wantsMessage)
+            read.message = content->message();
+        if (read.wantsError)
+            content->readError(read.error);
+        return;
+    }
     if (const auto* thrown = value.get<std::exception_ptr>())
         return readThrown(*thrown, read);
 

@@ -225,6 +225,41 @@ TEST(Any, CastsANumberReadFromTextOnlyWhereNothingIsLost)
     EXPECT_EQ(Any::parsedNumber(1e300).cast<float>(), std::nullopt);
 }
 
+TEST(Any, CastsALargeUnsignedNumberReadFromTextBothWays)
+{
+    constexpr std::uint64_t first = std::uint64_t(1) << 63;
+    constexpr std::uint64_t tenToThe19 = 10'000'000'000'000'000'000U;
+    const auto integer = Any::parsedNumber(tenToThe19);
+
+    EXPECT_EQ(Any::parsedNumber(first).cast<double>(), 0x1p63);
+    EXPECT_EQ(Any::parsedNumber(first).cast<float>(), 0x1p63F);
+    EXPECT_EQ(integer.cast<double>(), 1e19);
+    EXPECT_EQ(integer.cast<float>(), std::nullopt);
+    EXPECT_EQ(integer.cast<std::uint64_t>(), tenToThe19);
+    EXPECT_EQ(integer.cast<std::int64_t>(), std::nullopt);
+    EXPECT_EQ(integer, Any(tenToThe19));
+    EXPECT_EQ(Any::parsedNumber(1e19).cast<std::uint64_t>(), tenToThe19);
+    EXPECT_EQ(Any::parsedNumber(std::uint64_t(3)), Any(3));
+}
+
+TEST(Any, CastsALargeUnsignedNumberOnlyWhereNothingIsLost)
+{
+    constexpr auto largest = std::numeric_limits<std::uint64_t>::max();
+
+    EXPECT_EQ(Any::parsedNumber(largest).cast<double>(), std::nullopt);
+    EXPECT_EQ(Any::parsedNumber(largest).cast<float>(), std::nullopt);
+    EXPECT_EQ(Any::parsedNumber((std::uint64_t(1) << 63) + 1).cast<double>(), std::nullopt);
+    EXPECT_EQ(Any::parsedNumber(0x1p64).cast<std::uint64_t>(), std::nullopt);
+    EXPECT_EQ(Any::parsedNumber(largest - 2047).cast<double>(), 0x1.fffffffffffffp63);
+}
+
+TEST(Any, CastsALargeUnsignedNumberOfTheProgramToNothingElse)
+{
+    EXPECT_EQ(Any(std::uint64_t(1) << 63).cast<double>(), std::nullopt);
+    EXPECT_EQ(Any(std::uint64_t(1) << 63).cast<float>(), std::nullopt);
+    EXPECT_EQ(Any(1e19).cast<std::uint64_t>(), std::nullopt);
+}
+
 TEST(Any, KeepsOtherValuesWithTheirType)
 {
     const Any value = app::Point{3};

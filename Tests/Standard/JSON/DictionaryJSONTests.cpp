@@ -4,6 +4,7 @@
 #include "Orrenby/Platform/Objects/Array.hpp"
 #include "Orrenby/Platform/Objects/NSNull.hpp"
 #include <gmock/gmock.h>
+#include <limits>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -135,6 +136,20 @@ TEST(DictionaryJSON, ReadsNumbersOfATextAsEitherKindWhenNothingIsLost)
     EXPECT_EQ(errorOf([&] { get<int>(dictionary, "half"); }).kind(), JSONError::Kind::TypeMismatch);
     EXPECT_EQ(errorOf([&] { get<int>(dictionary, "flag"); }).kind(), JSONError::Kind::TypeMismatch);
     EXPECT_EQ(errorOf([&] { get<bool>(dictionary, "whole"); }).kind(), JSONError::Kind::TypeMismatch);
+}
+
+TEST(DictionaryJSON, ReadsLargeUnsignedNumbersOfATextAsEitherKindWhenNothingIsLost)
+{
+    const auto number = parsed(
+        R"({"a": 9223372036854775808, "b": 10000000000000000000, "c": 18446744073709551615})");
+
+    EXPECT_EQ(get<double>(number, "a"), 0x1p63);
+    EXPECT_EQ(get<std::uint64_t>(number, "a"), std::uint64_t(1) << 63);
+    EXPECT_EQ(get<double>(number, "b"), 1e19);
+    EXPECT_EQ(get<std::uint64_t>(parsed(R"({"b": 1e19})"), "b"), 10'000'000'000'000'000'000U);
+    EXPECT_THAT(
+        tryGet<double>(number, "c").error(), Optional(JSONError::typeMismatch("c", *number.find("c"))));
+    EXPECT_EQ(get<std::uint64_t>(number, "c"), std::numeric_limits<std::uint64_t>::max());
 }
 
 TEST(DictionaryJSON, RefusesAnIntegerThatIsTooWide)

@@ -2,6 +2,7 @@
 
 #include "Orrenby/Platform/Errors/CustomNSError.hpp"
 #include <gmock/gmock.h>
+#include <map>
 #include <memory>
 #include <stdexcept>
 #include <system_error>
@@ -45,6 +46,15 @@ public:
 
 enum class Failure { timedOut = 4 };
 
+struct Foreign {
+    int number;
+};
+
+class ForeignFailure : public std::exception {
+public:
+    const char* what() const noexcept override { return "what"; }
+};
+
 class Unmovable {
 public:
     Unmovable() = default;
@@ -78,6 +88,16 @@ NSError described(std::string_view domain, std::int64_t code, std::string_view t
 } // namespace
 
 template <> inline constexpr bool orrenby::isErrorValue<Failure> = true;
+
+template <> struct orrenby::LoggableConformance<Foreign> {
+    static std::string message(const Foreign& value) { return "foreign " + std::to_string(value.number); }
+    static std::optional<NSError> error(const Foreign& value) { return NSError("Foreign", value.number); }
+};
+
+template <> struct orrenby::LoggableConformance<ForeignFailure> {
+    static std::string message(const ForeignFailure&) { return "foreign failure"; }
+    static std::optional<NSError> error(const ForeignFailure&) { return std::nullopt; }
+};
 
 TEST(AnyLoggable, AdaptsAnyValue)
 {
@@ -221,6 +241,52 @@ TEST(AnyLoggable, UnwrapsAnAny)
     EXPECT_EQ(seen(Any(Failure::timedOut)).element, Element::error);
     EXPECT_EQ(seen(Any(5)), (Seen{Element::unknown, "5", {}}));
     EXPECT_EQ(seen(Any()), (Seen{Element::unknown, "<null>", {}}));
+}
+
+TEST(AnyLoggable, FollowsTheConformanceOfWhatAnAnyHolds)
+{
+    const auto expected = Seen{Element::loggable, "foreign 3", NSError("Foreign", 3)};
+
+    EXPECT_EQ(seen(Foreign{3}), expected);
+    EXPECT_EQ(seen(Any(Foreign{3})), expected);
+    EXPECT_EQ(seen(Any(std::optional(Foreign{3}))), expected);
+    EXPECT_EQ(seen(Any(std::make_shared<Foreign>(Foreign{3}))), expected);
+    EXPECT_EQ(seen(Any(std::make_shared<const Foreign>(Foreign{3}))), expected);
+    EXPECT_EQ(seen(*Dictionary{{"k", Foreign{3}}}.find("k")), expected);
+}
+
+TEST(AnyLoggable, TakesTheOutcomesAndMapsOfAnAnyForLoggable)
+{
+    using Outcome = Result<int, NSError>;
+
+    EXPECT_EQ(seen(Any(Outcome::success(1))), seen(Outcome::success(1)));
+    EXPECT_EQ(seen(Any(Outcome::failure(NSError("D", 2)))), seen(Outcome::failure(NSError("D", 2))));
+    EXPECT_EQ(seen(Any(std::map<int, int>{{1, 2}})), seen(std::map<int, int>{{1, 2}}));
+    EXPECT_EQ(seen(Any(std::make_shared<std::string>("text"))), (Seen{Element::loggable, "text", {}}));
+    EXPECT_EQ(seen(Any(std::make_shared<Dictionary>())), (Seen{Element::loggable, "[:]", {}}));
+}
+
+TEST(AnyLoggable, FollowsTheConformanceOfAnExceptionOnlyWhereItsClassIsKnown)
+{
+    const auto expected = Seen{Element::loggable, "foreign failure", {}};
+    const auto asReference = seen(std::make_shared<ForeignFailure>());
+
+    EXPECT_EQ(seen(ForeignFailure()), expected);
+    EXPECT_EQ(seen(Any(ForeignFailure())), expected);
+    EXPECT_EQ(asReference.element, Element::error);
+    EXPECT_EQ(seen(Any(std::make_shared<ForeignFailure>())), asReference);
+    EXPECT_EQ(seen(AnyError(ForeignFailure())).element, Element::error);
+}
+
+TEST(AnyLoggable, KeepsTheValueThatAnAnyHoldsWhateverItIsLoggedAs)
+{
+    const Any foreign = Foreign{3};
+    const Any outcome = Result<int, NSError>::success(1);
+
+    ASSERT_NE(foreign.get<Foreign>(), nullptr);
+    EXPECT_EQ(foreign.get<Foreign>()->number, 3);
+    EXPECT_EQ(foreign.typeName(), "Foreign");
+    EXPECT_EQ((outcome.cast<Result<int, NSError>>()), (Result<int, NSError>::success(1)));
 }
 
 TEST(AnyLoggable, IsTakenOverByAnotherOne)
