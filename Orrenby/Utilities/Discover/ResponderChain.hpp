@@ -38,8 +38,10 @@ namespace detail {
 /// responders that are gone leave at the next `send`, and at no other time.
 ///
 /// A handler must not change the chain that asks it. If it does, this walk still asks those who were there
-/// before. An action may change it. An empty reference in place of a responder, or a null handler, is a
-/// programming error. What a handler or an action throws passes through.
+/// before. An action may change it. A handler may `send`, the received message too: that is an asking of its
+/// own, which asks every responder, this one included, so it has to know when to stop. An empty reference in
+/// place of a responder, or a null handler, is a programming error. What a handler or an action throws passes
+/// through.
 ///
 /// All operations are O(n). Not synchronised. Use from the main thread.
 template <class Message> class ResponderChain {
@@ -64,28 +66,26 @@ public:
         if (!handler)
             detail::emptyResponderPart("callable in place of a handler");
         report<Object>(Trace::Kind::Attach, site);
-        add(WeakBox<const void>(object), std::make_shared<Handler>(std::move(handler)));
+        add({WeakBox<const void>(object), std::make_shared<Handler>(std::move(handler)), {}});
         return *this;
     }
 
     /// Enters another chain: what one of its responders claims is claimed for this chain, at the place of the
     /// entry. The other chain is not kept alive.
     ///
-    /// Adding a chain to itself has no effect. A chain that is met again during one walk, because two contain
-    /// each other, is passed over.
+    /// Adding a chain to itself has no effect. A chain that is met again inside its own walk, because two
+    /// contain each other, is passed over. One that stands in two places is walked twice.
     ///
     /// @returns This chain, for the next call.
     ResponderChain& addResponder(const Ref<ResponderChain>& chain, TraceSite site = TraceSite::current())
     {
         if (chain.get() == this)
             return *this;
-        return addResponder(
-            chain,
-            [weak = WeakRef<ResponderChain>(chain)](const Message& message) {
-                const auto nested = weak.lock();
-                return nested ? nested->lookUp(message) : Action();
-            },
-            site);
+        if (!chain)
+            detail::emptyResponderPart("reference in place of a responder");
+        report<ResponderChain>(Trace::Kind::Attach, site);
+        add({WeakBox<const void>(chain), nullptr, chain});
+        return *this;
     }
 
     /// Without effect if `object` has no entry.
@@ -119,33 +119,24 @@ public:
     }
 
 private:
+    /// A responder with its handler, or a chain, which has none.
     struct Entry {
         WeakBox<const void> object;
         Ref<Handler> handler;
+        WeakRef<ResponderChain> chain;
     };
 
-    /// One walk along this chain that goes on at this moment.
-    class Walk {
-    public:
-        Walk(ResponderChain& chain, const Message& message)
-            : m_chain(&chain)
-            , m_message(std::addressof(message))
-            , m_outer(std::exchange(chain.m_walk, this))
-        {}
-        Walk(const Walk&) = delete;
-        Walk& operator=(const Walk&) = delete;
-        ~Walk() { m_chain->m_walk = m_outer; }
-
-        bool isFor(const Message& message) const
-        {
-            return m_message == std::addressof(message) || (m_outer != nullptr && m_outer->isFor(message));
-        }
-
-    private:
-        ResponderChain* m_chain;
-        const Message* m_message;
-        Walk* m_outer;
+    /// A chain that is being walked, and the one as whose entry it is: what one `send` has entered. What a
+    /// handler sends begins anew.
+    struct Walk {
+        const ResponderChain* chain;
+        const Walk* outer;
     };
+
+    bool isIn(const Walk* walk) const
+    {
+        return walk != nullptr && (walk->chain == this || isIn(walk->outer));
+    }
 
     template <class Object>
     static void report([[maybe_unused]] Trace::Kind kind, [[maybe_unused]] TraceSite site)
@@ -155,14 +146,14 @@ private:
 #endif
     }
 
-    void add(WeakBox<const void> object, Ref<Handler> handler)
+    void add(Entry added)
     {
         for (auto& entry : m_responders)
-            if (entry.object == object) {
-                entry.handler.swap(handler);
+            if (entry.object == added.object) {
+                std::swap(entry, added); // what the old one held goes when the change is made
                 return;
             }
-        m_responders.push_back({std::move(object), std::move(handler)});
+        m_responders.push_back(std::move(added));
     }
 
     /// Drops the entries of responders that are gone.
@@ -183,26 +174,27 @@ private:
     }
 
     /// The action of the first responder that claims `message`, or an empty one.
-    Action lookUp(const Message& message)
+    Action lookUp(const Message& message, const Walk* outer = nullptr)
     {
-        if (m_walk != nullptr && m_walk->isFor(message))
+        if (isIn(outer))
             return nullptr;
         prune();
-        const Walk walk(*this, message);
+        const auto walk = Walk{this, outer};
         const auto snapshot = m_responders;
         for (const auto& entry : snapshot) {
-            // Held while its handler runs; it may be gone since the walk began.
+            // Held while it is asked; it may be gone since the walk began.
             const auto object = entry.object.object();
             if (!object)
                 continue;
-            if (auto action = (*entry.handler)(message))
+            auto action = entry.handler ? (*entry.handler)(message)
+                                        : entry.chain.lock()->lookUp(message, &walk);
+            if (action)
                 return action;
         }
         return nullptr;
     }
 
     std::vector<Entry> m_responders;
-    Walk* m_walk = nullptr;
 
     friend struct testing::TestAccess;
 };

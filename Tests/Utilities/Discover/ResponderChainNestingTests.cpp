@@ -113,3 +113,54 @@ TEST(ResponderChain, PassesOverAChainThatIsMetAgain)
     EXPECT_FALSE(first->send("go"));
     EXPECT_THAT(diary, ElementsAre("b asked", "a asked"));
 }
+
+TEST(ResponderChain, PassesOverAChainThatIsMetAgainThroughTwoOthers)
+{
+    auto diary = Diary();
+    const auto a = someone();
+    const auto first = std::make_shared<Chain>();
+    const auto second = std::make_shared<Chain>();
+    const auto third = std::make_shared<Chain>();
+    first->addResponder(second);
+    second->addResponder(third);
+    third->addResponder(first).addResponder(second).addResponder(a, passing(diary, "a"));
+
+    EXPECT_FALSE(first->send("go"));
+    EXPECT_THAT(diary, ElementsAre("a asked"));
+}
+
+TEST(ResponderChain, WalksAChainOncePerPlaceInWhichItStands)
+{
+    auto diary = Diary();
+    const auto a = someone();
+    const auto b = someone();
+    const auto shared = std::make_shared<Chain>();
+    const auto left = std::make_shared<Chain>();
+    const auto right = std::make_shared<Chain>();
+    auto outer = Chain();
+    shared->addResponder(a, passing(diary, "a"));
+    left->addResponder(shared);
+    right->addResponder(b, passing(diary, "b")).addResponder(shared);
+    outer.addResponder(left).addResponder(right);
+
+    EXPECT_FALSE(outer.send("go"));
+    EXPECT_THAT(diary, ElementsAre("a asked", "b asked", "a asked"));
+}
+
+TEST(ResponderChain, InsideAnotherKeepsItsPlaceWhenItGetsAHandler)
+{
+    auto diary = Diary();
+    const auto a = someone();
+    const auto b = someone();
+    const auto inner = std::make_shared<Chain>();
+    auto outer = Chain();
+    inner->addResponder(a, claiming(diary, "a"));
+    outer.addResponder(inner).addResponder(b, passing(diary, "b"));
+
+    outer.addResponder(inner, passing(diary, "inner"));
+    EXPECT_FALSE(outer.send("go"));
+    outer.addResponder(inner);
+    EXPECT_TRUE(outer.send("again"));
+
+    EXPECT_THAT(diary, ElementsAre("inner asked", "b asked", "a asked", "a does again"));
+}

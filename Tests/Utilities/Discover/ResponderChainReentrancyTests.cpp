@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 using namespace orrenby;
@@ -85,6 +86,66 @@ TEST(ResponderChain, LetsAHandlerSendAnotherMessage)
 
     EXPECT_TRUE(chain.send("go"));
     EXPECT_THAT(diary, ElementsAre("b asked", "b does ready?", "b asked", "b does go"));
+}
+
+TEST(ResponderChain, AsksAllAnewForTheReceivedMessageThatAHandlerSends)
+{
+    auto diary = Diary();
+    const auto a = someone();
+    const auto b = someone();
+    auto chain = Chain();
+    auto isSending = false;
+    chain.addResponder(a, [&](const std::string& message) -> Chain::Action {
+        if (!std::exchange(isSending, true)) {
+            EXPECT_TRUE(chain.send(message));
+            isSending = false;
+        }
+        return nullptr;
+    });
+    chain.addResponder(b, claiming(diary, "b"));
+
+    EXPECT_TRUE(chain.send("go"));
+    EXPECT_THAT(diary, ElementsAre("b asked", "b does go", "b asked", "b does go"));
+}
+
+TEST(ResponderChain, AsksTheOuterChainAnewForTheReceivedMessageThatAHandlerOfAnInnerOneSends)
+{
+    auto diary = Diary();
+    const auto a = someone();
+    const auto b = someone();
+    const auto inner = std::make_shared<Chain>();
+    auto outer = Chain();
+    auto isSending = false;
+    inner->addResponder(a, [&](const std::string& message) -> Chain::Action {
+        diary.push_back("a asked");
+        if (!std::exchange(isSending, true)) {
+            EXPECT_TRUE(outer.send(message));
+            isSending = false;
+        }
+        return nullptr;
+    });
+    outer.addResponder(inner).addResponder(b, claiming(diary, "b"));
+
+    EXPECT_TRUE(outer.send("go"));
+    EXPECT_THAT(diary, ElementsAre("a asked", "a asked", "b asked", "b does go", "b asked", "b does go"));
+}
+
+TEST(ResponderChain, LetsAnActionSendTheReceivedMessageAgain)
+{
+    auto diary = Diary();
+    const auto a = someone();
+    auto chain = Chain();
+    chain.addResponder(a, [&](const std::string&) -> Chain::Action {
+        return [&](const std::string& message) {
+            diary.push_back(message);
+            if (diary.size() < 3) {
+                EXPECT_TRUE(chain.send(message));
+            }
+        };
+    });
+
+    EXPECT_TRUE(chain.send("a"));
+    EXPECT_THAT(diary, ElementsAre("a", "a", "a"));
 }
 
 TEST(ResponderChain, EndsItsWalkAsItBeganWhateverAHandlerChanges)
