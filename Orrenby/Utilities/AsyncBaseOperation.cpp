@@ -10,6 +10,8 @@ namespace orrenby::inline ORRENBY_ABI {
 
 namespace {
 
+constexpr auto source = "Utilities/AsyncBaseOperation";
+
 using State = AsyncBaseOperation::State;
 using Keys = std::span<const std::string_view>;
 
@@ -55,13 +57,16 @@ void AsyncBaseOperation::start()
         setState(State::finished);
         return;
     }
+    auto self = weak_from_this();
+    if (self.expired())
+        fatalError("start() of an asynchronous operation that no reference holds", source);
     setState(State::executing);
-    execute(Completion(weak_from_this()));
+    execute(Completion(std::move(self)));
 }
 
 void AsyncBaseOperation::execute(Completion)
 {
-    fatalError("Method in abstract base class must be overridden", "Utilities/AsyncBaseOperation", 58);
+    fatalError("Method in abstract base class must be overridden", source, 58);
 }
 
 void AsyncBaseOperation::finish() { setState(State::finished); }

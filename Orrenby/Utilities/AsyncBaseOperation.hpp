@@ -25,6 +25,9 @@ namespace orrenby::inline ORRENBY_ABI {
 /// It does not stop the work when it is cancelled: the work looks at `isCancelled()`, or the subclass
 /// overrides `cancel()`.
 ///
+/// It is made with `make<T>`, which its completion needs to know whether it is still there: one that no
+/// reference holds can be cancelled and finished, but not begun.
+///
 /// Safe to use from several threads. Two threads that finish it at the same moment may both tell observers;
 /// its queue and its dependents learn of it once.
 class ORRENBY_EXPORT AsyncBaseOperation : public Operation {
@@ -49,7 +52,8 @@ public:
     /// Begins the work; finishes instead, without `execute`, when the operation is cancelled.
     ///
     /// It asks nothing else: one that has finished without being cancelled, or that executes already, stays
-    /// as it is and calls `execute` again.
+    /// as it is and calls `execute` again. To begin one that no `Ref` holds, on the stack for example, is a
+    /// programming error.
     void start() override;
 
     /// Begins the work and returns. Here, a programming error: a subclass supplies it. What it throws ends

@@ -156,6 +156,29 @@ TEST(AsyncBaseOperationDeathTest, StartWithoutOverriddenExecuteIsAProgrammingErr
         "file Utilities/AsyncBaseOperation, line 58");
 }
 
+TEST(AsyncBaseOperationDeathTest, StartOfOneThatNoReferenceHoldsIsAProgrammingError)
+{
+    auto operation = Object<Pending>();
+
+    EXPECT_DEATH(operation.start(),
+        "^Fatal error: start\\(\\) of an asynchronous operation that no reference holds: "
+        "file Utilities/AsyncBaseOperation\n$");
+}
+
+TEST(AsyncBaseOperation, OnTheStackCanBeCancelledAndFinished)
+{
+    auto cancelled = Object<Pending>();
+    auto finished = Object<Pending>();
+
+    cancelled.cancel();
+    cancelled.start();
+    finished.finish();
+
+    EXPECT_THAT(states(cancelled), ElementsAre(false, true));
+    EXPECT_THAT(states(finished), ElementsAre(false, true));
+    EXPECT_THAT(cancelled.completions, IsEmpty());
+}
+
 TEST(AsyncBaseOperationState, IsComparedAndHashedByItsCase)
 {
     using State = AsyncBaseOperation::State;
