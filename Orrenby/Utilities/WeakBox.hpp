@@ -30,7 +30,8 @@ concept SeenAs = std::is_convertible_v<U*, T*>;
 ///
 /// `WeakBox<void>` takes objects of any type. An object is the same through whatever interface a box got to
 /// see it; a `Ref<void>` hides the whole object, so do not box one that was made from an interface. Boxes of
-/// an empty reference are equal, and empty from the start.
+/// an empty reference are equal, and empty from the start. The references must share one count, as copies of
+/// what `make` gives do: two counts that were begun for one object are two owners, whose boxes differ.
 ///
 /// Copying is one atomic addition, comparing and hashing touch no counter. Not synchronised, but copies may
 /// live in several threads, and so may the object.

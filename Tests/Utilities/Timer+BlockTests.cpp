@@ -2,8 +2,11 @@
 
 #include "Orrenby/Platform/Scheduling/RunLoop.hpp"
 #include "Tests/Support/ManualWorld.hpp"
+#include <future>
 #include <gmock/gmock.h>
+#include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 using namespace orrenby;
@@ -96,6 +99,30 @@ TEST(TimerBlock, IsScheduledByItsOtherNameTheSameWay)
 
         EXPECT_EQ(count, 2);
     });
+}
+
+TEST(TimerBlock, IsCalledOnTheThreadThatScheduledItWithItsLoopAlone)
+{
+    auto scheduled = std::promise<void>();
+    auto looked = std::promise<void>();
+    auto scheduler = std::thread::id();
+    auto callers = std::vector<std::thread::id>();
+    auto thread = std::thread([&] {
+        scheduler = std::this_thread::get_id();
+        scheduledTimer(0, false, "own", [&](Timer&) { callers.push_back(std::this_thread::get_id()); });
+        scheduled.set_value();
+        looked.get_future().get();
+        RunLoop::current().run("own", Date::distantFuture());
+    });
+
+    scheduled.get_future().get();
+    EXPECT_EQ(RunLoop::current().nextFireDate("own"), std::nullopt);
+    EXPECT_EQ(RunLoop::main().nextFireDate("own"), std::nullopt);
+    looked.set_value();
+    thread.join();
+
+    EXPECT_NE(scheduler, std::this_thread::get_id());
+    EXPECT_THAT(callers, ElementsAre(scheduler));
 }
 
 TEST(TimerBlock, CarriedAsUserInfoIsCalledWithTheTimer)

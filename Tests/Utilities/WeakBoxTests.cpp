@@ -185,6 +185,18 @@ TEST(WeakBox, DiffersFromThatOfALaterObjectAtTheSameAddress)
     EXPECT_NE(box, successor);
 }
 
+TEST(WeakBox, DiffersForTwoReferenceCountsOfOneObject)
+{
+    int object = 1;
+    const auto first = Ref<int>(&object, [](int*) {});
+    const auto second = Ref<int>(&object, [](int*) {});
+
+    EXPECT_NE(WeakBox(first), WeakBox(second));
+    EXPECT_EQ(WeakBox(first).objectIdentifier(), WeakBox(second).objectIdentifier());
+    EXPECT_EQ(WeakBox(first).hash(), WeakBox(second).hash());
+    EXPECT_TRUE(WeakBox(first).contains(second));
+}
+
 TEST(WeakBox, OfAnEmptyReferenceIsEmptyAndEqualToItsLike)
 {
     const auto box = WeakBox(Ref<Named>());

@@ -226,6 +226,21 @@ TEST_F(LogAppend, PassesOnWhatAHandlerThrows)
     EXPECT_THROW(Log::_append(always, Log::Level::info, "text", Dictionary{}), std::runtime_error);
 }
 
+TEST_F(LogAppend, PassesOnWhatTheCriticalHandlerThrowsBeforeTheEventHandlerIsCalled)
+{
+    Log::onCriticalError([](const Log::Event&, const NSError&) { throw std::runtime_error("handler"); });
+    int evaluations = 0;
+    const auto item = [&] {
+        ++evaluations;
+        return "text";
+    };
+
+    EXPECT_THROW(Log::_append(always, Log::Level::critical, item, Dictionary{}), std::runtime_error);
+
+    EXPECT_EQ(evaluations, 1);
+    EXPECT_EQ(capture.count(), 0U);
+}
+
 TEST_F(LogAppend, NamesTheQueueOfTheCallingThread)
 {
     useCodes();
