@@ -46,8 +46,7 @@ public:
     using Method = std::variant<Exponential, Linear, ExponentialJitter>;
 
     /// @param interval  Base delay in seconds.
-    /// @param limit     Attempts for which a delay is handed out. With 0 the first call already gives
-    /// nothing.
+    /// @param limit     Attempts that get a delay. With 0 the first call already gives nothing.
     Retry(double interval, std::int64_t limit, Method method) noexcept;
     Retry(const Retry&) = delete;
     Retry& operator=(const Retry&) = delete;

@@ -24,11 +24,11 @@ namespace orrenby::inline ORRENBY_ABI {
 /// Not synchronised. Use from the main thread.
 template <class Analytics> class AbstractContext : public detail::ContextCore {
 public:
-    /// @param workers  Start and stop with the context, in this order.
-    /// @param analytics  Must also be a `Worker`: it becomes the last one. Anything else ends the process.
-    /// Analytics that
-    ///                   already stands among the workers stands there twice, which its own guards make
-    ///                   harmless.
+    /// Analytics that stands among the workers already stands there twice, which its own guards make
+    /// harmless.
+    ///
+    /// @param workers    Start and stop with the context, in this order.
+    /// @param analytics  Also a `Worker`, or the process ends. It becomes the last one.
     AbstractContext(Workers workers, Ref<Analytics> analytics)
         : ContextCore(std::move(workers), detail::forcedConversion<Worker>(analytics))
         , m_analytics(std::move(analytics))

@@ -17,10 +17,10 @@ namespace orrenby::inline ORRENBY_ABI {
 
 namespace detail {
 
+template <class T> inline constexpr bool isLogClosure = std::is_invocable_r_v<std::string, std::decay_t<T>&>;
+
 template <class T>
-concept LogClosure = std::is_invocable_r_v < std::string,
-        std::decay_t<T>
-& > ;
+concept LogClosure = isLogClosure<T>;
 
 } // namespace detail
 
