@@ -3,52 +3,33 @@
 #include "Orrenby/Utilities/Discover.hpp"
 #include "Orrenby/Utilities/Log.hpp"
 #include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
-#include "Orrenby/Utilities/Streams/LiveSubscriptionCount.hpp"
+#include <cstdio>
 
 using namespace orrenby;
+using Level = Streams::CurrentValueSubject<double, Never>; // a stream that has a value; copies share it
 
-using Level = Streams::CurrentValueSubject<double, Never>; // a state that cannot fail; copies share it
-
-// A worker watches the river while its context is active.
-class Gauge : public AbstractWorker {
-public:
-    explicit Gauge(Level level)
-        : m_level(std::move(level))
-    {}
-
-protected:
+struct Gauge : AbstractWorker { // a worker: at work while its context is active
     void didStart() override
     {
-        m_level.asPublisher()
+        level.asPublisher()
             .map([](double metres) { return metres > 2.5; })
-            .bind([](bool isFlooded) {
-                if (isFlooded)
-                    Log::warning("the river is over its banks");
-            })
+            .bind([](bool isFlooded) { Log::info(isFlooded ? "over its banks" : "in its bed"); })
             .store(*this); // ends when the worker stops
     }
-
-private:
-    Level m_level;
+    Level level{1.2};
 };
 
-// A flow owns a context, which owns the workers; flows attach to flows.
-class RiverFlow : public AbstractFlow<AbstractContext<Gauge>, Void> {
-public:
-    explicit RiverFlow(const Level& level)
-        : AbstractFlow(make<AbstractContext<Gauge>>(Workers(), make<Gauge>(level)), Void())
-    {}
-};
+using River = AbstractFlow<AbstractContext<Gauge>, Void>; // a flow: a feature, which owns its context
 
 int main()
 {
-    Log::onEvent(Log::ConsoleHandler()); // where the log goes is the application's choice
+    // Where the log goes is the application's choice.
+    Log::onEvent([](Log::Level, const auto& event) { std::puts(event().message().c_str()); });
 
-    const auto level = Level(1.2);
-    auto river = make<RiverFlow>(level);
-    river->start();  // activates the context, which starts the worker
-    level.send(2.7); // one warning
-    river.reset();   // the worker stops, its subscription ends
-    level.send(3.1); // nobody listens
-    return Streams::liveSubscriptionCount() == 0 ? 0 : 1;
+    const auto gauge = make<Gauge>();
+    auto river = make<River>(make<AbstractContext<Gauge>>(Workers(), gauge), Void());
+    river->start();         // activates the context, which starts the worker: "in its bed"
+    gauge->level.send(2.7); // "over its banks"
+    river.reset();          // the worker stops, its subscription ends
+    gauge->level.send(3.1); // nobody listens
 }
