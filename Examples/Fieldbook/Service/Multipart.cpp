@@ -11,18 +11,34 @@ namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
 
+/// Takes off what stands before the first semicolon that is in no quotation marks, and the semicolon.
+std::string_view takePiece(std::string_view& field)
+{
+    bool isQuoted = false;
+    const auto end = std::find_if(field.begin(), field.end(), [&isQuoted](char byte) {
+        isQuoted = isQuoted != (byte == '"');
+        return byte == ';' && !isQuoted;
+    });
+    const auto piece = field.substr(0, static_cast<std::size_t>(end - field.begin()));
+    field.remove_prefix(std::min(piece.size() + 1, field.size()));
+    return trimmed(piece);
+}
+
 /// What stands behind `name=` among the parameters of a header field, without its quotes.
 std::string parameter(std::string_view field, std::string_view name)
 {
-    const auto sign = std::string("; ").append(name).append("=");
-    const auto place = field.find(sign);
-    if (place == std::string_view::npos)
-        return "";
-    field.remove_prefix(place + sign.size());
-    if (!field.starts_with('"'))
-        return std::string(field.substr(0, field.find(';')));
-    field.remove_prefix(1);
-    return std::string(field.substr(0, field.find('"')));
+    takePiece(field); // what the parameters belong to
+    const auto sign = std::string(name).append("=");
+    while (!field.empty()) {
+        auto value = takePiece(field);
+        if (!value.starts_with(sign))
+            continue;
+        value.remove_prefix(sign.size());
+        const bool isQuoted = value.starts_with('"');
+        value.remove_prefix(isQuoted ? 1 : 0);
+        return std::string(isQuoted ? value.substr(0, value.find('"')) : value);
+    }
+    return "";
 }
 
 /// The part before the first blank line are header fields.

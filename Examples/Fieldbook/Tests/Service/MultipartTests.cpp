@@ -40,6 +40,32 @@ TEST(Multipart, KeepsTheBytesOfAPart)
     EXPECT_THAT(*parts, ElementsAre(ServicePart{"a", "", "", content}));
 }
 
+TEST(Multipart, TakesWhatStandsInQuotesForNoParameter)
+{
+    const auto parts = partsIn(
+        part(R"(Content-Disposition: form-data; filename="; name=x"; name="a; filename=b")", "")
+            + "--limit--",
+        type);
+
+    EXPECT_EQ(parts, (std::vector<ServicePart>{{"a; filename=b", "; name=x", "", ""}}));
+}
+
+TEST(Multipart, NeedsNoBlanksBetweenParametersAndNoQuotes)
+{
+    const auto parts = partsIn(
+        part("Content-Disposition: form-data;name=a ;  filename=b.png", "") + "--limit--", type);
+
+    EXPECT_EQ(parts, (std::vector<ServicePart>{{"a", "b.png", "", ""}}));
+}
+
+TEST(Multipart, HasNoNameWhereNoneIsSaid)
+{
+    const auto parts = partsIn(
+        part("Content-Disposition: form-data; name; nickname=\"a\"", "") + "--limit--", type);
+
+    EXPECT_EQ(parts, (std::vector<ServicePart>{{"", "", "", ""}}));
+}
+
 TEST(Multipart, MayHaveAnEmptyPartAndNoneAtAll)
 {
     const auto parts = partsIn(part("Content-Disposition: form-data; name=\"a\"", "") + "--limit--", type);
