@@ -45,17 +45,18 @@ void set(const Ref<NSManagedObjectContext>& context, const ContextValidity& vali
 void commit(const Ref<NSManagedObjectContext>& context, CommitOptions options,
     UniqueFunction<void(const Ref<NSManagedObjectContext>&)> transaction)
 {
+    const auto held = context; // what runs may empty the reference that was passed
     std::exception_ptr kept;
-    context->performAndWait([&] {
-        runOptional(options.prepare, context);
+    held->performAndWait([&] {
+        runOptional(options.prepare, held);
         try {
-            transaction(context);
-            if (context->hasChanges())
-                context->save();
+            transaction(held);
+            if (held->hasChanges())
+                held->save();
         } catch (...) {
             kept = std::current_exception();
         }
-        runOptional(options.cleanup, context);
+        runOptional(options.cleanup, held);
     });
     if (kept)
         std::rethrow_exception(kept);

@@ -69,8 +69,8 @@ struct CommitOptions {
 ///
 /// In this order: `prepare`, `transaction`, the save if there are changes, `cleanup`. A transaction that
 /// throws is not saved, and its changes stay in the context. What it or the save throws reaches the caller
-/// after `cleanup`. Whether the context is valid does not matter. Safe to use from several threads, on the
-/// queue of the context too.
+/// after `cleanup`. Whether the context is valid does not matter. It holds the context until it returns. Safe
+/// to use from several threads, on the queue of the context too.
 ORRENBY_EXPORT void commit(const Ref<NSManagedObjectContext>& context, CommitOptions options,
     UniqueFunction<void(const Ref<NSManagedObjectContext>&)> transaction);
 

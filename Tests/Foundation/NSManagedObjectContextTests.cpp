@@ -1,5 +1,6 @@
 #include "Orrenby/Foundation/NSManagedObjectContext.hpp"
 
+#include "Orrenby/Platform/Observing/NotificationCenter.hpp"
 #include "Orrenby/Platform/Scheduling/DispatchQueue.hpp"
 #include <gmock/gmock.h>
 #include <stdexcept>
@@ -135,6 +136,46 @@ TEST(NSManagedObjectContextSaveChanges, SavesAValidContext)
     EXPECT_EQ(savedNotes(context), 1u);
 }
 
+TEST(NSManagedObjectContextSaveChanges, OfAnInvalidContextSavesNothingAndThrowsNothing)
+{
+    const auto context = makeContext();
+    setIsValid(context, true);
+    setIsValid(context, false);
+    insertNote(context);
+    insertNote(context, Any()); // no save would take it
+
+    EXPECT_NO_THROW(saveChanges(context));
+
+    EXPECT_EQ(context->insertedObjects().size(), 2u);
+    EXPECT_EQ(savedNotes(context), 0u);
+}
+
+TEST(NSManagedObjectContextSaveChanges, OfAContextThatWasNeverMarkedSavesNothing)
+{
+    const auto context = makeContext();
+    insertNote(context);
+
+    saveChanges(context);
+
+    EXPECT_TRUE(context->hasChanges());
+    EXPECT_EQ(savedNotes(context), 0u);
+}
+
+TEST(NSManagedObjectContextSaveChanges, OutlivesAContextThatIsLetGoByWhoHearsOfTheSave)
+{
+    auto context = makeContext();
+    const auto store = context->persistentStore();
+    setIsValid(context, true);
+    insertNote(context);
+    const auto token = NotificationCenter::defaultCenter()->addObserver(
+        {.name = NSManagedObjectContextDidSaveNotification}, [&](const Notification&) { context = nullptr; });
+
+    saveChanges(context);
+
+    NotificationCenter::defaultCenter()->removeObserver(token);
+    EXPECT_EQ(savedNotes(make<NSManagedObjectContext>(store)), 1u);
+}
+
 TEST(NSManagedObjectContextSaveChanges, WithoutChangesDoesNothing)
 {
     const auto context = makeContext();
@@ -255,6 +296,24 @@ TEST(NSManagedObjectContextCommit, RunsAfterWhatTheQueueWasGivenBefore)
     EXPECT_EQ(savedNotes(context), 1u);
 }
 
+TEST(NSManagedObjectContextCommit, KeepsTheQueueUntilItHasCleanedUp)
+{
+    const auto context = makeContext();
+    std::vector<std::string> steps;
+
+    commit(context,
+        {.prepare =
+                [&](const Context& own) {
+                    own->perform([&] { steps.push_back("the queue's next"); });
+                    steps.push_back("prepare");
+                },
+            .cleanup = [&](const Context&) { steps.push_back("cleanup"); }},
+        [&](const Context&) { steps.push_back("transaction"); });
+    context->performAndWait([] {}); // after what was handed over
+
+    EXPECT_THAT(steps, ElementsAre("prepare", "transaction", "cleanup", "the queue's next"));
+}
+
 TEST(NSManagedObjectContextCommit, SavesWhatWasChangedBeforeItToo)
 {
     const auto context = makeContext();
@@ -263,6 +322,22 @@ TEST(NSManagedObjectContextCommit, SavesWhatWasChangedBeforeItToo)
     commit(context, {.prepare = [](const Context& own) { insertNote(own); }}, [](const Context&) {});
 
     EXPECT_EQ(savedNotes(context), 2u);
+}
+
+TEST(NSManagedObjectContextCommit, HoldsTheContextThatItsTransactionLetsGo)
+{
+    auto context = makeContext();
+    const auto store = context->persistentStore();
+    bool isCleanedUp = false;
+
+    commit(context, {.cleanup = [&](const Context& own) { isCleanedUp = !own->hasChanges(); }},
+        [&](const Context& own) {
+            context = nullptr;
+            insertNote(own);
+        });
+
+    EXPECT_TRUE(isCleanedUp);
+    EXPECT_EQ(savedNotes(make<NSManagedObjectContext>(store)), 1u);
 }
 
 TEST(NSManagedObjectContextCommit, OfAChildReachesItsParentOnly)
@@ -300,5 +375,15 @@ TEST(NSManagedObjectContextCommitDeathTest, EndsTheProcessWhenTheCleanupThrows)
 
 TEST(NSManagedObjectContextCommit, OfNothingSavesNothing)
 {
-    EXPECT_NO_THROW(commit(makeContext(), {}, [](const Context&) {}));
+    const auto context = makeContext();
+    int saves = 0;
+    const auto token = NotificationCenter::defaultCenter()->addObserver(
+        {.name = NSManagedObjectContextDidSaveNotification}, [&](const Notification&) { ++saves; });
+
+    commit(context, {}, [](const Context&) {});
+    EXPECT_EQ(saves, 0);
+
+    commit(context, {}, [](const Context& own) { insertNote(own); });
+    EXPECT_EQ(saves, 1);
+    NotificationCenter::defaultCenter()->removeObserver(token);
 }
