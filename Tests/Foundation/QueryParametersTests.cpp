@@ -1,6 +1,8 @@
 #include "Orrenby/Foundation/QueryParameters.hpp"
 
+#include "Orrenby/Platform/Coding/NSJSONSerialization.hpp"
 #include "Orrenby/Platform/Objects/Array.hpp"
+#include "Orrenby/Platform/Objects/Data.hpp"
 #include "Orrenby/Testing/LogCapture.hpp"
 #include <cstdint>
 #include <gmock/gmock.h>
@@ -112,6 +114,17 @@ TEST(URLEncodeQueryParameters, WritesNumbersAsTheirText)
     EXPECT_EQ(urlEncodeQueryParameters(Dictionary{{"a", -7}, {"b", std::uint64_t(18446744073709551615u)},
                   {"c", 1.0}, {"d", 1.5f}, {"e", -0.25}, {"f", true}, {"g", false}, {"h", 1e20}}),
         "a=-7&b=18446744073709551615&c=1&d=1.5&e=-0.25&f=1&g=0&h=1e%2B20");
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+TEST(URLEncodeQueryParameters, WritesNumbersThatWereReadFromJSON)
+{
+    const auto log = LogCapture();
+    const auto read = NSJSONSerialization::JSONObjectWithData(dataFromText(
+        R"({"a": 1, "b": 2.0, "c": 0.5, "d": -0.0, "e": 18446744073709551615, "f": 1e20, "g": true})"));
+
+    EXPECT_EQ(urlEncodeQueryParameters(*read.get<Dictionary>()),
+        "a=1&b=2&c=0.5&d=-0&e=18446744073709551615&f=1e%2B20&g=1");
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 

@@ -107,6 +107,16 @@ TEST(RequestJSON, LeavesARequestWithAnEmptyBodyAsItIs)
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 
+TEST(RequestJSON, LeavesItsSubjectAlone)
+{
+    auto request = reportRequest();
+
+    EXPECT_NE(request | encoding({{"a", 1}}), reportRequest());
+    EXPECT_NE(encoding(request, 1, asSeconds), reportRequest());
+
+    EXPECT_EQ(request, reportRequest());
+}
+
 TEST(RequestJSON, LogsADictionaryThatIsNoJSON)
 {
     const LogCapture log;

@@ -130,6 +130,18 @@ TEST(AddingBodyPart, AppendsToABodyWhateverItIs)
         "before--B\r\nContent-Disposition: form-data; name=\"k\"\r\nContent-Type: text/plain\r\n\r\nv\r\n");
 }
 
+TEST(AddingBodyPart, LeavesItsSubjectAlone)
+{
+    auto request = reportRequest();
+    request.setHTTPBody(dataFromText("before"));
+
+    const auto added = request | addingBodyPart({.key = "k", .value = "v", .boundary = "B"});
+    const auto closed = closingBody(request, "B");
+
+    EXPECT_NE(added, closed);
+    EXPECT_EQ(bodyText(request), "before");
+}
+
 TEST(AddingBodyPart, WritesQuotationMarksAndLineBreaksUnescaped)
 {
     EXPECT_EQ(bodyText(reportRequest()

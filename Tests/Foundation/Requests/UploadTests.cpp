@@ -1,6 +1,7 @@
 #include "Orrenby/Foundation/Requests/RequestMultipart.hpp"
 
 #include "Orrenby/Foundation/Requests/RequestHeaders.hpp"
+#include "Orrenby/Platform/World/UUIDSource.hpp"
 #include "Tests/Foundation/Requests/RequestParts.hpp"
 #include <gmock/gmock.h>
 #include <limits>
@@ -21,6 +22,12 @@ HTTPBodyFormDataPart media(std::string_view mimetype = "image/jpeg")
 {
     return {.data = dataFromText("JPEG"), .mimetype = std::string(mimetype)};
 }
+
+/// Gives identifiers with letters among their digits.
+class LetteredUUIDs final : public UUIDSource {
+public:
+    UUID next() override { return UUID::make("abcdef12-3456-4abc-8def-abcdef123456").value(); }
+};
 
 /// The kind, and the last part of the file's header line, of an upload of this type.
 std::string kindOf(std::string_view mimetype)
@@ -138,6 +145,32 @@ TEST(Attaching, TakesFreshIdentifiersForEachRequest)
 
     EXPECT_NE(first.httpHeaders(), second.httpHeaders());
     EXPECT_NE(first.httpBody(), second.httpBody());
+}
+
+TEST(Attaching, WritesIdentifiersInUpperCase)
+{
+    auto world = World::current();
+    world.setUUIDs(std::make_shared<LetteredUUIDs>());
+    const World::Override letters(world);
+
+    const auto upload = reportRequest() | attaching(media(), 1);
+    const auto part = reportRequest() | addingBodyPart({.key = "k", .value = "v", .boundary = "B"});
+
+    EXPECT_EQ(upload.httpHeader("Content-Type"),
+        "multipart/form-data; boundary=Boundary-ABCDEF12-3456-4ABC-8DEF-ABCDEF123456");
+    EXPECT_THAT(bodyText(upload), HasSubstr("filename=\"ABCDEF12-3456-4ABC-8DEF-ABCDEF123456.jpg\"\r\n"));
+    EXPECT_THAT(bodyText(part), HasSubstr("filename=\"ABCDEF12-3456-4ABC-8DEF-ABCDEF123456\"\r\n"));
+}
+
+TEST(Attaching, LeavesItsSubjectAlone)
+{
+    auto request = reportRequest();
+
+    EXPECT_NE(request | attaching(dataFromText("x"), "image/jpeg"), reportRequest());
+    EXPECT_NE(attaching(request, media(), 1), reportRequest());
+    EXPECT_NE(attaching(request, media(), PhotoIDs{"a"}), reportRequest());
+
+    EXPECT_EQ(request, reportRequest());
 }
 
 TEST(Attaching, LeavesARequestWithABodyAsItIs)
