@@ -63,8 +63,8 @@ ORRENBY_EXPORT std::optional<NSAttributedString> makeAttributedString(
 /// at `round(round(capHeight - height) * 0.5)`. Without a font among the attributes the height of capitals is
 /// 0. An image has no other attributes than being one.
 ///
-/// With fewer images than pairs the other pairs vanish, too; further images are left out. Brackets are found
-/// as above.
+/// With fewer images than pairs the other pairs vanish, too; further images are left out. First each "%%"
+/// becomes "%", and brackets are found as above.
 ///
 /// @snippet Tests/Foundation/NSAttributedStringTests.cpp Placing images
 ///

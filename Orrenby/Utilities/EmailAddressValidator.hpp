@@ -20,6 +20,8 @@
 
 namespace orrenby::inline ORRENBY_ABI {
 
+class EmailAddressValidationRule;
+
 namespace detail {
 
 template <class T>
@@ -37,6 +39,9 @@ concept ExplainsEmailAddress = requires(const T& rule, std::string_view address)
     { rule.explain(address) } -> std::convertible_to<EmailAddressRefusal>;
     // clang-format on
 };
+/// A rule that is not boxed yet.
+template <class T>
+concept PlainEmailAddressRule = OtherThan<T, EmailAddressValidationRule> && EvaluatesEmailAddress<T>;
 template <class T>
 concept TestsText = std::predicate<const T&, std::string_view>;
 
@@ -50,47 +55,44 @@ concept TestsText = std::predicate<const T&, std::string_view>;
 class EmailAddressValidationRule {
 public:
     /// Keeps a copy of the rule, which all copies of this one share.
-    template <detail::OtherThan<EmailAddressValidationRule> Rule>
-        requires detail::EvaluatesEmailAddress<Rule> EmailAddressValidationRule(Rule rule)
-            : m_box(std::make_shared<const BoxOf<Rule>>(std::move(rule)))
+    template <detail::PlainEmailAddressRule Rule>
+    EmailAddressValidationRule(Rule rule)
+        : m_box(std::make_shared<const BoxOf<Rule>>(std::move(rule)))
+    {}
+
+    /// Whether the address is acceptable. It is the whole text, and has passed the pattern when a
+    /// validator asks.
+    bool evaluate(std::string_view emailAddress) const { return m_box->evaluate(emailAddress); }
+
+    /// Why the address is not acceptable, or nothing when it is. A rule that cannot tell gives the whole
+    /// address and a sentence that says no more than that.
+    std::optional<EmailAddressRefusal> explain(std::string_view emailAddress) const
+    {
+        return evaluate(emailAddress) ? std::nullopt : std::optional(m_box->explain(emailAddress));
+    }
+
+private:
+    struct Box {
+        virtual ~Box() = default;
+        virtual bool evaluate(std::string_view emailAddress) const = 0;
+        virtual EmailAddressRefusal explain(std::string_view emailAddress) const = 0;
+    };
+    template <class Rule> struct BoxOf final : Box {
+        explicit BoxOf(Rule held)
+            : rule(std::move(held))
         {}
-
-        /// Whether the address is acceptable. It is the whole text, and has passed the pattern when a
-        /// validator asks.
-        bool evaluate(std::string_view emailAddress) const { return m_box->evaluate(emailAddress); }
-
-        /// Why the address is not acceptable, or nothing when it is. A rule that cannot tell gives the whole
-        /// address and a sentence that says no more than that.
-        std::optional<EmailAddressRefusal> explain(std::string_view emailAddress) const
+        bool evaluate(std::string_view emailAddress) const override { return rule.evaluate(emailAddress); }
+        EmailAddressRefusal explain([[maybe_unused]] std::string_view emailAddress) const override
         {
-            return evaluate(emailAddress) ? std::nullopt : std::optional(m_box->explain(emailAddress));
+            if constexpr (detail::ExplainsEmailAddress<Rule>)
+                return rule.explain(emailAddress);
+            else
+                return {.sentence = "A rule of the application refuses the address."};
         }
+        Rule rule;
+    };
 
-    private:
-        struct Box {
-            virtual ~Box() = default;
-            virtual bool evaluate(std::string_view emailAddress) const = 0;
-            virtual EmailAddressRefusal explain(std::string_view emailAddress) const = 0;
-        };
-        template <class Rule> struct BoxOf final : Box {
-            explicit BoxOf(Rule held)
-                : rule(std::move(held))
-            {}
-            bool evaluate(std::string_view emailAddress) const override
-            {
-                return rule.evaluate(emailAddress);
-            }
-            EmailAddressRefusal explain([[maybe_unused]] std::string_view emailAddress) const override
-            {
-                if constexpr (detail::ExplainsEmailAddress<Rule>)
-                    return rule.explain(emailAddress);
-                else
-                    return {.sentence = "A rule of the application refuses the address."};
-            }
-            Rule rule;
-        };
-
-        std::shared_ptr<const Box> m_box;
+    std::shared_ptr<const Box> m_box;
 };
 
 /// Runs the pattern and then rules in their order.
