@@ -6,6 +6,7 @@
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
 #include "Orrenby/Platform/Scheduling/Operation.hpp"
+#include "Orrenby/Platform/Scheduling/PlainMutex.hpp"
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -36,7 +37,7 @@ private:
 
     void letGoOfWork() noexcept final;
 
-    std::mutex m_blocksMutex;
+    detail::PlainMutex m_blocksMutex;
     UniqueFunction<void()> m_first;
     std::vector<UniqueFunction<void()>> m_others;
     bool m_hasBegun = false;

@@ -5,6 +5,7 @@
 #include "Orrenby/Platform/Scheduling/OperationExtras.hpp"
 #include "Orrenby/Platform/Scheduling/OperationFrame.hpp"
 #include "Orrenby/Platform/Scheduling/OperationQueueCore.hpp"
+#include <mutex>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {

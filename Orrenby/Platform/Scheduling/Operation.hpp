@@ -12,12 +12,12 @@
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
 #include "Orrenby/Platform/Observing/ObservableObject.hpp"
 #include "Orrenby/Platform/Scheduling/OperationPlace.hpp"
+#include "Orrenby/Platform/Scheduling/PlainMutex.hpp"
 #include <atomic>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -181,7 +181,7 @@ private:
     std::atomic<bool> m_isQueued = false;
     std::atomic<bool> m_isFinishNoticed = false;
     std::atomic<std::size_t> m_openDependencies = 0;
-    mutable std::mutex m_mutex;
+    mutable detail::PlainMutex m_mutex;
     detail::Owned<detail::OperationExtras> m_extras; ///< Made when first needed.
     detail::OperationPlace m_place;
 };

@@ -2,6 +2,7 @@
 #include "Orrenby/Platform/Scheduling/Operation.hpp"
 #include "Orrenby/Platform/Scheduling/OperationExtras.hpp"
 #include <algorithm>
+#include <mutex>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {

@@ -3,6 +3,7 @@
 #include "Orrenby/Platform/Scheduling/OperationQueueCore.hpp"
 #include "Orrenby/Platform/Scheduling/QueueTurn.hpp"
 #include "Orrenby/Platform/World/World.hpp"
+#include <mutex>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI::detail {

@@ -8,11 +8,11 @@
 #include "Orrenby/Platform/Objects/Ref.hpp"
 #include "Orrenby/Platform/Objects/Trace.hpp"
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
+#include "Orrenby/Platform/Scheduling/PlainMutex.hpp"
 #include "Orrenby/Platform/Time/Date.hpp"
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -141,7 +141,7 @@ private:
     const bool m_repeats;
 
     /// Taken before that of the loop.
-    mutable std::mutex m_mutex;
+    mutable detail::PlainMutex m_mutex;
     Block m_block;
     Any m_userInfo;
     double m_tolerance = 0;

@@ -3,6 +3,7 @@
 #include "Orrenby/Utilities/Streams/LiveSubscriptionCount.hpp"
 #include "Orrenby/Utilities/Streams/StreamsPublisher.hpp"
 #include "Tests/Support/StreamEngines.hpp"
+#include <mutex>
 #include <optional>
 #include <string>
 #include <thread>

@@ -5,6 +5,7 @@
 #include "Tests/Foundation/Requests/RequestParts.hpp"
 #include "Tests/Platform/Store/StoreFolder.hpp"
 #include "Tests/Support/TemporaryFolder.hpp"
+#include <chrono>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <limits>

@@ -1,5 +1,7 @@
 #include "Orrenby/Platform/Engines/Ground/CleanUps.hpp"
 
+#include <mutex>
+
 namespace orrenby::inline ORRENBY_ABI::detail {
 
 void CleanUps::add(const std::weak_ptr<CleanUps>& cleanUps, Action action) noexcept

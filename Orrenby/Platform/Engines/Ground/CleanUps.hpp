@@ -5,8 +5,8 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
+#include "Orrenby/Platform/Scheduling/PlainMutex.hpp"
 #include <memory>
-#include <mutex>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
@@ -28,7 +28,7 @@ public:
     void run() noexcept;
 
 private:
-    std::mutex m_mutex;
+    PlainMutex m_mutex;
     std::vector<Action> m_actions;
 };
 

@@ -5,12 +5,12 @@
 
 #include "Orrenby/Platform/Errors/Error.hpp"
 #include "Orrenby/Platform/Objects/FatalError.hpp"
+#include "Orrenby/Platform/Scheduling/PlainMutex.hpp"
 #include "Orrenby/Utilities/Streams/More/SinkUntilEnd.hpp"
 #include "Orrenby/Utilities/Streams/More/Task.hpp"
 #include "Orrenby/Utilities/Streams/StreamsPublisher.hpp"
 #include <deque>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <utility>
 
@@ -40,7 +40,7 @@ public:
     {
         auto waiting = Resumption();
         {
-            const auto lock = std::lock_guard(m_mutex);
+            const auto lock = PlainMutex::Guard(m_mutex);
             m_payloads.push_back(payload);
             waiting = std::exchange(m_waiting, {});
         }
@@ -52,7 +52,7 @@ public:
     {
         auto waiting = Resumption();
         {
-            const auto lock = std::lock_guard(m_mutex);
+            const auto lock = PlainMutex::Guard(m_mutex);
             m_hasEnded = true;
             waiting = std::exchange(m_waiting, {});
         }
@@ -62,14 +62,14 @@ public:
 
     bool isReady() const
     {
-        const auto lock = std::lock_guard(m_mutex);
+        const auto lock = PlainMutex::Guard(m_mutex);
         return m_hasEnded || !m_payloads.empty();
     }
 
     /// False if there is nothing to wait for.
     bool wait(Resumption resumption)
     {
-        const auto lock = std::lock_guard(m_mutex);
+        const auto lock = PlainMutex::Guard(m_mutex);
         if (m_hasEnded || !m_payloads.empty())
             return false;
         if (m_waiting)
@@ -81,14 +81,14 @@ public:
     void forgetWaiting()
     {
         auto forgotten = Resumption();
-        const auto lock = std::lock_guard(m_mutex);
+        const auto lock = PlainMutex::Guard(m_mutex);
         forgotten = std::exchange(m_waiting, {});
     }
 
     /// Nothing after the end.
     std::optional<Payload> take()
     {
-        const auto lock = std::lock_guard(m_mutex);
+        const auto lock = PlainMutex::Guard(m_mutex);
         if (m_payloads.empty())
             return std::nullopt;
         auto first = std::optional<Payload>(std::move(m_payloads.front()));
@@ -97,7 +97,7 @@ public:
     }
 
 private:
-    mutable std::mutex m_mutex;
+    mutable PlainMutex m_mutex;
     std::deque<Payload> m_payloads;
     Resumption m_waiting;
     bool m_hasEnded = false;

@@ -1,5 +1,7 @@
 #include "Orrenby/Utilities/Streams/More/Handles.hpp"
 
+#include <mutex>
+
 namespace orrenby::inline ORRENBY_ABI::detail {
 
 Handles::Handles()

@@ -3,9 +3,9 @@
 /// @file
 /// The subscriptions on which one other depends.
 
+#include "Orrenby/Platform/Scheduling/PlainMutex.hpp"
 #include "Orrenby/Utilities/Streams/AnyCancellable.hpp"
 #include <memory>
-#include <mutex>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
@@ -31,7 +31,7 @@ public:
 private:
     using List = std::vector<Streams::AnyCancellable>;
     struct Content {
-        std::mutex mutex;
+        PlainMutex mutex;
         List handles;
         bool isCancelled = false;
     };

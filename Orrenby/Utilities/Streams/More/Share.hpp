@@ -3,13 +3,13 @@
 /// @file
 /// One subscription for many.
 
+#include "Orrenby/Platform/Scheduling/PlainMutex.hpp"
 #include "Orrenby/Utilities/Streams/More/Create.hpp"
 #include "Orrenby/Utilities/Streams/More/Forward.hpp"
 #include "Orrenby/Utilities/Streams/More/Handles.hpp"
 #include "Orrenby/Utilities/Streams/More/PublisherOperation.hpp"
 #include "Orrenby/Utilities/Streams/More/SinkUntilEnd.hpp"
 #include <memory>
-#include <mutex>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
@@ -75,7 +75,7 @@ public:
 private:
     std::pair<std::shared_ptr<Round>, bool> enter()
     {
-        const auto lock = std::lock_guard(m_mutex);
+        const auto lock = PlainMutex::Guard(m_mutex);
         const auto isFirst = m_round == nullptr;
         if (isFirst)
             m_round = std::make_shared<Round>();
@@ -98,7 +98,7 @@ private:
     /// Whoever comes from here on begins another round.
     void close(const std::shared_ptr<Round>& round)
     {
-        const auto lock = std::lock_guard(m_mutex);
+        const auto lock = PlainMutex::Guard(m_mutex);
         if (m_round == round)
             m_round.reset();
     }
@@ -106,7 +106,7 @@ private:
     void leave(const std::shared_ptr<Round>& round)
     {
         {
-            const auto lock = std::lock_guard(m_mutex);
+            const auto lock = PlainMutex::Guard(m_mutex);
             if (--round->subscribers != 0)
                 return;
             if (m_round == round)
@@ -116,7 +116,7 @@ private:
     }
 
     const Publisher m_publisher;
-    std::mutex m_mutex;
+    PlainMutex m_mutex;
     std::shared_ptr<Round> m_round; // under the lock, the one that may be joined
 };
 

@@ -2,6 +2,7 @@
 
 #include "Orrenby/Platform/Engines/Ground/ThreadToken.hpp"
 #include "Orrenby/Platform/Scheduling/Backoff.hpp"
+#include <mutex>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 

@@ -4,11 +4,11 @@
 /// Coroutines that wait for streams.
 
 #include "Orrenby/Platform/Export.hpp"
+#include "Orrenby/Platform/Scheduling/PlainMutex.hpp"
 #include <coroutine>
 #include <cstdint>
 #include <exception>
 #include <memory>
-#include <mutex>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
@@ -34,7 +34,7 @@ private:
     void run() noexcept;
     bool isRunningElsewhere() const noexcept;
 
-    mutable std::mutex m_mutex;
+    mutable PlainMutex m_mutex;
     std::coroutine_handle<> m_frame; // nothing once the coroutine is gone
     std::uintptr_t m_runner = 0;     // the thread on which it runs
     bool m_mustGoOn = false;         // somebody resumed it while it ran
