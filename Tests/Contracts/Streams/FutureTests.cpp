@@ -269,6 +269,36 @@ TEST_P(FutureContract, AnAttemptThatThrowsEndsTheProcess)
         "");
 }
 
+TEST_P(FutureContract, ACleanUpThatThrowsEndsTheProcess)
+{
+    EXPECT_DEATH(
+        {
+            const auto future = Future([](auto) { return [] { throw 1; }; });
+            future.asPublisher().sink([](const auto&) {}).cancel();
+        },
+        "terminate called");
+}
+
+TEST_P(FutureContract, AnAttemptThatDropsTheFutureItselfStillHasItsCleanUpRun)
+{
+    if (isEager())
+        GTEST_SKIP() << "Combine makes its attempt before there is a future to drop";
+    auto future = std::optional<Future>();
+    future.emplace([&](Future::Promise promise) {
+        m_promises.push_back(promise);
+        future.reset();
+        return [this] { ++m_cleanUps; };
+    });
+
+    const auto handle = future->asPublisher().sink(m_received.recorder());
+    EXPECT_FALSE(future);
+    EXPECT_EQ(m_cleanUps, 0);
+    m_promises[0](Outcome::success(1));
+
+    EXPECT_THAT(m_received.payloads, ElementsAre(Number::value(1)));
+    EXPECT_EQ(m_cleanUps, 1);
+}
+
 TEST_P(FutureContract, CombineMakesOneAttemptAtCreationAndRxOneForEachSubscription)
 {
     const auto future = openFuture();
@@ -310,6 +340,37 @@ TEST_P(FutureContract, ASubscriptionThatEndsRunsTheCleanUpsOfTheOthersToo)
     first.cancel();
 
     EXPECT_EQ(m_cleanUps, isEager() ? 1 : 2);
+}
+
+TEST_P(FutureContract, WhoSubscribesAfterACancellationStillGetsTheResult)
+{
+    const auto future = openFuture();
+    auto cancelled = Received<int, Trouble>();
+    future.asPublisher().sink(cancelled.recorder()).cancel();
+    EXPECT_EQ(m_cleanUps, 1);
+
+    const auto handle = future.asPublisher().sink(m_received.recorder());
+    m_promises.back()(Outcome::success(1));
+
+    EXPECT_EQ(m_promises.size(), isEager() ? 1 : 2); // the cancellation left Combine's one attempt going
+    EXPECT_THAT(m_received.payloads, ElementsAre(Number::value(1)));
+    EXPECT_THAT(cancelled.payloads, ElementsAre());
+}
+
+TEST_P(FutureContract, ACleanUpThatComesAfterARunWaitsForTheNextEnd)
+{
+    const auto future = openFuture();
+    const auto first = future.asPublisher().sink([](const auto&) {});
+    const auto second = future.asPublisher().sink([](const auto&) {});
+    first.cancel();
+    const auto ran = m_cleanUps;
+
+    const auto third = future.asPublisher().sink([](const auto&) {});
+    EXPECT_EQ(m_cleanUps, ran);
+    second.cancel();
+
+    EXPECT_EQ(ran, isEager() ? 1 : 2);
+    EXPECT_EQ(m_cleanUps, isEager() ? 1 : 3);
 }
 
 TEST_P(FutureContract, WithoutASubscriptionNoCleanUpRuns)

@@ -293,6 +293,23 @@ TEST_P(OperatorContract, MapTakesAMemberAsItsCallable)
     EXPECT_THAT(received, ElementsAre(3, 6));
 }
 
+TEST_P(OperatorContract, ACallableThatThrowsEndsTheProcess)
+{
+    const auto throwing = [](const auto&) -> int { throw 1; };
+    const auto map = publisher().map(throwing).sink([](const auto&) {});
+    EXPECT_DEATH(subject().send(1), "terminate called");
+    map.cancel();
+
+    const auto mapError = publisher().mapError(throwing).sink([](const auto&) {});
+    subject().send(1);
+    EXPECT_DEATH(subject().send(Trouble{1}), "terminate called");
+    mapError.cancel();
+
+    const auto catch_ = publisher().catch_(throwing).sink([](const auto&) {});
+    subject().send(1);
+    EXPECT_DEATH(subject().send(Trouble{1}), "terminate called");
+}
+
 INSTANTIATE_ON_BOTH_ENGINES(OperatorContract);
 
 } // namespace

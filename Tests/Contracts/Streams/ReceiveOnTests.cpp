@@ -8,8 +8,11 @@
 #include <future>
 #include <memory>
 #include <numeric>
+#include <string>
 #include <sys/resource.h>
 #include <thread>
+#include <utility>
+#include <vector>
 
 using namespace orrenby;
 using orrenby::testing::Received;
@@ -438,6 +441,42 @@ TEST_P(ReceiveOnDispatchQueue, ASuspendedOperationQueueLosesNothingWhenItsOperat
     queue.waitUntilAllOperationsAreFinished();
 
     EXPECT_THAT(received.payloads, ElementsAre(Number::value(1), Number::value(2)));
+}
+
+TEST_P(ReceiveOnDispatchQueue, AnOperationQueueRunsItsJobsWithNormalPriority)
+{
+    class Marking : public Operation {
+    public:
+        Marking(std::vector<std::string>& order, std::string mark)
+            : m_order(order)
+            , m_mark(std::move(mark))
+        {}
+        void main() override { m_order.push_back(m_mark); }
+
+    private:
+        std::vector<std::string>& m_order;
+        std::string m_mark;
+    };
+    const auto queue = OperationQueue();
+    queue.setMaxConcurrentOperationCount(1);
+    queue.setSuspended(true);
+    auto order = std::vector<std::string>();
+    const auto add = [&](const std::string& mark, Operation::QueuePriority priority) {
+        const auto operation = make<Marking>(order, mark);
+        operation->setQueuePriority(priority);
+        queue.addOperation(operation);
+    };
+    const auto subject = Numbers();
+    const auto handle = subject.asPublisher().receive(queue).sink(
+        [&](const auto&) { order.emplace_back("value"); });
+    add("low", Operation::QueuePriority::Low);
+    subject.send(1);
+    add("high", Operation::QueuePriority::High);
+
+    queue.setSuspended(false);
+    queue.waitUntilAllOperationsAreFinished();
+
+    EXPECT_THAT(order, ElementsAre("high", "value", "low"));
 }
 
 INSTANTIATE_ON_BOTH_ENGINES(ReceiveOnDispatchQueue);

@@ -89,6 +89,27 @@ TEST(KeyPathObserver, UnobservesAllAndMayObserveAgain)
     EXPECT_THAT(seen, ElementsAre(initial(6), change(6, 7)));
 }
 
+TEST(KeyPathObserver, UnobservingAllTakesBackOneRegistrationOfAPathThatWasObservedTwice)
+{
+    auto [person, observer] = ObservedPerson();
+    Seen<int> seen;
+    observer->observe(keyPath<&Person::age>(), addTo(seen));
+    observer->observe(keyPath<&Person::age>(), addTo(seen));
+    seen.clear();
+
+    observer->unobserveAll();
+    person->age = 6; // the registration that is left has no handler
+    const auto countAfterUnobserving = person->observerCount();
+    observer->observe(keyPath<&Person::age>(), addTo(seen));
+    person->age = 7;
+    observer.reset();
+    person->age = 8;
+
+    EXPECT_EQ(countAfterUnobserving, 1u);
+    EXPECT_THAT(seen, ElementsAre(initial(6), change(6, 7), change(6, 7)));
+    EXPECT_EQ(person->observerCount(), 0u);
+}
+
 TEST(KeyPathObserver, MayReplaceOrEndAHandlerFromWithinIt)
 {
     const auto [person, observer] = ObservedPerson();

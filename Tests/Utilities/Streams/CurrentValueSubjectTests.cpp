@@ -2,6 +2,7 @@
 
 #include "Orrenby/Testing/TestAccess.hpp"
 #include "Orrenby/Utilities/Log/Settings.hpp"
+#include <bit>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -88,6 +89,21 @@ TEST(CurrentValueSubject, AFailedReadOfTheRxEngineIsLoggedAndThrownOn)
     EXPECT_TRUE(entries[0].event.properties().empty());
     EXPECT_EQ(entries[0].error, StreamsRx::DisposedError().nsError());
     Log::onCriticalError(nullptr);
+}
+
+TEST(CurrentValueSubjectDeathTest, AFailureThatCannotExistEndsTheProcessWhenTheValueIsRead)
+{
+    using Payload = Streams::Payload<int, Never>;
+    for (const auto isCombine : {true, false}) {
+        TestAccess::resetEngineChoice();
+        Streams::set({.isCombineEnabledWhenAvailable = isCombine});
+        const auto subject = Streams::CurrentValueSubject<int, Never>(1);
+        const auto impossible = Payload::error(std::bit_cast<Never>('\0'));
+        TestAccess::core(subject).send(impossible);
+
+        EXPECT_DEATH((void)subject.value(),
+            "Fatal error: Due to `Never` restriction, `default` can never occur.: file Utilities/Streams\\+Payload, line 33\n");
+    }
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "Orrenby/Utilities/Streams/EngineChoice.hpp"
 
+#include "Orrenby/Platform/Engines/Ground/JustPublication.hpp"
 #include "Orrenby/Platform/World/World.hpp"
 #include "Orrenby/Testing/TestAccess.hpp"
 #include "Orrenby/Utilities/Streams/CurrentValueSubject.hpp"
@@ -56,6 +57,19 @@ TEST_F(EngineChoice, SettingItAfterTheFirstOperationHasNoEffect)
     subject.send(1);
 }
 
+TEST_F(EngineChoice, SettingItAfterTheFirstSinkHasNoEffect)
+{
+    using Payload = Streams::Payload<int, Never>;
+    using Publication = detail::JustPublication<Payload>;
+    const auto publisher = Streams::AnyPublisher<int, Never>(detail::Retained<const Publication>::adopting(
+        new Publication(Engine::Combine, Payload::value(1)))); // no operation of a stream so far
+    const auto handle = publisher.sink([](const Payload&) {});
+
+    Streams::set({.isCombineEnabledWhenAvailable = false});
+
+    EXPECT_EQ(engineOf({}), Engine::Combine);
+}
+
 TEST_F(EngineChoice, ItMayBeSetAgainWhileItIsOpen)
 {
     Streams::set({.isCombineEnabledWhenAvailable = false});
@@ -85,6 +99,14 @@ TEST_P(EngineChoiceBySystem, FollowsTheReportedVersion)
     const auto world = World::Override(worldOfVersion(GetParam().version));
 
     EXPECT_EQ(engineOf({}), GetParam().engine);
+}
+
+TEST_P(EngineChoiceBySystem, IsRxOnEveryVersionWhenCombineWasSwitchedOff)
+{
+    const auto world = World::Override(worldOfVersion(GetParam().version));
+    Streams::set({.isCombineEnabledWhenAvailable = false});
+
+    EXPECT_EQ(engineOf({}), Engine::Rx);
 }
 
 INSTANTIATE_TEST_SUITE_P(Versions, EngineChoiceBySystem,

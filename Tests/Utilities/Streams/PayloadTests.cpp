@@ -45,6 +45,17 @@ TEST(Payload, EqualMeansTheSameCaseAndEqualContents)
 
 TEST(Payload, ValueAndFailureOfOneTypeAreNeverEqual) { EXPECT_NE(Text::value("a"), Text::error("a")); }
 
+TEST(Payload, ComparesFailuresOfAnyTypeByTheErrorsThatTheyAreBridgedTo)
+{
+    using AnyNumber = Streams::Payload<int, AnyError>;
+    const auto offline = NSError("Network", 1);
+
+    EXPECT_EQ(AnyNumber::error(AnyError(offline)), AnyNumber::error(AnyError(NSError("Network", 1))));
+    EXPECT_EQ(AnyNumber::error(AnyError(AnyError(offline))), AnyNumber::error(AnyError(offline)));
+    EXPECT_NE(AnyNumber::error(AnyError(offline)), AnyNumber::error(AnyError(NSError("Network", 2))));
+    EXPECT_NE(AnyNumber::error(AnyError(offline)), AnyNumber::value(1));
+}
+
 TEST(Payload, IsPlainWhenItsTypesAre)
 {
     static_assert(std::is_trivially_copyable_v<Number>);
