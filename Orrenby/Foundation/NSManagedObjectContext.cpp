@@ -1,5 +1,8 @@
 #include "Orrenby/Foundation/NSManagedObjectContext.hpp"
+
+#include "Orrenby/Platform/Errors/AnyError.hpp"
 #include <exception>
+#include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
 
@@ -10,6 +13,26 @@ void runOptional(UniqueFunction<void(const Ref<NSManagedObjectContext>&)>& funct
 {
     if (function)
         function(context);
+}
+
+/// Gives what was thrown.
+std::exception_ptr runCommit(const Ref<NSManagedObjectContext>& context, CommitOptions options,
+    UniqueFunction<void(const Ref<NSManagedObjectContext>&)> transaction)
+{
+    const auto held = context; // what runs may empty the reference that was passed
+    std::exception_ptr kept;
+    held->performAndWait([&] {
+        runOptional(options.prepare, held);
+        try {
+            transaction(held);
+            if (held->hasChanges())
+                held->save();
+        } catch (...) {
+            kept = std::current_exception();
+        }
+        runOptional(options.cleanup, held);
+    });
+    return kept;
 }
 
 } // namespace
@@ -25,6 +48,16 @@ void saveContextChanges(const Ref<NSManagedObjectContext>& context)
 {
     if (isContextValid(context) && context->hasChanges())
         context->save();
+}
+
+Result<Void, StoreError> trySaveContextChanges(const Ref<NSManagedObjectContext>& context)
+{
+    try {
+        saveContextChanges(context);
+        return Result<Void, StoreError>::success();
+    } catch (const StoreError& error) {
+        return Result<Void, StoreError>::failure(error);
+    }
 }
 
 } // namespace detail
@@ -45,21 +78,16 @@ void set(const Ref<NSManagedObjectContext>& context, const ContextValidity& vali
 void commit(const Ref<NSManagedObjectContext>& context, CommitOptions options,
     UniqueFunction<void(const Ref<NSManagedObjectContext>&)> transaction)
 {
-    const auto held = context; // what runs may empty the reference that was passed
-    std::exception_ptr kept;
-    held->performAndWait([&] {
-        runOptional(options.prepare, held);
-        try {
-            transaction(held);
-            if (held->hasChanges())
-                held->save();
-        } catch (...) {
-            kept = std::current_exception();
-        }
-        runOptional(options.cleanup, held);
-    });
-    if (kept)
-        std::rethrow_exception(kept);
+    if (const auto error = runCommit(context, std::move(options), std::move(transaction)))
+        std::rethrow_exception(error);
+}
+
+Result<Void, AnyError> tryCommit(const Ref<NSManagedObjectContext>& context, CommitOptions options,
+    UniqueFunction<void(const Ref<NSManagedObjectContext>&)> transaction)
+{
+    if (const auto error = runCommit(context, std::move(options), std::move(transaction)))
+        return Result<Void, AnyError>::failure(AnyError(error));
+    return Result<Void, AnyError>::success();
 }
 
 } // namespace orrenby

@@ -6,8 +6,10 @@
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Pipeable.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
+#include "Orrenby/Platform/Objects/Result.hpp"
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
+#include "Orrenby/Platform/Store/StoreError.hpp"
 #include <string_view>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -19,6 +21,7 @@ namespace detail {
 
 ORRENBY_EXPORT bool isContextValid(const Ref<NSManagedObjectContext>& context);
 ORRENBY_EXPORT void saveContextChanges(const Ref<NSManagedObjectContext>& context);
+ORRENBY_EXPORT Result<Void, StoreError> trySaveContextChanges(const Ref<NSManagedObjectContext>& context);
 
 } // namespace detail
 
@@ -55,6 +58,15 @@ ORRENBY_EXPORT void set(const Ref<NSManagedObjectContext>& context, const Contex
 inline constexpr auto saveChanges = pipeable<const Ref<NSManagedObjectContext>&>(
     [](const Ref<NSManagedObjectContext>& context) { detail::saveContextChanges(context); });
 
+/// `saveChanges` that gives the failure instead of throwing it: `context | trySaveChanges`. Without anything
+/// to save, and for a context that is not valid, it is a success.
+///
+/// @snippet Tests/Foundation/NSManagedObjectContextTests.cpp Saving without a throw
+///
+/// Use where the context may be used.
+inline constexpr auto trySaveChanges = pipeable<const Ref<NSManagedObjectContext>&>(
+    [](const Ref<NSManagedObjectContext>& context) { return detail::trySaveContextChanges(context); });
+
 /// Options of `commit`. What is called here must not throw: a throw ends the process.
 struct CommitOptions {
     /// Called before the transaction.
@@ -73,5 +85,13 @@ struct CommitOptions {
 /// to use from several threads, on the queue of the context too.
 ORRENBY_EXPORT void commit(const Ref<NSManagedObjectContext>& context, CommitOptions options,
     UniqueFunction<void(const Ref<NSManagedObjectContext>&)> transaction);
+
+/// `commit` that gives what the transaction or the save threw instead of throwing it.
+///
+/// @snippet Tests/Foundation/NSManagedObjectContextTests.cpp Committing without a throw
+///
+/// Safe to use from several threads, as `commit` is.
+[[nodiscard]] ORRENBY_EXPORT Result<Void, AnyError> tryCommit(const Ref<NSManagedObjectContext>& context,
+    CommitOptions options, UniqueFunction<void(const Ref<NSManagedObjectContext>&)> transaction);
 
 } // namespace orrenby

@@ -1,5 +1,6 @@
 #include "Orrenby/Foundation/NSManagedObjectContext.hpp"
 
+#include "Orrenby/Platform/Errors/AnyError.hpp"
 #include "Orrenby/Platform/Observing/NotificationCenter.hpp"
 #include "Orrenby/Platform/Scheduling/DispatchQueue.hpp"
 #include <gmock/gmock.h>
@@ -176,6 +177,31 @@ TEST(NSManagedObjectContextSaveChanges, OutlivesAContextThatIsLetGoByWhoHearsOfT
     EXPECT_EQ(savedNotes(make<NSManagedObjectContext>(store)), 1u);
 }
 
+TEST(NSManagedObjectContextTrySaveChanges, GivesTheFailureOfASave)
+{
+    const auto context = makeContext();
+    setIsValid(context, true);
+
+    //! [Saving without a throw]
+    const auto note = context->insert("Note"); // its text is missing
+    EXPECT_EQ((context | trySaveChanges).error()->kind(), StoreError::Kind::InvalidValue);
+
+    note->setValue("text", "Call Eva");
+    EXPECT_TRUE((context | trySaveChanges).isSuccess());
+    //! [Saving without a throw]
+    EXPECT_EQ(savedNotes(context), 1u);
+}
+
+TEST(NSManagedObjectContextTrySaveChanges, SucceedsWhereNothingIsToBeSaved)
+{
+    const auto context = makeContext();
+
+    EXPECT_TRUE(trySaveChanges(context).isSuccess());
+    insertNote(context, Any());
+    EXPECT_TRUE(trySaveChanges(context).isSuccess()) << "it is not valid";
+    EXPECT_TRUE(context->hasChanges());
+}
+
 TEST(NSManagedObjectContextSaveChanges, WithoutChangesDoesNothing)
 {
     const auto context = makeContext();
@@ -260,6 +286,39 @@ TEST(NSManagedObjectContextCommit, ASaveThatFailsIsThrownAfterTheCleanup)
 
     EXPECT_TRUE(isCleanedUp);
     EXPECT_TRUE(context->hasChanges());
+}
+
+TEST(NSManagedObjectContextTryCommit, GivesWhatTheTransactionThrows)
+{
+    const auto context = makeContext();
+    bool isCleanedUp = false;
+
+    //! [Committing without a throw]
+    const auto outcome = tryCommit(context, {.cleanup = [&](const Context&) { isCleanedUp = true; }},
+        [](const Context&) { throw std::runtime_error("no"); });
+
+    EXPECT_STREQ(outcome.error()->cast<std::runtime_error>()->what(), "no");
+    //! [Committing without a throw]
+    EXPECT_TRUE(isCleanedUp);
+}
+
+TEST(NSManagedObjectContextTryCommit, GivesTheFailureOfTheSave)
+{
+    const auto context = makeContext();
+
+    const auto outcome = tryCommit(context, {}, [](const Context& own) { insertNote(own, Any()); });
+
+    ASSERT_TRUE(outcome.isFailure());
+    EXPECT_EQ(outcome.error()->cast<StoreError>()->kind(), StoreError::Kind::InvalidValue);
+    EXPECT_TRUE(context->hasChanges());
+}
+
+TEST(NSManagedObjectContextTryCommit, SucceedsWhenAllIsSaved)
+{
+    const auto context = makeContext();
+
+    EXPECT_TRUE(tryCommit(context, {}, [](const Context& own) { insertNote(own); }).isSuccess());
+    EXPECT_EQ(savedNotes(context), 1u);
 }
 
 TEST(NSManagedObjectContextCommit, TheCleanupMayUndoWhatFailed)
