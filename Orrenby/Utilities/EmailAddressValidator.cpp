@@ -1,5 +1,6 @@
 #include "Orrenby/Utilities/EmailAddressValidator.hpp"
 
+#include "Orrenby/Platform/Objects/Describe.hpp"
 #include "Orrenby/Utilities/EmailAddressPieces.hpp"
 #include <algorithm>
 #include <utility>
@@ -102,6 +103,11 @@ EmailAddressRefusal EmailAddress::DomainPrefixValidationRule::explain(std::strin
             + "\" may not stand in the domain before its last two labels."};
 }
 
+std::string EmailAddress::DomainPrefixValidationRule::description() const
+{
+    return "not in the domain: " + describe(invalidPrefixes);
+}
+
 bool EmailAddress::DomainSuffixValidationRule::evaluate(std::string_view emailAddress) const
 {
     const auto pieces = detail::nonEmptyPieces(emailAddress, '@');
@@ -125,6 +131,11 @@ EmailAddressRefusal EmailAddress::DomainSuffixValidationRule::explain(std::strin
     return {.position = domainPosition(emailAddress),
         .sentence = accepted.empty() ? "No domain is accepted."
                                      : "The domain does not end in " + accepted + "."};
+}
+
+std::string EmailAddress::DomainSuffixValidationRule::description() const
+{
+    return "domains: " + describe(validDomains);
 }
 
 } // namespace orrenby

@@ -5,7 +5,6 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Concepts.hpp"
-#include "Orrenby/Platform/Objects/Describe.hpp"
 #include "Orrenby/Utilities/EmailAddress.hpp"
 #include "Orrenby/Utilities/EmailAddressRefusal.hpp"
 #include <concepts>
@@ -192,7 +191,7 @@ public:
     EmailAddressRefusal explain(std::string_view emailAddress) const;
 
     /// `not in the domain: ["mail"]`
-    std::string description() const { return "not in the domain: " + describe(invalidPrefixes); }
+    std::string description() const;
     friend bool operator==(const DomainPrefixValidationRule&, const DomainPrefixValidationRule&) = default;
 
     std::vector<std::string> invalidPrefixes; ///< None of them may be there.
@@ -213,7 +212,7 @@ public:
     EmailAddressRefusal explain(std::string_view emailAddress) const;
 
     /// `domains: ["example.com"]`
-    std::string description() const { return "domains: " + describe(validDomains); }
+    std::string description() const;
     friend bool operator==(const DomainSuffixValidationRule&, const DomainSuffixValidationRule&) = default;
 
     std::vector<std::string> validDomains; ///< One of them has to fit.

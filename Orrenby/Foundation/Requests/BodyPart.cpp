@@ -6,6 +6,18 @@ BodyPartValue::BodyPartValue(std::string_view text) noexcept
     : m_bytes(std::as_bytes(std::span(text)))
 {}
 
+BodyPartValue::BodyPartValue(const std::string& text) noexcept
+    : BodyPartValue(std::string_view(text))
+{}
+
+BodyPartValue::BodyPartValue(const char* text) noexcept
+    : BodyPartValue(std::string_view(text))
+{}
+
+BodyPartValue::BodyPartValue(std::span<const std::byte> data) noexcept
+    : m_bytes(data)
+{}
+
 BodyPartValue::BodyPartValue(const Data& data) noexcept
     : m_bytes(data)
 {}

@@ -24,17 +24,11 @@ public:
 
     /// The bytes of a text, without a NUL at its end.
     BodyPartValue(std::string_view text) noexcept;
-    BodyPartValue(const std::string& text) noexcept
-        : BodyPartValue(std::string_view(text))
-    {}
-    BodyPartValue(const char* text) noexcept
-        : BodyPartValue(std::string_view(text))
-    {}
+    BodyPartValue(const std::string& text) noexcept;
+    BodyPartValue(const char* text) noexcept;
 
     /// Bytes as they are.
-    BodyPartValue(std::span<const std::byte> data) noexcept
-        : m_bytes(data)
-    {}
+    BodyPartValue(std::span<const std::byte> data) noexcept;
     BodyPartValue(const Data& data) noexcept;
 
     /// An empty optional is nothing; an empty text is not.

@@ -4,6 +4,8 @@
 #include "Orrenby/Foundation/Requests/HTTPMediaType.hpp"
 #include "Orrenby/Foundation/Requests/MultipartText.hpp"
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
 
@@ -23,6 +25,25 @@ void makeRoom(Data& body, std::size_t count)
     const auto needed = body.size() + count;
     if (body.capacity() < needed)
         body.reserve(std::max(needed, body.capacity() + body.capacity() / 2));
+}
+
+URLRequest requestWithUpload(URLRequest request, std::span<const std::byte> data, std::string_view mimetype,
+    std::optional<std::int64_t> pendingMediaCount, std::span<const std::string> photoIDs)
+{
+    if (request.httpBody())
+        return request;
+
+    const auto boundary = detail::newBoundary();
+    const auto frame = detail::uploadFrame(
+        boundary, mimetype, {.pendingMediaCount = pendingMediaCount, .photoIDs = photoIDs});
+    Data body;
+    body.reserve(frame.before.size() + data.size() + frame.after.size());
+    append(body, frame.before);
+    append(body, data);
+    append(body, frame.after);
+    request.setHTTPBody(std::move(body));
+    request.setHTTPHeader(HTTPHeaderField::contentType, HTTPMediaType::multipartFormData(boundary));
+    return request;
 }
 
 } // namespace
@@ -52,24 +73,22 @@ URLRequest detail::requestWithClosedBody(URLRequest request, std::string_view bo
     return request;
 }
 
-URLRequest detail::requestWithUpload(URLRequest request, std::span<const std::byte> data,
-    std::string_view mimetype, std::optional<std::int64_t> pendingMediaCount,
-    std::span<const std::string> photoIDs)
+URLRequest detail::Attach::operator()(
+    URLRequest request, std::span<const std::byte> data, std::string_view mimetype) const
 {
-    if (request.httpBody())
-        return request;
+    return requestWithUpload(std::move(request), data, mimetype, std::nullopt, {});
+}
 
-    const auto boundary = newBoundary();
-    const auto frame = uploadFrame(
-        boundary, mimetype, {.pendingMediaCount = pendingMediaCount, .photoIDs = photoIDs});
-    Data body;
-    body.reserve(frame.before.size() + data.size() + frame.after.size());
-    append(body, frame.before);
-    append(body, data);
-    append(body, frame.after);
-    request.setHTTPBody(std::move(body));
-    request.setHTTPHeader(HTTPHeaderField::contentType, HTTPMediaType::multipartFormData(boundary));
-    return request;
+URLRequest detail::Attach::operator()(
+    URLRequest request, const HTTPBodyFormDataPart& media, std::int64_t pendingMediaCount) const
+{
+    return requestWithUpload(std::move(request), media.data, media.mimetype, pendingMediaCount, {});
+}
+
+URLRequest detail::Attach::operator()(
+    URLRequest request, const HTTPBodyFormDataPart& media, const std::vector<std::string>& photoIDs) const
+{
+    return requestWithUpload(std::move(request), media.data, media.mimetype, std::nullopt, photoIDs);
 }
 
 } // namespace orrenby

@@ -10,7 +10,6 @@
 #include "Orrenby/Platform/Objects/Pipeable.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -23,9 +22,6 @@ namespace detail {
 
 ORRENBY_EXPORT URLRequest requestWithBodyPart(URLRequest request, const BodyPart& part);
 ORRENBY_EXPORT URLRequest requestWithClosedBody(URLRequest request, std::string_view boundary);
-ORRENBY_EXPORT URLRequest requestWithUpload(URLRequest request, std::span<const std::byte> data,
-    std::string_view mimetype, std::optional<std::int64_t> pendingMediaCount,
-    std::span<const std::string> photoIDs);
 
 struct AddBodyPart {
     URLRequest operator()(URLRequest request, const BodyPart& part) const
@@ -49,22 +45,14 @@ struct AddingBodyPart : Pipeable<AddBodyPart, URLRequest> {
     }
 };
 
-struct Attach {
+// Out of line: a header that makes views of the payloads costs its users more than all else here.
+struct ORRENBY_EXPORT Attach {
     URLRequest operator()(
-        URLRequest request, std::span<const std::byte> data, std::string_view mimetype) const
-    {
-        return requestWithUpload(std::move(request), data, mimetype, std::nullopt, {});
-    }
+        URLRequest request, std::span<const std::byte> data, std::string_view mimetype) const;
     URLRequest operator()(
-        URLRequest request, const HTTPBodyFormDataPart& media, std::int64_t pendingMediaCount) const
-    {
-        return requestWithUpload(std::move(request), media.data, media.mimetype, pendingMediaCount, {});
-    }
-    URLRequest operator()(
-        URLRequest request, const HTTPBodyFormDataPart& media, const std::vector<std::string>& photoIDs) const
-    {
-        return requestWithUpload(std::move(request), media.data, media.mimetype, std::nullopt, photoIDs);
-    }
+        URLRequest request, const HTTPBodyFormDataPart& media, std::int64_t pendingMediaCount) const;
+    URLRequest operator()(URLRequest request, const HTTPBodyFormDataPart& media,
+        const std::vector<std::string>& photoIDs) const;
 };
 
 } // namespace detail
