@@ -82,6 +82,9 @@ private:
 
 class UploadOperationTest : public ::testing::Test {
 protected:
+    /// What a test left unfinished would keep itself, and the store, for ever.
+    ~UploadOperationTest() override { queue.cancelAllOperations(); }
+
     /// Uploads in a queue of the main thread. `steps` is what was told, and when.
     orrenby::Ref<UploadOperation> upload(std::vector<Answer> answers, std::optional<Photo> photo = {})
     {
