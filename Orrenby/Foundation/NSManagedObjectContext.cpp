@@ -1,12 +1,20 @@
 #include "Orrenby/Foundation/NSManagedObjectContext.hpp"
 
 #include "Orrenby/Platform/Errors/AnyError.hpp"
+#include "Orrenby/Platform/Objects/FatalError.hpp"
 #include <exception>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
 
 namespace {
+
+NSManagedObjectContext& required(const Ref<NSManagedObjectContext>& context)
+{
+    if (context == nullptr)
+        fatalError("Empty reference in place of a context", "Foundation/NSManagedObjectContext");
+    return *context;
+}
 
 void runOptional(UniqueFunction<void(const Ref<NSManagedObjectContext>&)>& function,
     const Ref<NSManagedObjectContext>& context) noexcept
@@ -21,7 +29,7 @@ std::exception_ptr runCommit(const Ref<NSManagedObjectContext>& context, CommitO
 {
     const auto held = context; // what runs may empty the reference that was passed
     std::exception_ptr kept;
-    held->performAndWait([&] {
+    required(held).performAndWait([&] {
         runOptional(options.prepare, held);
         try {
             transaction(held);
@@ -41,7 +49,7 @@ namespace detail {
 
 bool isContextValid(const Ref<NSManagedObjectContext>& context)
 {
-    return context->userInfo().cast<bool>(managedObjectContextIsValidKey).value_or(false);
+    return required(context).userInfo().cast<bool>(managedObjectContextIsValidKey).value_or(false);
 }
 
 void saveContextChanges(const Ref<NSManagedObjectContext>& context)
@@ -64,7 +72,7 @@ Result<Void, StoreError> trySaveContextChanges(const Ref<NSManagedObjectContext>
 
 void setIsValid(const Ref<NSManagedObjectContext>& context, bool valid)
 {
-    context->userInfo().set(managedObjectContextIsValidKey, valid);
+    required(context).userInfo().set(managedObjectContextIsValidKey, valid);
 }
 
 void set(const Ref<NSManagedObjectContext>& context, const ContextValidity& validity)

@@ -26,7 +26,8 @@ ORRENBY_EXPORT Result<Void, StoreError> trySaveContextChanges(const Ref<NSManage
 } // namespace detail
 
 /// Whether the context was marked as valid: `context | isValid`. A fresh one was not, and what is no boolean
-/// counts as false, a number too.
+/// counts as false, a number too. An empty reference in place of a context is a programming error, here and
+/// in what follows, and ends the process.
 ///
 /// @snippet Tests/Foundation/NSManagedObjectContextTests.cpp Saving what is valid
 ///

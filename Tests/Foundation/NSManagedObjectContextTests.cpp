@@ -446,3 +446,16 @@ TEST(NSManagedObjectContextCommit, OfNothingSavesNothing)
     EXPECT_EQ(saves, 1);
     NotificationCenter::defaultCenter()->removeObserver(token);
 }
+
+TEST(NSManagedObjectContextDeathTest, EndsTheProcessWithoutAContext)
+{
+    const auto message
+        = "Fatal error: Empty reference in place of a context: file Foundation/NSManagedObjectContext";
+    const Context none;
+
+    EXPECT_DEATH(static_cast<void>(none | isValid), message);
+    EXPECT_DEATH(setIsValid(none, true), message);
+    EXPECT_DEATH(set(none, {.valid = true, .withParent = true}), message);
+    EXPECT_DEATH(none | saveChanges, message);
+    EXPECT_DEATH(commit(none, {}, [](const Context&) {}), message);
+}
