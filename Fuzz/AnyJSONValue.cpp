@@ -1,5 +1,5 @@
 // Loose JSON: any bytes give a value or a decoding error, an object exactly where the value is a dictionary;
-// what was decoded is encoded and decoded again equal.
+// what was decoded is encoded and decoded again equal, but for whole doubles, which come back as integers.
 
 #include "Orrenby/Utilities/JSON/AnyJSONValue.hpp"
 #include "FuzzedLogEvent.hpp"
@@ -7,6 +7,7 @@
 #include "Orrenby/Platform/Coding/JSONEncoder.hpp"
 #include "Orrenby/Standard/ResultDecoding.hpp"
 #include "Orrenby/Utilities/JSON/JSONObject.hpp"
+#include <cmath>
 #include <span>
 
 using namespace orrenby;
@@ -43,6 +44,27 @@ void requireKinds(const Any& value)
     }
 }
 
+/// The value as it comes back: text does not tell whole doubles from integers.
+Any comingBack(const Any& value)
+{
+    if (const auto* list = value.get<std::vector<Any>>()) {
+        std::vector<Any> result;
+        for (const Any& element : *list)
+            result.push_back(comingBack(element));
+        return result;
+    }
+    if (const auto* dictionary = value.get<Dictionary>()) {
+        Dictionary result;
+        for (const auto& [key, member] : *dictionary)
+            result.set(key, comingBack(member));
+        return result;
+    }
+    const auto* number = value.get<double>();
+    const bool isInteger = number != nullptr && *number >= -0x1p63 && *number < 0x1p63
+        && *number == std::trunc(*number);
+    return isInteger ? Any(static_cast<std::int64_t>(*number)) : value;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -56,7 +78,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (value) {
         requireKinds(value->value());
         const auto again = JSONEncoder().encode(*value);
-        requireThat(decoded<AnyJSONValue>(again) == value);
+        requireThat(decoded<AnyJSONValue>(again) == AnyJSONValue(comingBack(value->value())));
     }
     const auto outcomes = decoded<std::vector<Result<AnyJSONValue, DecodingError>>>(bytes);
     if (value && value->value().kind() == Any::Kind::List) {

@@ -2,21 +2,12 @@
 
 #include "Orrenby/Platform/Coding/JSONNumber.hpp"
 #include "Orrenby/Platform/Objects/Array.hpp"
-#include <cmath>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
 
 namespace {
 
 using Node = JSONDocument::Node;
-
-/// A number that was rounded to an integer is one: written again it would be read as one.
-Any roundedNumber(double number)
-{
-    constexpr double endOfIntegers = 0x1p63;
-    const bool isInteger = std::trunc(number) == number && number >= -endOfIntegers && number < endOfIntegers;
-    return isInteger ? Any(static_cast<std::int64_t>(number)) : Any(number);
-}
 
 /// Walks a document once. Recursive, which a document's limit of nesting allows.
 class AnyWalk {
@@ -70,7 +61,7 @@ private:
         if (const auto integer = jsonInteger(text))
             result = *integer;
         else if (const auto number = jsonDouble(text))
-            result = roundedNumber(*number);
+            result = *number;
         else {
             m_refused = node;
             return false;

@@ -23,12 +23,13 @@ class Encoder;
 /// | list | `Array` |
 /// | text | `std::string` |
 /// | true, false | `bool` |
-/// | a number that is an `Int`: `1`, `1.0`, `1e3`, `-0` | `std::int64_t` |
-/// | any other number | the nearest `double`; an integer again, if that is one |
+/// | a number that is exactly an `Int`: `1`, `1.0`, `1e3`, `-0` | `std::int64_t` |
+/// | any other number | the nearest `double`, which may be a whole one |
 ///
 /// Null is no such value, nor is anything that has a null in it: such a member is optional, or is read with
 /// `NSJSONSerialization`. Numbers are held strictly: an integer is no `double`, although JSON knows no
-/// difference.
+/// difference. For that reason a `double` that is an `Int` comes back as that when it was encoded; everything
+/// else that is in the table comes back as it was.
 ///
 /// It can be made of anything, and does not look at it until it is encoded.
 ///

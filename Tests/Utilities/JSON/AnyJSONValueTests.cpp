@@ -103,12 +103,27 @@ TEST(AnyJSONValue, DecodesAllOtherNumbersAsDouble)
     EXPECT_EQ(decoded("1e300"), Any(1e300));
 }
 
-TEST(AnyJSONValue, DecodesNumbersThatAreRoundedToIntegersAsSuch)
+TEST(AnyJSONValue, DecodesNumbersThatAreRoundedToWholeOnesAsDouble)
 {
-    EXPECT_EQ(decoded("0.99999999999999999999"), Any(1));
-    EXPECT_EQ(decoded("1e-400"), Any(0));
-    EXPECT_EQ(decoded("-1e-400"), Any(0));
+    EXPECT_EQ(decoded("0.99999999999999999999"), Any(1.0));
+    EXPECT_EQ(decoded("1e-400"), Any(0.0));
+    EXPECT_EQ(decoded("-1e-400"), Any(-0.0));
+    EXPECT_EQ(decoded("123456789012345678901e-3"), Any(123456789012345678.901));
     EXPECT_EQ(decoded("9223372036854775807.5"), Any(0x1p63));
+    EXPECT_EQ(decoded("[0.99999999999999999999]"), Any(Array{1.0}));
+    EXPECT_EQ(decoded(R"({"a": 0.99999999999999999999})"), Any(Dictionary{{"a", 1.0}}));
+}
+
+TEST(AnyJSONValue, AgreesWithTypedDecodingOnWhatIsAnInteger)
+{
+    const auto isInteger = [](std::string_view text) {
+        return JSONDecoder().tryDecode<std::int64_t>(text).isSuccess();
+    };
+
+    for (const auto* text : {"1", "1.0", "1e3", "-0", "12500e-2", "0.5", "0.99999999999999999999", "1e-400",
+             "123456789012345678901e-3", "9223372036854775807", "9223372036854775808",
+             "9223372036854775807.5", "1e300"})
+        EXPECT_EQ(decoded(text).kind() == Any::Kind::Int, isInteger(text)) << text;
 }
 
 TEST(AnyJSONValue, HoldsNumbersAndBooleansStrictly)
@@ -280,6 +295,15 @@ TEST(AnyJSONValue, ComesBackAsItWas)
         {"text", "水位"}, {"numbers", Array{0, -1, 0.1, 1e300}}, {"yes", true}, {"none", Array()}});
 
     EXPECT_EQ(JSONDecoder().decode<AnyJSONValue>(JSONEncoder().encode(value)), value);
+}
+
+TEST(AnyJSONValue, ComesBackAsAnIntegerWhereADoubleIsOne)
+{
+    EXPECT_EQ(decoded(encoded(1.0)), Any(1));
+    EXPECT_EQ(decoded(encoded(-0.0)), Any(0));
+    EXPECT_EQ(decoded(encoded(-0x1p63)), Any(std::numeric_limits<std::int64_t>::min()));
+    EXPECT_EQ(decoded(encoded(0x1p63)), Any(0x1p63));
+    EXPECT_EQ(decoded(encoded(Array{decoded("0.99999999999999999999")})), Any(Array{1}));
 }
 
 TEST(AnyJSONValue, EqualsAndHashesByWhatItHolds)
