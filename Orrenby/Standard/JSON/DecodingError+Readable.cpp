@@ -20,8 +20,13 @@ std::string readablePathOf(const DecodingError::Context& context)
 
 std::string readableDescriptionOf(const DecodingError& error)
 {
+    return readableDescriptionAs(error.kind(), error);
+}
+
+std::string readableDescriptionAs(DecodingError::Kind kind, const DecodingError& error)
+{
     const auto place = " " + readablePathOf(error.context()) + " - " + error.context().debugDescription;
-    switch (error.kind()) {
+    switch (kind) {
     case DecodingError::Kind::TypeMismatch:
         return "Type mismatch: " + error.typeName() + " -" + place;
     case DecodingError::Kind::ValueNotFound:

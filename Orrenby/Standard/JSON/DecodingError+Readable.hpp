@@ -13,6 +13,8 @@ namespace orrenby::inline ORRENBY_ABI {
 namespace detail {
 
 ORRENBY_EXPORT std::string readableDescriptionOf(const DecodingError& error);
+/// The words for an error of this kind, which is its own except where a test needs one that does not exist.
+ORRENBY_EXPORT std::string readableDescriptionAs(DecodingError::Kind kind, const DecodingError& error);
 ORRENBY_EXPORT std::string readablePathOf(const DecodingError::Context& context);
 
 } // namespace detail

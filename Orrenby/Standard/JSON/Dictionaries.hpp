@@ -34,7 +34,10 @@ template <class AnyDictionary> struct SeparatedEntries {
 /// @snippet Tests/Standard/JSON/DictionariesTests.cpp Working with dictionaries
 ORRENBY_EXPORT Dictionary operator+(Dictionary first, const Dictionary& second);
 
-/// The same for the maps of the standard library.
+/// The same for the maps of the standard library. Their own namespace has no such operator: where `orrenby`
+/// is not used as a whole, `using orrenby::operator+;` lets it be found.
+///
+/// @snippet Tests/Standard/JSON/DictionariesTests.cpp Joining standard maps
 template <template <class...> class Map, class... Parameter>
     requires detail::DictionaryKind<Map<Parameter...>> Map<Parameter...>
 operator+(Map<Parameter...> first, const Map<Parameter...>& second)

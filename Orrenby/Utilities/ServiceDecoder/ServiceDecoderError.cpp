@@ -28,8 +28,7 @@ std::unique_ptr<Error> ServiceDecoderError::clone() const
 
 NSError ServiceDecoderError::nsError() const
 {
-    return NSError(
-        typeName<ServiceDecoderError>(), 1, {{std::string(NSLocalizedDescriptionKey), description()}});
+    return NSError(typeName<ServiceDecoderError>(), static_cast<std::int64_t>(kind()));
 }
 
 } // namespace orrenby

@@ -15,6 +15,9 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// A service that could not be registered: `ServiceDecoder::Error`.
 ///
+/// As a platform error object it has the domain `ServiceDecoder.Error`, the number of the kind as its code,
+/// which is 0, and no user information.
+///
 /// A plain value. Not synchronised.
 class ORRENBY_EXPORT ServiceDecoderError final : public Error {
 public:

@@ -57,6 +57,14 @@ TEST(ReadableDescription, NamesNothingWhereDataIsCorrupted)
         "Data corrupted: Coding Path: a > b - it is odd");
 }
 
+TEST(ReadableDescription, SaysNothingElseOfAKindThatItDoesNotKnow)
+{
+    constexpr auto unknown = static_cast<DecodingError::Kind>(255);
+
+    EXPECT_EQ(detail::readableDescriptionAs(unknown, DecodingError::dataCorrupted(context)),
+        "Unknown decoding error");
+}
+
 TEST(ReadableDescription, SaysThatThePathIsEmptyAtTheRoot)
 {
     EXPECT_EQ(readableDescription(DecodingError::dataCorrupted({.debugDescription = "it is odd"})),

@@ -25,6 +25,32 @@ using Names = std::unordered_map<int, std::string>;
 
 Data bytes(std::string_view text) { return dataFromText(text); }
 
+/// Code with an operator of its own, which hides those of the namespaces around it.
+namespace app {
+
+struct Money {
+    int cents = 0;
+};
+[[maybe_unused]] Money operator+(Money first, Money second) { return {first.cents + second.cents}; }
+
+template <class Map>
+concept Joins = requires(const Map& map)
+{
+    map + map;
+};
+static_assert(!Joins<Numbers>);
+
+//! [Joining standard maps]
+std::map<std::string, int> both(
+    const std::map<std::string, int>& first, const std::map<std::string, int>& second)
+{
+    using orrenby::operator+;
+    return first + second;
+}
+//! [Joining standard maps]
+
+} // namespace app
+
 } // namespace
 
 TEST(Dictionaries, JoinCompareAndSeparate)
@@ -77,6 +103,11 @@ TEST(Dictionaries, JoinAsStandardMapsToo)
 {
     EXPECT_EQ((Numbers{{"a", 1}, {"b", 2}} + Numbers{{"b", 3}}), (Numbers{{"a", 1}, {"b", 3}}));
     EXPECT_EQ((Names{{1, "a"}} + Names{{1, "b"}, {2, "c"}}), (Names{{1, "b"}, {2, "c"}}));
+}
+
+TEST(Dictionaries, JoinAsStandardMapsWhereTheOperatorIsNamed)
+{
+    EXPECT_EQ(app::both({{"a", 1}}, {{"b", 2}}), (Numbers{{"a", 1}, {"b", 2}}));
 }
 
 TEST(Dictionaries, ShareTheKeysThatBothHave)

@@ -14,11 +14,17 @@ TEST(ServiceDecoderError, NamesTheKey)
 
     EXPECT_EQ(error.description(), "duplicateKey(user)");
     EXPECT_EQ(error.debugDescription(), "ServiceDecoder.Error(duplicateKey(user))");
-    EXPECT_EQ(error.nsError(),
-        NSError("ServiceDecoder.Error", 1, {{std::string(NSLocalizedDescriptionKey), "duplicateKey(user)"}}));
-    EXPECT_EQ(error.customNSError(), std::nullopt);
     EXPECT_EQ(error.clone()->description(), error.description());
     EXPECT_NE(error, ServiceDecoder::Error::duplicateKey("settings"));
+}
+
+TEST(ServiceDecoderError, BridgesToItsTypeAndTheNumberOfItsKind)
+{
+    const auto error = ServiceDecoder::Error::duplicateKey("user");
+
+    EXPECT_EQ(error.nsError(), NSError("ServiceDecoder.Error", 0));
+    EXPECT_TRUE(error.nsError().userInfo().empty());
+    EXPECT_EQ(error.customNSError(), std::nullopt);
 }
 
 TEST(ServiceDecoderError, IsCaughtAsAnException)
