@@ -22,16 +22,14 @@ public:
     /// A place spelled out, for entries that carry a fixed source position instead of the caller's. The texts
     /// are kept by pointer.
     constexpr CallSite(const char* file, int line, const char* function) noexcept
-        : m_file(file)
-        , m_line(line)
-        , m_function(function)
+        : CallSite(file, line, function, true)
     {}
 
     /// The place of the caller, when it stands as a default argument.
     static constexpr CallSite current(const char* file = __builtin_FILE(), int line = __builtin_LINE(),
         const char* function = __builtin_FUNCTION()) noexcept
     {
-        return {file, line, function};
+        return {file, line, function, false};
     }
 
     /// The path as it was given to the compiler.
@@ -40,16 +38,28 @@ public:
     /// Counted from 1.
     constexpr int line() const noexcept { return m_line; }
 
-    /// The plain name, without parameters, template arguments or enclosing scopes.
+    /// The plain name, without parameters, template arguments or enclosing scopes; of a place that is spelled
+    /// out the name as it was given.
     constexpr std::string_view function() const noexcept
     {
         const auto name = std::string_view(m_function);
-        return name.starts_with("operator") ? name : name.substr(0, name.find('<'));
+        return m_isSpelledOut || name.starts_with("operator") ? name : name.substr(0, name.find('<'));
     }
 
+    /// Whether the texts are a caller's own, not the compiler's.
+    constexpr bool isSpelledOut() const noexcept { return m_isSpelledOut; }
+
 private:
+    constexpr CallSite(const char* file, int line, const char* function, bool isSpelledOut) noexcept
+        : m_file(file)
+        , m_line(line)
+        , m_isSpelledOut(isSpelledOut)
+        , m_function(function)
+    {}
+
     const char* m_file;
     int m_line;
+    bool m_isSpelledOut; // takes no room: it stands in the gap behind the line
     const char* m_function;
 };
 

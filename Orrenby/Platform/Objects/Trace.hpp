@@ -21,7 +21,7 @@ public:
     static constexpr TraceSite current(const char* file = __builtin_FILE(), int line = __builtin_LINE(),
         const char* function = __builtin_FUNCTION()) noexcept
     {
-        return CallSite(file, line, function);
+        return CallSite::current(file, line, function);
     }
 };
 #else

@@ -83,7 +83,9 @@ struct ORRENBY_EXPORT LogDelivery {
     static void deliver(
         Log::Level level, const LogOperations& operations, const void* arguments, const CallSite& site)
     {
-        const auto state = LogState{site.line(), static_cast<std::uint8_t>(level.rawValue())};
+        const auto state = LogState{.line = site.line(),
+            .level = static_cast<std::uint8_t>(level.rawValue()),
+            .isSpelledOut = site.isSpelledOut()};
         const char* function = site.function().data();
         if (level == Log::Level::critical)
             deliverCritical(state, operations, arguments, site.file(), function);

@@ -36,7 +36,8 @@ void DeferredEvent::makeFrom(detail::LoggedValue& read) const
     m_operations->readItem(m_arguments, read);
     auto properties = m_operations->makeProperties != nullptr ? m_operations->makeProperties(m_arguments)
                                                               : Dictionary{};
-    const auto site = CallSite(m_file, m_state.line, m_function);
+    const auto site = m_state.isSpelledOut ? CallSite(m_file, m_state.line, m_function)
+                                           : CallSite::current(m_file, m_state.line, m_function);
     ::new (static_cast<void*>(&m_event))
         Event(detail::makeLogEvent(Queue::current(), level(), std::move(read.message), std::move(properties),
             detail::logFilename(site.file()), site.line(), std::string(site.function())));

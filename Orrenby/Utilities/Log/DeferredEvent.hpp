@@ -28,6 +28,7 @@ struct LogState {
     std::int32_t line;
     std::uint8_t level;
     bool hasEvent = false;
+    bool isSpelledOut = false; ///< The place in the source is.
 };
 
 struct LogDelivery;

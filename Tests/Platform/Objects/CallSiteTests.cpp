@@ -23,6 +23,7 @@ struct Scope {
 static_assert(
     !std::is_default_constructible_v<CallSite>, "an empty list of properties must not read as a place");
 static_assert(!std::is_aggregate_v<CallSite>);
+static_assert(sizeof(CallSite) == 3 * sizeof(void*), "every call that logs passes one");
 
 TEST(CallSite, IsThePlaceOfTheCall)
 {
@@ -49,4 +50,19 @@ TEST(CallSite, CanBeSpelledOut)
     EXPECT_STREQ(site.file(), "Utilities/Discover");
     EXPECT_EQ(site.line(), 145);
     EXPECT_EQ(site.function(), "start");
+}
+
+TEST(CallSite, LeavesASpelledOutNameAsItIs)
+{
+    EXPECT_EQ(CallSite("Feed", 1, "load<T>(from:)").function(), "load<T>(from:)");
+    EXPECT_EQ(CallSite("Feed", 1, "load<T>").function(), "load<T>");
+    EXPECT_EQ(CallSite("Feed", 1, "<(_:_:)").function(), "<(_:_:)");
+    EXPECT_EQ(CallSite("Feed", 1, "").function(), "");
+}
+
+TEST(CallSite, KnowsWhetherItIsSpelledOut)
+{
+    EXPECT_TRUE(CallSite("Feed", 1, "load").isSpelledOut());
+    EXPECT_FALSE(whereFrom().isSpelledOut());
+    EXPECT_FALSE(templateFunction(1).isSpelledOut());
 }

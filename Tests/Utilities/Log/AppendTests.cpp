@@ -19,6 +19,8 @@ public:
     std::string message() const override { return "paused"; }
 };
 
+template <class T> void logFromATemplate(T item) { Log::info(item); }
+
 } // namespace
 
 using LogAppend = LogFixture;
@@ -38,6 +40,27 @@ TEST_F(LogAppend, MakesAnEntryWithASiteSpelledOut)
     EXPECT_EQ(capture.entries()[0].level, Log::Level::warning);
     EXPECT_EQ(capture.entries()[0].event,
         Log::Event("W", "Feed", 120, "load(from:)", "[MAIN]", "request failed", {{"attempt", 2}}));
+}
+
+TEST_F(LogAppend, LeavesASpelledOutNameAsItIs)
+{
+    Log::onCriticalError(capture);
+
+    Log::_append(always, Log::Level::critical, "text", Dictionary{}, CallSite("Feed", 120, "load<T>(from:)"));
+    Log::_append(always, Log::Level::critical, "text", Dictionary{}, CallSite("Feed", 121, "<(_:_:)"));
+
+    ASSERT_EQ(capture.count(), 2U);
+    EXPECT_EQ(capture.entries()[0].event.function(), "load<T>(from:)");
+    EXPECT_EQ(capture.entries()[1].event.function(), "<(_:_:)");
+    EXPECT_EQ(capture.criticalErrors()[0].error.code(), 0);
+}
+
+TEST_F(LogAppend, GivesThePlainNameOfTheFunctionThatLogs)
+{
+    logFromATemplate(1);
+
+    ASSERT_EQ(capture.count(), 1U);
+    EXPECT_EQ(capture.entries()[0].event.function(), "logFromATemplate");
 }
 
 TEST_F(LogAppend, TestsTheLevelThenTheConditionAndEvaluatesTheRestOnDemand)
@@ -239,6 +262,17 @@ TEST_F(LogAppend, PassesOnWhatTheCriticalHandlerThrowsBeforeTheEventHandlerIsCal
 
     EXPECT_EQ(evaluations, 1);
     EXPECT_EQ(capture.count(), 0U);
+}
+
+TEST_F(LogAppend, StillDeliversAfterACriticalHandlerThrew)
+{
+    Log::onCriticalError([](const Log::Event&, const NSError&) { throw std::runtime_error("handler"); });
+    EXPECT_THROW(Log::critical("first"), std::runtime_error);
+    Log::onCriticalError(nullptr);
+
+    Log::critical("second");
+
+    EXPECT_THAT(capture.messages(), ElementsAre("second"));
 }
 
 TEST_F(LogAppend, NamesTheQueueOfTheCallingThread)
