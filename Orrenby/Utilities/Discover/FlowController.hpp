@@ -59,10 +59,10 @@ public:
     void detach(Predicate&& predicate, TraceSite site = TraceSite::current())
     {
         const auto snapshot = m_flows;
-        for (auto flow = snapshot.rbegin(); flow != snapshot.rend(); ++flow)
-            if (const auto match = std::dynamic_pointer_cast<T>(*flow);
+        for (auto place = snapshot.size(); place-- != 0;)
+            if (const auto match = std::dynamic_pointer_cast<T>(snapshot[place]);
                 match && detail::callOn(match, predicate))
-                detach(*flow, site);
+                detach(snapshot[place], site);
     }
 
     /// The first flow that is a `T`, or an empty reference.

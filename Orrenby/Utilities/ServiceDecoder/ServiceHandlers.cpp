@@ -21,6 +21,13 @@ void ServiceHandler::handle(const ServiceMembers& members) const
 
 void ServiceHandlers::add(Handler handler) { m_handlers.push_back(std::move(handler)); }
 
+const ServiceHandlers::Handler* ServiceHandlers::begin() const noexcept { return m_handlers.data(); }
+
+const ServiceHandlers::Handler* ServiceHandlers::end() const noexcept
+{
+    return m_handlers.data() + m_handlers.size();
+}
+
 bool ServiceHandlers::contains(const ServiceKey& key) const noexcept
 {
     return std::any_of(begin(), end(), [&](const Handler& handler) { return handler->key() == key; });

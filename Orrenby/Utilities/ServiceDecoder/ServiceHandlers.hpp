@@ -75,8 +75,8 @@ public:
     bool contains(const ServiceKey& key) const noexcept;
     void add(Handler handler);
 
-    auto begin() const noexcept { return m_handlers.begin(); }
-    auto end() const noexcept { return m_handlers.end(); }
+    const Handler* begin() const noexcept;
+    const Handler* end() const noexcept;
 
 private:
     std::vector<Handler> m_handlers;
