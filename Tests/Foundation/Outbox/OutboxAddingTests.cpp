@@ -224,13 +224,13 @@ TEST(OutboxAdding, RefusesAFileThatIsNotThere)
     const TemporaryFolder folder;
     Outbox outbox(outboxContext());
 
-    const auto outcome = outbox.tryAdd(requestNamed("a"), {.file = HTTPBodyFile{.path = folder.path("a")}});
+    const auto outcome = outbox.tryAdd(requestNamed("a"), {.file = HTTPBodyFile{.path = folder.file("a")}});
 
     EXPECT_THROW(outcome.unwrap(), BodyStreamError);
     EXPECT_THROW(
-        outbox.add(requestNamed("a"), {.file = HTTPBodyFile{.path = folder.path("a")}}), BodyStreamError);
+        outbox.add(requestNamed("a"), {.file = HTTPBodyFile{.path = folder.file("a")}}), BodyStreamError);
     EXPECT_THROW(
-        outbox.add(requestNamed("a"), {.parts = {{.key = "a", .path = folder.path("")}}}), BodyStreamError);
+        outbox.add(requestNamed("a"), {.parts = {{.key = "a", .path = folder.file("")}}}), BodyStreamError);
     EXPECT_FALSE(outbox.context()->hasChanges());
 }
 

@@ -1,7 +1,7 @@
 #include "Orrenby/Foundation/Outbox/Outbox.hpp"
 
 #include "Tests/Foundation/Outbox/OutboxParts.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
 #include <gmock/gmock.h>
 
 using namespace orrenby;

@@ -3,7 +3,7 @@
 #include "Orrenby/Foundation/URLRequest+Builder.hpp"
 #include "Tests/Foundation/Outbox/OutboxParts.hpp"
 #include "Tests/Foundation/Requests/RequestParts.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
 #include "Tests/Support/TemporaryFolder.hpp"
 #include <chrono>
 #include <filesystem>
@@ -22,10 +22,10 @@ class Kept {
 public:
     explicit Kept(const URLRequest& request, const OutboxOptions& options = {})
     {
-        Outbox before(outboxContext(m_folder.file()));
+        Outbox before(outboxContext(m_folder.file("store")));
         before.add(request, options);
         before.context()->save();
-        before = Outbox(outboxContext(m_folder.file()));
+        before = Outbox(outboxContext(m_folder.file("store")));
         entry = before.entries().at(0);
         context = before.context();
     }
@@ -34,7 +34,7 @@ public:
     Ref<NSManagedObjectContext> context;
 
 private:
-    StoreFolder m_folder;
+    TemporaryFolder m_folder;
 };
 
 BodyStreamError::Kind bodyFailure(const OutboxEntry& entry)
@@ -175,7 +175,7 @@ TEST(OutboxEntry, FindsAFileFromAnotherWorkingDirectory)
     const TemporaryFolder folder;
     folder.file("a", "content");
     const auto before = std::filesystem::current_path();
-    std::filesystem::current_path(folder.path(""));
+    std::filesystem::current_path(folder.file(""));
     const Kept kept(requestNamed("a"), {.file = HTTPBodyFile{.path = "a"}});
     std::filesystem::current_path(before);
 

@@ -2,7 +2,8 @@
 
 #include "Orrenby/Platform/Store/Connection.hpp"
 #include "Tests/Foundation/Outbox/OutboxParts.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
+#include "Tests/Support/TemporaryFolder.hpp"
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
@@ -169,7 +170,7 @@ int exitCodeOf(pid_t process)
 TEST(OutboxFault, HoldsExactlyWhatWasAcknowledgedWhenTheProcessIsKilledAtAnyPoint)
 {
     constexpr unsigned seed = 8086;
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     std::mt19937 random(seed);
     Counts expected;
     std::int32_t number = 0;
@@ -178,7 +179,7 @@ TEST(OutboxFault, HoldsExactlyWhatWasAcknowledgedWhenTheProcessIsKilledAtAnyPoin
         Words words;
         const auto process = fork();
         if (process == 0)
-            useForever(folder.file(), words, number, seed + static_cast<unsigned>(round));
+            useForever(folder.file("store"), words, number, seed + static_cast<unsigned>(round));
         std::optional<Word> open;
         const auto take = [&](const Word& word) {
             if (word.isDone) {
@@ -203,12 +204,12 @@ TEST(OutboxFault, HoldsExactlyWhatWasAcknowledgedWhenTheProcessIsKilledAtAnyPoin
             take(*word);
 
         {
-            detail::Connection connection({.path = folder.file()});
+            detail::Connection connection({.path = folder.file("store")});
             auto check = connection.prepare("PRAGMA integrity_check");
             ASSERT_TRUE(check.step());
             ASSERT_EQ(check.text(0), "ok") << "round " << round;
         }
-        Outbox outbox(outboxContext(folder.file()));
+        Outbox outbox(outboxContext(folder.file("store")));
         const auto stored = storedCounts(outbox);
         // What was under way may have been kept without having had the time to say so.
         auto further = expected;
@@ -239,9 +240,9 @@ TEST(OutboxFault, HoldsExactlyWhatWasAcknowledgedWhenTheProcessIsKilledAtAnyPoin
 TEST(OutboxFault, IsSentByOneOfSeveralProcessesEach)
 {
     constexpr std::int32_t count = 120;
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     {
-        Outbox outbox(outboxContext(folder.file()));
+        Outbox outbox(outboxContext(folder.file("store")));
         for (std::int32_t number = 0; number < count; ++number)
             outbox.add(requestNamed(std::to_string(number)));
         outbox.context()->save();
@@ -250,7 +251,7 @@ TEST(OutboxFault, IsSentByOneOfSeveralProcessesEach)
     Words words;
     std::vector<pid_t> processes;
     for (int sender = 0; sender < 3; ++sender)
-        processes.push_back(inAnotherProcess([&] { return sendAll(folder.file(), words); }));
+        processes.push_back(inAnotherProcess([&] { return sendAll(folder.file("store"), words); }));
     auto sent = heardNumbers(words);
     std::vector<int> exitCodes;
     for (const auto process : processes)
@@ -261,16 +262,16 @@ TEST(OutboxFault, IsSentByOneOfSeveralProcessesEach)
     ASSERT_THAT(sent, SizeIs(count));
     for (std::int32_t number = 0; number < count; ++number)
         EXPECT_EQ(sent[static_cast<std::size_t>(number)], number);
-    EXPECT_EQ(Outbox(outboxContext(folder.file())).counts(), OutboxCounts());
+    EXPECT_EQ(Outbox(outboxContext(folder.file("store"))).counts(), OutboxCounts());
 }
 
 TEST(OutboxFault, KeepsOneRequestOfAKeyThatSeveralProcessesPutIn)
 {
     constexpr int count = 20;
-    const StoreFolder folder;
-    outboxContext(folder.file()); // the file is there before they meet
+    const TemporaryFolder folder;
+    outboxContext(folder.file("store")); // the file is there before they meet
     const auto addAll = [&] {
-        Outbox outbox(outboxContext(folder.file()));
+        Outbox outbox(outboxContext(folder.file("store")));
         for (int number = 0; number < count; ++number) {
             outbox.add(requestNamed(std::to_string(number)), {.key = std::to_string(number)});
             outbox.context()->save();
@@ -283,7 +284,7 @@ TEST(OutboxFault, KeepsOneRequestOfAKeyThatSeveralProcessesPutIn)
     EXPECT_EQ(exitCodeOf(first), 0);
     EXPECT_EQ(exitCodeOf(second), 0);
 
-    Outbox outbox(outboxContext(folder.file()));
+    Outbox outbox(outboxContext(folder.file("store")));
     std::vector<std::int32_t> sent;
     while (const auto entry = outbox.take(now)) {
         sent.push_back(numberOf(entry));
@@ -297,15 +298,15 @@ TEST(OutboxFault, KeepsOneRequestOfAKeyThatSeveralProcessesPutIn)
 
 TEST(OutboxFault, LosesNothingWhileSomebodyElseKeepsWriting)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     Outbox outbox(make<NSManagedObjectContext>(
-        PersistentStore::open(outboxModel(), {.path = folder.file(), .busyTimeout = 0})));
+        PersistentStore::open(outboxModel(), {.path = folder.file("store"), .busyTimeout = 0})));
     addSaved(outbox, {"a", "b"});
     const auto sending = outbox.take(now);
     const auto waiting = outbox.next(now);
 
     {
-        detail::Connection connection({.path = folder.file()});
+        detail::Connection connection({.path = folder.file("store")});
         detail::Transaction transaction(connection);
         connection.execute("DELETE FROM \"Note\"");
         EXPECT_EQ(failureOf([&] { EXPECT_FALSE(outbox.begin(waiting, now)); }), StoreError::Kind::Busy);
@@ -322,8 +323,8 @@ TEST(OutboxFault, LosesNothingWhileSomebodyElseKeepsWriting)
 
 TEST(OutboxFault, LosesNothingOnAFullDisk)
 {
-    const StoreFolder folder;
-    const auto settings = StoreSettings{.path = folder.file(), .maximumPageCount = 20};
+    const TemporaryFolder folder;
+    const auto settings = StoreSettings{.path = folder.file("store"), .maximumPageCount = 20};
     Outbox outbox(make<NSManagedObjectContext>(PersistentStore::open(outboxModel(), settings)));
     addSaved(outbox, {"a"});
     const auto entry = outbox.take(now);
@@ -339,12 +340,12 @@ TEST(OutboxFault, LosesNothingOnAFullDisk)
 
 TEST(OutboxFault, LosesNothingInAFileThatIsOnlyRead)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     {
-        Outbox outbox(outboxContext(folder.file()));
+        Outbox outbox(outboxContext(folder.file("store")));
         addSaved(outbox, {"a"});
     }
-    const auto settings = StoreSettings{.path = folder.file(), .isReadOnly = true};
+    const auto settings = StoreSettings{.path = folder.file("store"), .isReadOnly = true};
     Outbox outbox(make<NSManagedObjectContext>(PersistentStore::open(outboxModel(), settings)));
     const auto entry = outbox.next(now);
 

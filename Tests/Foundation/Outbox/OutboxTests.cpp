@@ -3,7 +3,8 @@
 #include "Orrenby/Foundation/URLRequest+Builder.hpp"
 #include "Orrenby/Platform/Objects/Describe.hpp"
 #include "Tests/Foundation/Outbox/OutboxParts.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
+#include "Tests/Support/TemporaryFolder.hpp"
 #include <gmock/gmock.h>
 #include <limits>
 #include <unordered_set>
@@ -346,13 +347,13 @@ TEST(Outbox, ListsItsEntriesByState)
 
 TEST(Outbox, GoesOnAfterTheStoreWasOpenedAgain)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     {
-        Outbox outbox(outboxContext(folder.file()));
+        Outbox outbox(outboxContext(folder.file("store")));
         addSaved(outbox, {"a", "b"});
         ASSERT_EQ(nameOf(outbox.take(now)), "a"); // and the process ends
     }
-    const auto context = outboxContext(folder.file());
+    const auto context = outboxContext(folder.file("store"));
     //! [Going on after the process was killed]
     Outbox outbox(context);
     EXPECT_EQ(outbox.recover(), 1u);

@@ -1,24 +1,18 @@
 #include "Tests/Foundation/Requests/GoldenBodies.hpp"
 
+#include "Tests/Support/TemporaryFolder.hpp"
 #include <filesystem>
-#include <fstream>
 #include <gmock/gmock.h>
-#include <iterator>
 #include <set>
 
 using namespace orrenby;
 using orrenby::tests::bodyText;
+using orrenby::tests::contentOf;
 using orrenby::tests::goldenBodies;
 
 namespace {
 
 const std::filesystem::path folder = ORRENBY_GOLDEN_BODIES;
-
-std::string contentOf(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 TEST(GoldenBody, IsWhatEachFormWrites)
 {

@@ -211,7 +211,7 @@ TEST(StreamedUpload, AddsNothingWithoutAValue)
 TEST(StreamedUpload, LeavesTheBodyAsItWasWithoutItsFile)
 {
     const TemporaryFolder folder;
-    const auto missing = folder.path("missing");
+    const auto missing = folder.file("missing");
     BodyStream body;
     body.append("a");
 
@@ -223,7 +223,7 @@ TEST(StreamedUpload, LeavesTheBodyAsItWasWithoutItsFile)
 TEST(StreamedUpload, SaysThatItsFileIsMissing)
 {
     const TemporaryFolder folder;
-    const auto file = HTTPBodyFile{.path = folder.path("missing"), .mimetype = "image/jpeg"};
+    const auto file = HTTPBodyFile{.path = folder.file("missing"), .mimetype = "image/jpeg"};
 
     const auto outcome = tryMakeStreamedUpload(file);
 

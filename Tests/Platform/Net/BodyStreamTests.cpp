@@ -269,7 +269,7 @@ TEST(BodyStream, RefusesAFileThatIsMissing)
     const TemporaryFolder folder;
     BodyStream body;
     body.append("a");
-    const auto path = folder.path("missing");
+    const auto path = folder.file("missing");
 
     const auto error = body.tryAppendFile(path).error();
 
@@ -283,12 +283,12 @@ TEST(BodyStream, RefusesAFolderAndAPipe)
 {
     const TemporaryFolder folder;
     BodyStream body;
-    ASSERT_EQ(::mkfifo(folder.path("pipe").c_str(), 0600), 0);
+    ASSERT_EQ(::mkfifo(folder.file("pipe").c_str(), 0600), 0);
 
     EXPECT_EQ(
-        body.tryAppendFile(folder.path("")).error(), BodyStreamError(Kind::NoRegularFile, folder.path("")));
-    EXPECT_EQ(body.tryAppendFile(folder.path("pipe")).error(),
-        BodyStreamError(Kind::NoRegularFile, folder.path("pipe")));
+        body.tryAppendFile(folder.file("")).error(), BodyStreamError(Kind::NoRegularFile, folder.file("")));
+    EXPECT_EQ(body.tryAppendFile(folder.file("pipe")).error(),
+        BodyStreamError(Kind::NoRegularFile, folder.file("pipe")));
     EXPECT_EQ(body.length(), 0U);
 }
 
@@ -407,10 +407,10 @@ TEST(BodyStream, GoesOnOnceAFileIsBack)
     BodyStream body;
     body.append("[");
     body.appendFile(path);
-    std::filesystem::rename(path, folder.path("b"));
+    std::filesystem::rename(path, folder.file("b"));
     ASSERT_EQ(errorOf(body).kind(), Kind::CannotOpen);
 
-    std::filesystem::rename(folder.path("b"), path);
+    std::filesystem::rename(folder.file("b"), path);
 
     EXPECT_EQ(rest(body), "[abc");
 }

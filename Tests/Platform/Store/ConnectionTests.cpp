@@ -1,7 +1,8 @@
 #include "Orrenby/Platform/Store/Connection.hpp"
 
 #include "Orrenby/Platform/Net/UUID.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
+#include "Tests/Support/TemporaryFolder.hpp"
 #include <gmock/gmock.h>
 
 using namespace orrenby;
@@ -31,8 +32,8 @@ TEST(Connection, InMemoryNeedsNoPathAndIsSeenByNobodyElse)
 
 TEST(Connection, OpensFilesWithALogForeignKeysAndFullSynchronisation)
 {
-    const StoreFolder folder;
-    Connection connection({.path = folder.file()});
+    const TemporaryFolder folder;
+    Connection connection({.path = folder.file("store")});
 
     auto mode = connection.prepare("PRAGMA journal_mode");
     ASSERT_TRUE(mode.step());
@@ -43,19 +44,19 @@ TEST(Connection, OpensFilesWithALogForeignKeysAndFullSynchronisation)
 
 TEST(Connection, SynchronisesAsItsCallerWishes)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
 
-    EXPECT_EQ(Connection({.path = folder.file(), .synchronous = StoreSynchronous::Normal})
+    EXPECT_EQ(Connection({.path = folder.file("store"), .synchronous = StoreSynchronous::Normal})
                   .integer("PRAGMA synchronous"),
         1);
-    EXPECT_EQ(Connection({.path = folder.file(), .synchronous = StoreSynchronous::Off})
+    EXPECT_EQ(Connection({.path = folder.file("store"), .synchronous = StoreSynchronous::Off})
                   .integer("PRAGMA synchronous"),
         0);
 }
 
 TEST(Connection, APathIsAPathAlsoWhenItLooksLikeSomethingElse)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     {
         Connection connection({.path = folder.file("file:x?mode=memory")});
         connection.execute(makeNumbers);
@@ -66,7 +67,7 @@ TEST(Connection, APathIsAPathAlsoWhenItLooksLikeSomethingElse)
 
 TEST(Connection, AFolderOrAMissingFolderCannotBeOpened)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
 
     EXPECT_THAT(failureOf([&] { Connection({.path = folder.file("")}); }), Optional(Kind::CannotOpen));
     EXPECT_THAT(failureOf([&] { Connection({.path = folder.file("a/b/c")}); }), Optional(Kind::CannotOpen));
@@ -79,12 +80,12 @@ TEST(Connection, APathWithANullCharacterCannotBeOpened)
 
 TEST(Connection, ReadingOnlyNeedsAFileAndRefusesToWrite)
 {
-    const StoreFolder folder;
-    EXPECT_THAT(failureOf([&] { Connection({.path = folder.file(), .isReadOnly = true}); }),
+    const TemporaryFolder folder;
+    EXPECT_THAT(failureOf([&] { Connection({.path = folder.file("store"), .isReadOnly = true}); }),
         Optional(Kind::CannotOpen));
-    Connection(StoreSettings{.path = folder.file()}).execute(makeNumbers);
+    Connection(StoreSettings{.path = folder.file("store")}).execute(makeNumbers);
 
-    Connection connection({.path = folder.file(), .isReadOnly = true});
+    Connection connection({.path = folder.file("store"), .isReadOnly = true});
 
     EXPECT_EQ(count(connection), 0);
     EXPECT_THAT(
@@ -93,20 +94,20 @@ TEST(Connection, ReadingOnlyNeedsAFileAndRefusesToWrite)
 
 TEST(Connection, AFileThatIsNoStoreIsCorrupt)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     for (const std::size_t length : {1U, 2U, 15U, 16U, 99U, 100U, 511U, 512U, 8192U}) {
         const std::string content(length, 'x');
-        writeFile(folder.file(), content);
+        folder.file("store", content);
 
-        EXPECT_THAT(failureOf([&] { Connection({.path = folder.file()}); }), Optional(Kind::Corrupt));
-        EXPECT_EQ(contentOf(folder.file()), content) << length;
+        EXPECT_THAT(failureOf([&] { Connection({.path = folder.file("store")}); }), Optional(Kind::Corrupt));
+        EXPECT_EQ(contentOf(folder.file("store")), content) << length;
     }
 }
 
 TEST(Connection, AFullDiskIsSaidAndKeepsTheStateBefore)
 {
-    const StoreFolder folder;
-    Connection connection({.path = folder.file(), .maximumPageCount = 4});
+    const TemporaryFolder folder;
+    Connection connection({.path = folder.file("store"), .maximumPageCount = 4});
     connection.execute("CREATE TABLE texts (text TEXT); INSERT INTO texts VALUES ('kept')");
 
     EXPECT_THAT(failureOf([&] {
@@ -120,9 +121,9 @@ TEST(Connection, AFullDiskIsSaidAndKeepsTheStateBefore)
 
 TEST(Connection, ASecondWriterGivesUpAfterTheBusyTimeout)
 {
-    const StoreFolder folder;
-    Connection first({.path = folder.file()});
-    Connection second({.path = folder.file(), .busyTimeout = 0});
+    const TemporaryFolder folder;
+    Connection first({.path = folder.file("store")});
+    Connection second({.path = folder.file("store"), .busyTimeout = 0});
     first.execute(makeNumbers);
     Transaction transaction(first);
 

@@ -4,7 +4,8 @@
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
 #include "Orrenby/Platform/World/Clock.hpp"
 #include "Orrenby/Platform/World/World.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
+#include "Tests/Support/TemporaryFolder.hpp"
 #include <gmock/gmock.h>
 
 using namespace orrenby;
@@ -28,9 +29,9 @@ Ref<const NSManagedObjectModel> notes(std::int64_t version)
 MigrationStep stepFrom(std::int64_t version) { return {.from = notes(version), .to = notes(version + 1)}; }
 
 /// A file of the first version with one note.
-StoreSettings savedFile(const StoreFolder& folder)
+StoreSettings savedFile(const TemporaryFolder& folder)
 {
-    const StoreSettings settings{.path = folder.file()};
+    const StoreSettings settings{.path = folder.file("store")};
     const auto context = make<NSManagedObjectContext>(PersistentStore::open(notes(1), settings));
     context->insert("Note")->setValue("text", "Call Eva");
     context->save();
@@ -68,7 +69,7 @@ TEST(MigrationHistory, SaysWhichStepsAFileHasTakenAndWhen)
     auto world = World::current();
     world.setClock(std::make_shared<HeldClock>());
     const auto override = World::Override(world);
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
 
     //! [Reading the history of a file]
@@ -83,7 +84,7 @@ TEST(MigrationHistory, SaysWhichStepsAFileHasTakenAndWhen)
 
 TEST(MigrationHistory, IsEmptyWithoutStepsOrAFile)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
 
     EXPECT_THAT(migrationHistory(savedFile(folder)), IsEmpty());
     EXPECT_THAT(migrationHistory({.path = folder.file("missing")}), IsEmpty());
@@ -93,9 +94,9 @@ TEST(MigrationHistory, IsEmptyWithoutStepsOrAFile)
 
 TEST(MigrationHistory, IsNotReadFromWhatIsNoStore)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     detail::Connection(StoreSettings{.path = folder.file("other")}).execute("CREATE TABLE mine (a)");
-    writeFile(folder.file("text"), "no store at all");
+    folder.file("text", "no store at all");
 
     EXPECT_THAT(
         failureOf([&] { migrationHistory({.path = folder.file("other")}); }), Optional(Kind::SchemaMismatch));
@@ -104,7 +105,7 @@ TEST(MigrationHistory, IsNotReadFromWhatIsNoStore)
 
 TEST(MigrationHistory, KeepsNothingOfADryRunOrAFailedStep)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
     auto failing = stepFrom(2);
     failing.mapping = [](MigrationMapping& mapping) {
@@ -119,7 +120,7 @@ TEST(MigrationHistory, KeepsNothingOfADryRunOrAFailedStep)
 
 TEST(MigrationHistory, AStepThatWasTakenMayNotChange)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
     migrateStore({stepFrom(1)}, settings);
     auto renaming = stepFrom(1);
@@ -138,7 +139,7 @@ TEST(MigrationHistory, AStepThatWasTakenMayNotChange)
 
 TEST(MigrationHistory, StepsThatAreNoLongerKeptAreNotAskedFor)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
     migrateStore({stepFrom(1), stepFrom(2)}, settings);
 
@@ -148,7 +149,7 @@ TEST(MigrationHistory, StepsThatAreNoLongerKeptAreNotAskedFor)
 
 TEST(MigrationHistory, AForeignHistoryIsRefused)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
     migrateStore({stepFrom(1), stepFrom(2)}, settings);
     const auto after = [&](const char* sql) {
@@ -171,7 +172,7 @@ TEST(MigrationHistory, AForeignHistoryIsRefused)
 
 TEST(MigrationHistory, AFileFromBeforeItGetsOne)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
     detail::Connection(settings).execute("DROP TABLE _history");
 

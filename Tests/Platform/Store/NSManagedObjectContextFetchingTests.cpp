@@ -1,6 +1,6 @@
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
 
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
 #include <gmock/gmock.h>
 

@@ -2,7 +2,7 @@
 
 #include "Orrenby/Platform/Objects/Array.hpp"
 #include "Orrenby/Platform/Observing/NotificationCenter.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
 
-#include "Tests/Platform/Store/StoreFolder.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
+#include "Tests/Support/TemporaryFolder.hpp"
 #include <future>
 #include <gmock/gmock.h>
 #include <thread>
@@ -46,9 +46,9 @@ TEST(NSManagedObjectContext, LastReferencesMayBeDroppedOnAnyThread)
 
 TEST(NSManagedObjectContext, ContextsOfOneStoreMaySaveFromSeveralThreads)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto store = PersistentStore::open(
-        peopleModel(), {.path = folder.file(), .synchronous = StoreSynchronous::Off});
+        peopleModel(), {.path = folder.file("store"), .synchronous = StoreSynchronous::Off});
     std::vector<std::thread> threads;
     for (int number = 0; number < 4; ++number)
         threads.emplace_back([&store, number] {

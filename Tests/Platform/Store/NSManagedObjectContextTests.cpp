@@ -1,7 +1,7 @@
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
 
 #include "Orrenby/Platform/Net/UUID.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
 #include <cmath>
 #include <gmock/gmock.h>

@@ -2,7 +2,7 @@
 
 #include "Orrenby/Platform/Store/Connection.hpp"
 #include "Orrenby/Platform/Store/StoreSchema.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
 #include <gmock/gmock.h>
 
 using namespace orrenby;

@@ -1,6 +1,7 @@
 #include "Orrenby/Platform/Store/NSPredicate.hpp"
 
 #include "Tests/Platform/Store/PredicateParts.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
 #include <gmock/gmock.h>
 
 using namespace orrenby;

@@ -1,8 +1,9 @@
 #include "Orrenby/Platform/Store/PersistentStore.hpp"
 
 #include "Orrenby/Platform/Store/Connection.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
+#include "Tests/Support/TemporaryFolder.hpp"
 #include <gmock/gmock.h>
 
 using namespace orrenby;
@@ -25,8 +26,8 @@ void savePerson(const Ref<PersistentStore>& store, const std::string& name)
 
 TEST(PersistentStore, KeepsObjectsFromOneStartToTheNext)
 {
-    const StoreFolder folder;
-    const auto path = folder.file();
+    const TemporaryFolder folder;
+    const auto path = folder.file("store");
     //! [Keeping objects]
     {
         const auto store = PersistentStore::open(peopleModel(), {.path = path});
@@ -43,31 +44,32 @@ TEST(PersistentStore, KeepsObjectsFromOneStartToTheNext)
 
 TEST(PersistentStore, RefusesAFileOfAnotherModelAndLeavesItAlone)
 {
-    const StoreFolder folder;
-    savePerson(PersistentStore::open(peopleModel(), {.path = folder.file()}), "Eva");
+    const TemporaryFolder folder;
+    savePerson(PersistentStore::open(peopleModel(), {.path = folder.file("store")}), "Eva");
     const auto other = NSManagedObjectModel::make(2, {{.name = "Person"}});
 
-    const auto outcome = PersistentStore::tryOpen(other, {.path = folder.file()});
+    const auto outcome = PersistentStore::tryOpen(other, {.path = folder.file("store")});
 
     EXPECT_EQ(outcome.error()->kind(), Kind::SchemaMismatch);
-    EXPECT_THAT(
-        storedNames(PersistentStore::open(peopleModel(), {.path = folder.file()})), ElementsAre("Eva"));
+    EXPECT_THAT(storedNames(PersistentStore::open(peopleModel(), {.path = folder.file("store")})),
+        ElementsAre("Eva"));
 }
 
 TEST(PersistentStore, RefusesAFileThatHoldsSomethingElse)
 {
-    const StoreFolder folder;
-    detail::Connection(StoreSettings{.path = folder.file()}).execute("CREATE TABLE mine (x)");
+    const TemporaryFolder folder;
+    detail::Connection(StoreSettings{.path = folder.file("store")}).execute("CREATE TABLE mine (x)");
 
-    EXPECT_EQ(PersistentStore::tryOpen(peopleModel(), {.path = folder.file()}).error()->kind(),
+    EXPECT_EQ(PersistentStore::tryOpen(peopleModel(), {.path = folder.file("store")}).error()->kind(),
         Kind::SchemaMismatch);
 }
 
 TEST(PersistentStore, ReadOnlyGivesObjectsAndRefusesToSave)
 {
-    const StoreFolder folder;
-    savePerson(PersistentStore::open(peopleModel(), {.path = folder.file()}), "Eva");
-    const auto store = PersistentStore::open(peopleModel(), {.path = folder.file(), .isReadOnly = true});
+    const TemporaryFolder folder;
+    savePerson(PersistentStore::open(peopleModel(), {.path = folder.file("store")}), "Eva");
+    const auto store = PersistentStore::open(
+        peopleModel(), {.path = folder.file("store"), .isReadOnly = true});
 
     EXPECT_THAT(storedNames(store), ElementsAre("Eva"));
     EXPECT_THAT(failureOf([&] { savePerson(store, "Ada"); }), Optional(Kind::ReadOnly));
@@ -76,8 +78,9 @@ TEST(PersistentStore, ReadOnlyGivesObjectsAndRefusesToSave)
 
 TEST(PersistentStore, AFullDiskLosesNothing)
 {
-    const StoreFolder folder;
-    const auto store = PersistentStore::open(peopleModel(), {.path = folder.file(), .maximumPageCount = 20});
+    const TemporaryFolder folder;
+    const auto store = PersistentStore::open(
+        peopleModel(), {.path = folder.file("store"), .maximumPageCount = 20});
     const auto context = make<NSManagedObjectContext>(store);
     insertPerson(context, "small");
     context->save();
@@ -94,10 +97,11 @@ TEST(PersistentStore, AFullDiskLosesNothing)
 
 TEST(PersistentStore, ASecondProcessWaitsOrIsToldThatTheFileIsBusy)
 {
-    const StoreFolder folder;
-    const auto first = PersistentStore::open(peopleModel(), {.path = folder.file()});
-    const auto second = PersistentStore::open(peopleModel(), {.path = folder.file(), .busyTimeout = 0});
-    detail::Connection writer({.path = folder.file()});
+    const TemporaryFolder folder;
+    const auto first = PersistentStore::open(peopleModel(), {.path = folder.file("store")});
+    const auto second = PersistentStore::open(
+        peopleModel(), {.path = folder.file("store"), .busyTimeout = 0});
+    detail::Connection writer({.path = folder.file("store")});
     {
         detail::Transaction transaction(writer);
         EXPECT_THAT(failureOf([&] { savePerson(second, "Ada"); }), Optional(Kind::Busy));
@@ -110,9 +114,9 @@ TEST(PersistentStore, ASecondProcessWaitsOrIsToldThatTheFileIsBusy)
 
 TEST(PersistentStore, TwoConnectionsNeverGiveOneNameTwice)
 {
-    const StoreFolder folder;
-    const auto first = PersistentStore::open(peopleModel(), {.path = folder.file()});
-    const auto second = PersistentStore::open(peopleModel(), {.path = folder.file()});
+    const TemporaryFolder folder;
+    const auto first = PersistentStore::open(peopleModel(), {.path = folder.file("store")});
+    const auto second = PersistentStore::open(peopleModel(), {.path = folder.file("store")});
 
     for (int round = 0; round < 5; ++round) {
         savePerson(first, "a");
@@ -124,13 +128,13 @@ TEST(PersistentStore, TwoConnectionsNeverGiveOneNameTwice)
 
 TEST(PersistentStore, DamagedFilesGiveErrorsAndNeverCrash)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     {
-        const auto store = PersistentStore::open(peopleModel(), {.path = folder.file()});
+        const auto store = PersistentStore::open(peopleModel(), {.path = folder.file("store")});
         for (int number = 0; number < 50; ++number)
             savePerson(store, std::string(100, 'x'));
     }
-    const auto content = contentOf(folder.file());
+    const auto content = contentOf(folder.file("store"));
     ASSERT_GT(content.size(), 8192u);
 
     int failures = 0;
@@ -139,7 +143,7 @@ TEST(PersistentStore, DamagedFilesGiveErrorsAndNeverCrash)
         for (std::size_t offset = 0; offset < 40; ++offset)
             damaged[(round * 7919 + offset * 104729) % damaged.size()] = static_cast<char>(
                 round * 31 + offset);
-        writeFile(folder.file("damaged"), damaged);
+        folder.file("damaged", damaged);
         const auto failure = failureOf([&] {
             const auto store = PersistentStore::open(peopleModel(), {.path = folder.file("damaged")});
             storedNames(store);

@@ -3,7 +3,6 @@
 /// @file
 /// People to choose from, for the tests of predicates.
 
-#include "Tests/Platform/Store/StoreFolder.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
 #include <string>
 #include <string_view>

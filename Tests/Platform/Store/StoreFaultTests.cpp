@@ -1,8 +1,8 @@
 #include "Orrenby/Platform/Store/PersistentStore.hpp"
 
 #include "Orrenby/Platform/Store/Connection.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
+#include "Tests/Support/TemporaryFolder.hpp"
 #include <csignal>
 #include <gmock/gmock.h>
 #include <random>
@@ -68,20 +68,20 @@ std::size_t killAtSomePoint(const std::string& path, std::mt19937& random)
 TEST(PersistentStoreFault, KeepsWhatWasAcknowledgedWhenTheProcessIsKilledAtAnyPoint)
 {
     constexpr unsigned seed = 4711;
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     std::mt19937 random(seed);
     std::size_t stored = 0;
     for (int round = 0; round < 200; ++round) {
-        const auto acknowledged = killAtSomePoint(folder.file(), random);
+        const auto acknowledged = killAtSomePoint(folder.file("store"), random);
 
         {
-            detail::Connection connection({.path = folder.file()});
+            detail::Connection connection({.path = folder.file("store")});
             auto check = connection.prepare("PRAGMA integrity_check");
             ASSERT_TRUE(check.step());
             ASSERT_EQ(check.text(0), "ok") << "round " << round;
         }
         const auto context = make<NSManagedObjectContext>(
-            PersistentStore::open(peopleModel(), {.path = folder.file()}));
+            PersistentStore::open(peopleModel(), {.path = folder.file("store")}));
         const auto people = context->fetch<Person>({.entity = "Person"});
         // The last save may have been kept without having had the time to say so.
         ASSERT_GE(people.size(), stored + acknowledged) << "round " << round;

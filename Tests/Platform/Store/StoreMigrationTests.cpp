@@ -3,7 +3,8 @@
 #include "Orrenby/Platform/Store/Connection.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
 #include "Orrenby/Platform/Store/StoreSchema.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
+#include "Tests/Support/TemporaryFolder.hpp"
 #include <gmock/gmock.h>
 #include <stdexcept>
 
@@ -93,9 +94,9 @@ MigrationStep secondStep()
 }
 
 /// Eva and Ada, friends, at one company; a third one was deleted.
-StoreSettings savedFile(const StoreFolder& folder)
+StoreSettings savedFile(const TemporaryFolder& folder)
 {
-    const StoreSettings settings{.path = folder.file()};
+    const StoreSettings settings{.path = folder.file("store")};
     const auto context = make<NSManagedObjectContext>(PersistentStore::open(firstModel(), settings));
     const auto company = context->insert("Company");
     company->setValue("name", "Acme");
@@ -138,7 +139,7 @@ MigrationStep stepWith(std::function<void(MigrationMapping&)> mapping)
 
 TEST(StoreMigration, BringsAFileToALaterVersion)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
 
     //! [Migrating a store]
@@ -159,7 +160,7 @@ TEST(StoreMigration, BringsAFileToALaterVersion)
 
 TEST(StoreMigration, NeverGivesANumberAgain)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
     migrateStore({firstStep()}, settings);
     const auto context = make<NSManagedObjectContext>(PersistentStore::open(secondModel(), settings));
@@ -173,7 +174,7 @@ TEST(StoreMigration, NeverGivesANumberAgain)
 
 TEST(StoreMigration, TakesSeveralStepsAndBeginsWhereTheFileIs)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
 
     EXPECT_EQ(migrateStore({firstStep()}, settings).toVersion, 2);
@@ -186,7 +187,7 @@ TEST(StoreMigration, TakesSeveralStepsAndBeginsWhereTheFileIs)
 
 TEST(StoreMigration, LeavesTheTablesOfANewFile)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
     migrateStore({firstStep(), secondStep()}, settings);
     PersistentStore::open(thirdModel(), {.path = folder.file("new")});
@@ -199,7 +200,7 @@ TEST(StoreMigration, LeavesTheTablesOfANewFile)
         return texts;
     };
 
-    EXPECT_EQ(tables(folder.file()), tables(folder.file("new")));
+    EXPECT_EQ(tables(folder.file("store")), tables(folder.file("new")));
     EXPECT_EQ(detail::Connection(settings).integer("SELECT count(*) FROM pragma_integrity_check"
                                                    " WHERE integrity_check = 'ok'"),
         1);
@@ -207,7 +208,7 @@ TEST(StoreMigration, LeavesTheTablesOfANewFile)
 
 TEST(StoreMigration, ADryRunDoesEverythingAndKeepsNothing)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
 
     EXPECT_EQ(migrateStore({firstStep(), secondStep()}, settings, {.isDryRun = true}),
@@ -219,7 +220,7 @@ TEST(StoreMigration, ADryRunDoesEverythingAndKeepsNothing)
 
 TEST(StoreMigration, NeverDropsAnythingSilently)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
     const auto failure = [&](std::function<void(MigrationMapping&)> mapping) -> std::string {
         try {
@@ -251,7 +252,7 @@ TEST(StoreMigration, NeverDropsAnythingSilently)
 
 TEST(StoreMigration, RefusesNamesThatTheModelsDoNotHave)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
     const auto failure = [&](std::function<void(MigrationMapping&)> more) -> std::string {
         auto step = firstStep();
@@ -280,7 +281,7 @@ TEST(StoreMigration, RefusesNamesThatTheModelsDoNotHave)
 
 TEST(StoreMigration, AFailingStepLeavesTheFileAsTheOneBeforeLeftIt)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
     auto failing = secondStep();
     failing.mapping = [](MigrationMapping& mapping) {
@@ -295,7 +296,7 @@ TEST(StoreMigration, AFailingStepLeavesTheFileAsTheOneBeforeLeftIt)
 
 TEST(StoreMigration, RefusesWhatItDoesNotKnow)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
     migrateStore({firstStep(), secondStep()}, settings);
     const auto other = NSManagedObjectModel::make(3, {{.name = "Other"}});
@@ -303,7 +304,7 @@ TEST(StoreMigration, RefusesWhatItDoesNotKnow)
     EXPECT_THAT(failureOf([&] { migrateStore({firstStep()}, settings); }), Optional(Kind::SchemaMismatch));
     EXPECT_THAT(failureOf([&] { migrateStore({{.from = secondModel(), .to = other}}, settings); }),
         Optional(Kind::SchemaMismatch));
-    writeFile(folder.file("text"), "no store at all");
+    folder.file("text", "no store at all");
     EXPECT_THAT(failureOf([&] { migrateStore({firstStep()}, {.path = folder.file("text")}); }),
         Optional(Kind::Corrupt));
     EXPECT_THAT(failureOf([] { migrateStore({{.from = firstModel(), .to = thirdModel()}}, {}); }),
@@ -316,7 +317,7 @@ TEST(StoreMigration, RefusesWhatItDoesNotKnow)
 
 TEST(StoreMigration, NeedsTheStepFromTheVersionOfTheFile)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
 
     EXPECT_THAT(failureOf([&] { migrateStore({secondStep()}, settings); }), Optional(Kind::MigrationFailed));
@@ -324,7 +325,7 @@ TEST(StoreMigration, NeedsTheStepFromTheVersionOfTheFile)
 
 TEST(StoreMigration, RefusesValuesOfAnotherKindAndUnknownKeys)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     const auto settings = savedFile(folder);
     const auto failure = [&](MigrationMapping::Change change) {
         auto step = firstStep();
@@ -343,9 +344,9 @@ TEST(StoreMigration, RefusesValuesOfAnotherKindAndUnknownKeys)
 
 TEST(StoreMigration, HasNothingToDoWithoutAFile)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
 
-    EXPECT_EQ(migrateStore({firstStep()}, {.path = folder.file()}), MigrationReport());
-    EXPECT_FALSE(std::filesystem::exists(folder.file()));
+    EXPECT_EQ(migrateStore({firstStep()}, {.path = folder.file("store")}), MigrationReport());
+    EXPECT_FALSE(std::filesystem::exists(folder.file("store")));
     EXPECT_EQ(migrateStore({}, savedFile(folder)), MigrationReport());
 }

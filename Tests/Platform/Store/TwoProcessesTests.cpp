@@ -1,8 +1,9 @@
 #include "Orrenby/Platform/Store/PersistentStore.hpp"
 
 #include "Orrenby/Platform/Store/Connection.hpp"
-#include "Tests/Platform/Store/StoreFolder.hpp"
+#include "Tests/Platform/Store/StoreFailure.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
+#include "Tests/Support/TemporaryFolder.hpp"
 #include <cstdio>
 #include <exception>
 #include <gmock/gmock.h>
@@ -92,21 +93,21 @@ int savePeople(const std::string& path, const std::string& prefix, int count)
 TEST(PersistentStoreInTwoProcesses, KeepsWhatBothSaveByTurns)
 {
     constexpr int count = 100;
-    const StoreFolder folder;
+    const TemporaryFolder folder;
 
     // Neither has made the file yet: they meet while doing so, too.
-    const auto first = inAnotherProcess([&] { return savePeople(folder.file(), "a", count); });
-    const auto second = inAnotherProcess([&] { return savePeople(folder.file(), "b", count); });
+    const auto first = inAnotherProcess([&] { return savePeople(folder.file("store"), "a", count); });
+    const auto second = inAnotherProcess([&] { return savePeople(folder.file("store"), "b", count); });
     EXPECT_EQ(exitCodeOf(first), 0);
     EXPECT_EQ(exitCodeOf(second), 0);
 
     std::set<std::string> expected;
     for (int number = 0; number < count; ++number)
         expected.insert({"a" + std::to_string(number), "b" + std::to_string(number)});
-    const auto names = storedNames(PersistentStore::open(peopleModel(), {.path = folder.file()}));
+    const auto names = storedNames(PersistentStore::open(peopleModel(), {.path = folder.file("store")}));
     EXPECT_EQ(names.size(), 2u * count);
     EXPECT_EQ(std::set<std::string>(names.begin(), names.end()), expected);
-    detail::Connection connection({.path = folder.file()});
+    detail::Connection connection({.path = folder.file("store")});
     auto check = connection.prepare("PRAGMA integrity_check");
     ASSERT_TRUE(check.step());
     EXPECT_EQ(check.text(0), "ok");
@@ -114,11 +115,11 @@ TEST(PersistentStoreInTwoProcesses, KeepsWhatBothSaveByTurns)
 
 TEST(PersistentStoreInTwoProcesses, WaitsForAnotherThatWrites)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     Signal isWriting;
-    makeFile(folder.file());
+    makeFile(folder.file("store"));
     const auto other = inAnotherProcess([&] {
-        detail::Connection connection({.path = folder.file()});
+        detail::Connection connection({.path = folder.file("store")});
         detail::Transaction transaction(connection);
         if (!isWriting.give())
             return 1;
@@ -129,25 +130,25 @@ TEST(PersistentStoreInTwoProcesses, WaitsForAnotherThatWrites)
         return 0;
     });
     ASSERT_TRUE(isWriting.await());
-    const auto context = contextOf(folder.file(), 60);
+    const auto context = contextOf(folder.file("store"), 60);
     insertPerson(context, "Ann");
 
     context->save();
 
     EXPECT_EQ(exitCodeOf(other), 0);
     EXPECT_EQ(storedNames(context->persistentStore()), std::vector<std::string>{"Ann"});
-    detail::Connection connection({.path = folder.file()});
+    detail::Connection connection({.path = folder.file("store")});
     EXPECT_EQ(connection.integer("SELECT count(*) FROM \"Company\""), 100000);
 }
 
 TEST(PersistentStoreInTwoProcesses, SaysThatAnotherWritesAndLosesNothing)
 {
-    const StoreFolder folder;
+    const TemporaryFolder folder;
     Signal isWriting;
     Signal mayEnd;
-    makeFile(folder.file());
+    makeFile(folder.file("store"));
     const auto other = inAnotherProcess([&] {
-        detail::Connection connection({.path = folder.file()});
+        detail::Connection connection({.path = folder.file("store")});
         detail::Transaction transaction(connection);
         connection.execute("INSERT INTO \"Company\" VALUES (1000001, 1, 'Other')");
         if (!isWriting.give() || !mayEnd.await())
@@ -156,7 +157,7 @@ TEST(PersistentStoreInTwoProcesses, SaysThatAnotherWritesAndLosesNothing)
         return 0;
     });
     ASSERT_TRUE(isWriting.await());
-    const auto context = contextOf(folder.file(), 0);
+    const auto context = contextOf(folder.file("store"), 0);
     insertPerson(context, "Ann");
 
     EXPECT_EQ(failureOf([&] { context->save(); }), StoreError::Kind::Busy);

@@ -121,7 +121,7 @@ TEST_F(KeepingWorkerTest, SaysOnceThatTheStoreIsFullAndGoesOn)
     auto full = Session{loop, screen, trace, "folder", Course::watch};
     full.memory = std::make_shared<Memory>(orrenby::make<orrenby::NSManagedObjectContext>(
         orrenby::PersistentStore::open(session.memory->context()->persistentStore()->model(),
-            {.path = folder.file("store").string(), .maximumPageCount = 16})));
+            {.path = folder.file("store"), .maximumPageCount = 16})));
     const auto keeping = orrenby::make<KeepingWorker>(full, news.eraseToAnyPublisher());
     keeping->start();
     auto endless = rope;

@@ -82,10 +82,10 @@ TEST_F(RecallWorkerTest, TellsNothingAgainWhenItIsStartedAgain)
 
 TEST_F(RecallWorkerTest, LeavesToTheFolderOnlyWhatIsDifferentNow)
 {
-    writeFile(folder.file("same.json"), ropeText);
-    writeFile(folder.file("changed.json"), ropeText);
-    writeFile(folder.file("new.json"), ropeText);
-    writeFile(folder.file("torn.json"), "{");
+    folder.file("same.json", ropeText);
+    folder.file("changed.json", ropeText);
+    folder.file("new.json", ropeText);
+    folder.file("torn.json", "{");
     for (const auto* const file : {"same.json", "torn.json", "station/1"})
         session.remembered.emplace(file, rope);
     session.remembered.emplace("changed.json", crane);

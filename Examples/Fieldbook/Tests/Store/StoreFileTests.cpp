@@ -87,7 +87,7 @@ TEST(StoreFile, IsRefusedWhileAnotherRunHasItOpen)
 TEST(StoreFile, ThatIsNoStoreIsRefusedAndLeftAsItIs)
 {
     const OwnFolder folder;
-    writeFile(folder.file("store"), "Dear diary,\n" + std::string(5000, '.'));
+    folder.file("store", "Dear diary,\n" + std::string(5000, '.'));
     const auto before = contentOf(folder.file("store"));
 
     const auto store = StoreFile::open(folder.file("store"));

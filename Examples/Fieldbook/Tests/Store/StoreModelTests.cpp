@@ -51,7 +51,7 @@ TEST(StoreModel, OfVersionOneIsBroughtToTheLatestWithAllThatItHolds)
 TEST(StoreModel, OfVersionOneIsMigratedOnce)
 {
     const OwnFolder folder;
-    const auto settings = orrenby::StoreSettings{.path = folder.file("store").string()};
+    const auto settings = orrenby::StoreSettings{.path = folder.file("store")};
     writeFirstVersion(folder.file("store"));
 
     const auto first = orrenby::migrateStore(storeMigration(), settings);
@@ -64,8 +64,8 @@ TEST(StoreModel, OfVersionOneIsMigratedOnce)
 TEST(StoreModel, OfALaterVersionIsLeftAsItIs)
 {
     const OwnFolder folder;
-    orrenby::PersistentStore::open(orrenby::NSManagedObjectModel::make(3, {{.name = "Report"}}),
-        {.path = folder.file("store").string()});
+    orrenby::PersistentStore::open(
+        orrenby::NSManagedObjectModel::make(3, {{.name = "Report"}}), {.path = folder.file("store")});
     const auto before = contentOf(folder.file("store"));
 
     const auto store = StoreFile::open(folder.file("store"));
@@ -73,7 +73,7 @@ TEST(StoreModel, OfALaterVersionIsLeftAsItIs)
     ASSERT_TRUE(store.isFailure());
     EXPECT_EQ(store.error()->kind, StoreProblem::Kind::unusable);
     EXPECT_EQ(store.error()->text,
-        "cannot use the store \"" + folder.file("store").string()
+        "cannot use the store \"" + folder.file("store")
             + "\": it belongs to another program, or to a later version of this one");
     EXPECT_EQ(contentOf(folder.file("store")), before);
 }

@@ -86,7 +86,7 @@ TEST_F(ReportOutboxTest, RemembersThatAReportIsForTheServiceOfTheProgramsOwn)
 TEST_F(ReportOutboxTest, SendsTheReportAndItsPhotoSignedAndUnderOneKey)
 {
     const OwnFolder folder;
-    writeFile(folder.file("a.png"), "PNG bytes");
+    folder.file("a.png", "PNG bytes");
     const auto queued = put(7, Photo{folder.file("a.png"), "image/png"}).queued.at(0);
 
     auto first = ReportOutbox::request(*queued.entry, *queued.service, "token");

@@ -262,7 +262,7 @@ TEST_F(UploadOperationTest, IsRefusedWhenItsBodyCannotBeRead)
 TEST_F(UploadOperationTest, IsRefusedWithoutItsPhoto)
 {
     const OwnFolder folder;
-    writeFile(folder.file("missing.png"), "PNG");
+    folder.file("missing.png", "PNG");
     upload({taken}, Photo{folder.file("missing.png"), "image/png"});
     std::filesystem::remove(folder.file("missing.png"));
 
