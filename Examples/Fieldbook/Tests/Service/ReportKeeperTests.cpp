@@ -1,10 +1,8 @@
 #include "Examples/Fieldbook/Service/ReportKeeper.hpp"
 
-#include <cstdlib>
-#include <fstream>
+#include "Examples/Fieldbook/Tests/OwnFolder.hpp"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <set>
 
 namespace {
@@ -15,9 +13,6 @@ using ::testing::ElementsAre;
 
 class KeepReportTest : public ::testing::Test {
 protected:
-    void SetUp() override { ASSERT_NE(::mkdtemp(folder.data()), nullptr); }
-    void TearDown() override { std::filesystem::remove_all(folder); }
-
     static ReceivedReport received(std::string text, std::optional<ServicePart> photo = {})
     {
         return {4, "ada@hut.example"_email, {"Rope frayed", "Quay", "Nils", Severity::low, {}},
@@ -27,36 +22,30 @@ protected:
     std::set<std::string> files() const
     {
         std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder))
+        for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
             names.insert(entry.path().filename().string());
         return names;
     }
 
-    std::string contentOf(const char* file) const
-    {
-        std::ifstream stream(folder + '/' + file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-
-    std::string folder = ::testing::TempDir() + "kept-XXXXXX";
+    OwnFolder folder;
 };
 
 TEST_F(KeepReportTest, WritesTheBytesAsTheyCame)
 {
     const auto bytes = std::string("\x89PNG\0\r\n\xFF", 8);
 
-    EXPECT_EQ(
-        keepReport(received("{ }\r\n", ServicePart{"photo", "a", "image/png", bytes}), folder), std::nullopt);
+    EXPECT_EQ(keepReport(received("{ }\r\n", ServicePart{"photo", "a", "image/png", bytes}), folder.path()),
+        std::nullopt);
 
     EXPECT_THAT(files(), ElementsAre("4.json", "4.png"));
-    EXPECT_EQ(contentOf("4.json"), "{ }\r\n");
-    EXPECT_EQ(contentOf("4.png"), bytes);
+    EXPECT_EQ(contentOf(folder.file("4.json")), "{ }\r\n");
+    EXPECT_EQ(contentOf(folder.file("4.png")), bytes);
 }
 
 TEST_F(KeepReportTest, NamesPhotosByTheirKind)
 {
     for (const auto* const type : {"image/png", "image/jpeg", "image/../../x"}) {
-        keepReport(received("{}", ServicePart{"photo", "a", type, "x"}), folder);
+        keepReport(received("{}", ServicePart{"photo", "a", type, "x"}), folder.path());
         EXPECT_EQ(files().size(), 2U) << type;
     }
     EXPECT_THAT(files(), ElementsAre("4.json", "4.photo"));
@@ -64,17 +53,17 @@ TEST_F(KeepReportTest, NamesPhotosByTheirKind)
 
 TEST_F(KeepReportTest, RemovesAPhotoThatTheReportHasNoLonger)
 {
-    keepReport(received("{}", ServicePart{"photo", "a", "image/png", "x"}), folder);
+    keepReport(received("{}", ServicePart{"photo", "a", "image/png", "x"}), folder.path());
 
-    EXPECT_EQ(keepReport(received("{ }"), folder), std::nullopt);
+    EXPECT_EQ(keepReport(received("{ }"), folder.path()), std::nullopt);
 
     EXPECT_THAT(files(), ElementsAre("4.json"));
-    EXPECT_EQ(contentOf("4.json"), "{ }");
+    EXPECT_EQ(contentOf(folder.file("4.json")), "{ }");
 }
 
 TEST_F(KeepReportTest, SaysWhyItCannot)
 {
-    EXPECT_EQ(keepReport(received("{}"), folder + "/missing"), "No such file or directory");
+    EXPECT_EQ(keepReport(received("{}"), folder.file("missing")), "No such file or directory");
 }
 
 } // namespace
