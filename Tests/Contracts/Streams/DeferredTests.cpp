@@ -2,12 +2,10 @@
 
 #include "Orrenby/Utilities/Streams/Just.hpp"
 #include "Orrenby/Utilities/Streams/LiveSubscriptionCount.hpp"
+#include "Tests/Contracts/Streams/More/OperatorChecks.hpp"
 #include "Tests/Support/StreamEngines.hpp"
-#include <atomic>
-#include <future>
 #include <memory>
 #include <string>
-#include <thread>
 
 using namespace orrenby;
 using orrenby::testing::Received;
@@ -134,26 +132,12 @@ TEST_P(DeferredContract, LeavesNothingBehind)
 
 TEST_P(DeferredContract, WaitsForADeliveryOnAnotherThread)
 {
-    const auto subject = Subject();
-    auto entered = std::promise<void>();
-    auto goOn = std::promise<void>();
-    auto isDone = std::atomic(false);
-    const auto handle
-        = Streams::Deferred<Subject>([&] { return subject; }).asPublisher().sink([&](const auto&) {
-              entered.set_value();
-              goOn.get_future().wait();
-              isDone = true;
-          });
-    auto sender = std::thread([&] { subject.send(1); });
-    entered.get_future().wait();
-
-    auto canceller = std::thread([&] {
-        handle.cancelAndWait();
-        EXPECT_TRUE(isDone);
-    });
-    goOn.set_value();
-    canceller.join();
-    sender.join();
+    orrenby::testing::expectToWaitForADeliveryElsewhere(
+        [](const auto& publisher) {
+            using Publisher = Streams::AnyPublisher<int, Trouble>;
+            return Streams::Deferred<Publisher>([publisher] { return publisher; }).asPublisher();
+        },
+        orrenby::testing::sendOne);
 }
 
 TEST_P(DeferredContract, RefusesAStreamOfTheOtherEngine)

@@ -92,27 +92,44 @@ void expectToServeTwoSubscribers(const Apply& apply, const Trigger& trigger)
     EXPECT_EQ(second, 1);
 }
 
+/// A callback that is held up on one thread while another one cancels.
+class HeldUp {
+public:
+    /// What the callback does.
+    void hold()
+    {
+        m_entered.set_value();
+        m_goOn.get_future().wait();
+        m_isDone = true;
+    }
+
+    /// Cancels on another thread as soon as the callback has begun.
+    template <class Handle> void expectCancellingToWait(const Handle& handle)
+    {
+        m_entered.get_future().wait();
+        auto canceller = std::thread([&] {
+            handle.cancelAndWait();
+            EXPECT_TRUE(m_isDone);
+        });
+        m_goOn.set_value();
+        canceller.join();
+    }
+
+private:
+    std::promise<void> m_entered;
+    std::promise<void> m_goOn;
+    std::atomic<bool> m_isDone = false;
+};
+
 template <class Apply, class Trigger>
 void expectToWaitForADeliveryElsewhere(const Apply& apply, const Trigger& trigger)
 {
     const auto subject = NumberSubject();
-    auto entered = std::promise<void>();
-    auto goOn = std::promise<void>();
-    auto isDone = std::atomic(false);
-    const auto handle = apply(subject.asPublisher()).sink([&](const auto&) {
-        entered.set_value();
-        goOn.get_future().wait();
-        isDone = true;
-    });
+    auto heldUp = HeldUp();
+    const auto handle = apply(subject.asPublisher()).sink([&](const auto&) { heldUp.hold(); });
     auto sender = std::thread([&] { trigger(subject); });
-    entered.get_future().wait();
 
-    auto canceller = std::thread([&] {
-        handle.cancelAndWait();
-        EXPECT_TRUE(isDone);
-    });
-    goOn.set_value();
-    canceller.join();
+    heldUp.expectCancellingToWait(handle);
     sender.join();
 }
 
@@ -120,28 +137,17 @@ void expectToWaitForADeliveryElsewhere(const Apply& apply, const Trigger& trigge
 template <class Apply> void expectToWaitForWhatFeedsIt(const Apply& apply)
 {
     const auto subject = NumberSubject();
-    auto entered = std::promise<void>();
-    auto goOn = std::promise<void>();
-    auto isDone = std::atomic(false);
+    auto heldUp = HeldUp();
     auto isFirst = std::atomic(true);
     const auto slow = subject.asPublisher().map([&](int value) {
-        if (isFirst.exchange(false)) {
-            entered.set_value();
-            goOn.get_future().wait();
-            isDone = true;
-        }
+        if (isFirst.exchange(false))
+            heldUp.hold();
         return value;
     });
     const auto handle = apply(slow).sink([](const auto&) {});
     auto sender = std::thread([&] { subject.send(1); });
-    entered.get_future().wait();
 
-    auto canceller = std::thread([&] {
-        handle.cancelAndWait();
-        EXPECT_TRUE(isDone);
-    });
-    goOn.set_value();
-    canceller.join();
+    heldUp.expectCancellingToWait(handle);
     sender.join();
 }
 
