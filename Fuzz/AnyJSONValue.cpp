@@ -2,7 +2,7 @@
 // what was decoded is encoded and decoded again equal, but for whole doubles, which come back as integers.
 
 #include "Orrenby/Utilities/JSON/AnyJSONValue.hpp"
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Platform/Coding/JSONDecoder.hpp"
 #include "Orrenby/Platform/Coding/JSONEncoder.hpp"
 #include "Orrenby/Standard/ResultDecoding.hpp"

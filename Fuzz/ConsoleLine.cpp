@@ -1,7 +1,9 @@
 // Whatever bytes the texts of an event hold, the console shows one line of valid UTF-8 without control
 // characters.
 
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
+#include "Fuzz/Support/WellFormed.hpp"
 #include "Orrenby/Utilities/Log/ConsoleHandler.hpp"
 
 using namespace orrenby;

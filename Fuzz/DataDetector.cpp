@@ -2,7 +2,7 @@
 // between two scalar values in both ways of counting, and cost a bounded number of looks at each byte.
 
 #include "Orrenby/Platform/Text/DataDetector.hpp"
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Platform/Text/UTF16.hpp"
 
 using namespace orrenby;

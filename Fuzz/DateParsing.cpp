@@ -1,6 +1,7 @@
 // Timestamps are read and written as ICU does it, whatever the bytes; names of zones and locales may be
 // anything; what a formatter reads from a text, it writes as a text that it reads as the same date.
 
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include "Orrenby/Platform/Time/DateFormatter.hpp"
 #include "Tests/Platform/Time/ICUTimestamps.hpp"
@@ -8,7 +9,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 
@@ -17,12 +17,6 @@ using namespace orrenby;
 namespace {
 
 constexpr auto serverFormat = "yyyy-MM-dd'T'HH:mm:ss.SSS'Z'";
-
-void requireThat(bool isTrue)
-{
-    if (!isTrue)
-        std::abort();
-}
 
 const DateFormatter& formatter(const char* format, const char* locale)
 {

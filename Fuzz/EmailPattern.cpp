@@ -1,7 +1,7 @@
 // E-mail addresses: the pattern, the walk that explains a refusal and ICU's whole-text match have one
 // verdict. Before the first input a million texts made by chance are compared, too.
 
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Platform/Text/EmailPatternMismatch.hpp"
 #include "Orrenby/Utilities/EmailAddress.hpp"
 #include "Tests/Support/EmailTexts.hpp"

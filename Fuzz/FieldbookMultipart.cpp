@@ -3,12 +3,12 @@
 
 #include "Examples/Fieldbook/Service/Multipart.hpp"
 #include "Examples/Fieldbook/Terminal/Text.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Foundation/Requests/HTTPMediaType.hpp"
 #include "Orrenby/Foundation/Requests/RequestMultipart.hpp"
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,12 +16,6 @@
 using namespace fieldbook;
 
 namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 /// Takes off what stands before the first zero byte, and that byte.
 std::string_view take(std::string_view& rest)
@@ -95,13 +89,13 @@ void readWhatIsWritten(std::string_view input)
     const auto read = partsIn(
         writtenByLibrary(parts, boundary), orrenby::HTTPMediaType::multipartFormData(boundary));
 
-    require(read && read->size() == parts.size());
+    requireThat(read && read->size() == parts.size());
     for (std::size_t index = 0; index < parts.size(); ++index) {
         const auto& part = read->at(index);
         const auto& sent = parts[index];
-        require(part.name == sent.name && part.content == sent.content);
-        require(part.mediaType == trimmed(sent.mediaType));
-        require(part.fileName.empty() == (sent.mediaType == orrenby::HTTPMediaType::plainText));
+        requireThat(part.name == sent.name && part.content == sent.content);
+        requireThat(part.mediaType == trimmed(sent.mediaType));
+        requireThat(part.fileName.empty() == (sent.mediaType == orrenby::HTTPMediaType::plainText));
     }
 }
 
@@ -125,14 +119,14 @@ void readWhatComesFromElsewhere(std::string_view input)
     std::string again;
     for (const auto& part : *parts) {
         size += part.name.size() + part.fileName.size() + part.mediaType.size() + part.content.size();
-        require(part.content.find(delimiter(boundary)) == std::string::npos);
+        requireThat(part.content.find(delimiter(boundary)) == std::string::npos);
         again += written(part, boundary);
         if (quotable(part.name) != part.name || quotable(part.fileName) != part.fileName)
             return; // a word may have a quotation mark in it, which cannot be quoted
     }
-    require(size <= input.size());
+    requireThat(size <= input.size());
     again += delimiter(boundary) + "--";
-    require(partsIn(std::string_view(again).substr(2), type) == parts);
+    requireThat(partsIn(std::string_view(again).substr(2), type) == parts);
 }
 
 } // namespace

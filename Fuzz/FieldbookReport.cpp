@@ -3,22 +3,16 @@
 
 #include "Examples/Fieldbook/Report/ReportDecoding.hpp"
 #include "Examples/Fieldbook/Terminal/Text.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 using namespace fieldbook;
 
 namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 std::string quoted(std::string_view text)
 {
@@ -44,7 +38,7 @@ std::string written(const Report& report)
         + ",\"body\":" + (report.body ? quoted(report.body->text) : "null") + "}";
 }
 
-void requireLine(const std::string& text) { require(!trimmed(text).empty() && text == printable(text)); }
+void requireLine(const std::string& text) { requireThat(!trimmed(text).empty() && text == printable(text)); }
 
 void requirePassage(std::string text)
 {
@@ -60,8 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto outcome = decodedReport(std::string_view(reinterpret_cast<const char*>(data), size));
     if (const auto problem = outcome.error()) {
         requireLine(*problem);
-        require(problem->find("line ") != std::string::npos);
-        require(problem->find(", column ") != std::string::npos);
+        requireThat(problem->find("line ") != std::string::npos);
+        requireThat(problem->find(", column ") != std::string::npos);
         return 0;
     }
     const auto report = outcome.unwrap();
@@ -70,6 +64,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     requireLine(report.observer.text);
     if (report.body)
         requirePassage(report.body->text);
-    require(decodedReport(written(report)).value() == report);
+    requireThat(decodedReport(written(report)).value() == report);
     return 0;
 }

@@ -2,7 +2,7 @@
 // encoded and decoded again equal.
 
 #include "Orrenby/Platform/Coding/JSONDecoder.hpp"
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Platform/Coding/AggregateCoding.hpp"
 #include "Orrenby/Platform/Coding/JSONEncoder.hpp"
 #include <map>

@@ -1,6 +1,8 @@
 // Whatever bytes the texts of an event hold, its line is one valid JSON object of valid UTF-8.
 
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
+#include "Fuzz/Support/WellFormed.hpp"
 #include "Orrenby/Utilities/Log/JSONLinesHandler.hpp"
 
 using namespace orrenby;

@@ -3,7 +3,7 @@
 // every value of the document is found by the pointer that its place makes.
 
 #include "Orrenby/Standard/JSON/JSONPointer.hpp"
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Standard/JSON/Dictionaries.hpp"
 
 using namespace orrenby;

@@ -1,7 +1,8 @@
 // Reading JSON: no bytes are more than a document or an error, what was read is written and read back equal,
 // and the verdict is that of the peer's own strict parser.
 
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
+#include "Fuzz/Support/WellFormed.hpp"
 #include "Orrenby/Platform/Coding/DecodingError.hpp"
 #include "Orrenby/Platform/Coding/JSONDocument.hpp"
 #include "Orrenby/Platform/Coding/JSONReadError.hpp"

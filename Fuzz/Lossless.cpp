@@ -1,7 +1,7 @@
 // Values from bytes: any bytes give a value or a typed error, never both; a value that was read is written
 // and read again equal, and the C library reads the same number.
 
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Utilities/LosslessDataConvertible.hpp"
 #include <cstdlib>
 #include <span>

@@ -2,7 +2,7 @@
 // expressions match in the whole text; the parts of the result put together are the text without its
 // brackets; the stretches cover it.
 
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Foundation/Brackets.hpp"
 #include "Orrenby/Foundation/NSAttributedString.hpp"
 #include "Orrenby/Platform/Text/UTF16.hpp"

@@ -2,7 +2,7 @@
 // again they are the same.
 
 #include "Orrenby/Foundation/Outbox/OutboxPieces.hpp"
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include <cstddef>
 #include <cstdint>
 #include <span>

@@ -1,21 +1,15 @@
 // What is escaped can be read back; what cannot be read back says where, and inside the text.
 
 #include "Orrenby/Platform/Text/PercentEncoding.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Foundation/Text.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace orrenby;
 
 namespace {
-
-void requireThat(bool isTrue)
-{
-    if (!isTrue)
-        std::abort();
-}
 
 void requireRoundTrip(std::string_view text, const std::optional<std::string>& encoded)
 {

@@ -1,23 +1,17 @@
 // Texts of predicates may be anything: they are refused at a byte of theirs, or mean the same after they are
 // printed and read again, and the store finds with them what is found in memory.
 
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <string_view>
 
 using namespace orrenby;
 
 namespace {
-
-void requireThat(bool isTrue)
-{
-    if (!isTrue)
-        std::abort();
-}
 
 Ref<const NSManagedObjectModel> model()
 {

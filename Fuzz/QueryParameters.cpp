@@ -2,7 +2,7 @@
 // dictionaries hold what the texts say.
 
 #include "Orrenby/Foundation/QueryParameters.hpp"
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Foundation/URL.hpp"
 #include "Orrenby/Platform/Objects/Data.hpp"
 #include <algorithm>

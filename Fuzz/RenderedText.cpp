@@ -3,7 +3,8 @@
 // closed, no address but of the schemes that are allowed, no escape sequence but those of styles and links,
 // and no style that reaches beyond a line.
 
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/FuzzedBytes.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Platform/Drawing/Color.hpp"
 #include "Orrenby/Platform/Drawing/Font.hpp"
 #include "Orrenby/Platform/Net/URL.hpp"

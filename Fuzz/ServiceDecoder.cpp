@@ -2,7 +2,7 @@
 // refused as a whole; and the report tells of something exactly when something was refused.
 
 #include "Orrenby/Utilities/ServiceDecoder.hpp"
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Platform/Coding/AggregateCoding.hpp"
 #include "Orrenby/Platform/Coding/JSONReadError.hpp"
 #include "Orrenby/Utilities/Log.hpp"

@@ -6,7 +6,6 @@
 #include "Orrenby/Platform/Store/StoreMigration.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>

@@ -1,6 +1,7 @@
 // What trimming leaves is a piece of the text, and what it cuts off is white space and nothing else; ranges
 // and characters of any bytes cover them once.
 
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Foundation/Text.hpp"
 #include "Orrenby/Platform/Text/Characters.hpp"
 #include "Orrenby/Platform/Text/Trimming.hpp"
@@ -8,17 +9,10 @@
 #include "Orrenby/Platform/Text/UTF8.hpp"
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace orrenby;
 
 namespace {
-
-void requireThat(bool isTrue)
-{
-    if (!isTrue)
-        std::abort();
-}
 
 void requireBlank(std::string_view text)
 {

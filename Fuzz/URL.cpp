@@ -1,7 +1,7 @@
 // URLs: whatever the bytes are, a text is a URL or none, its parts put together are the text, what is
 // resolved is a URL that resolves to itself, and what is set in parts is read back.
 
-#include "FuzzedLogEvent.hpp"
+#include "Fuzz/Support/RequireThat.hpp"
 #include "Orrenby/Platform/Net/URLComponents.hpp"
 #include <algorithm>
 #include <string>
