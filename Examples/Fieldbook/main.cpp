@@ -51,6 +51,13 @@ Course courseOf(const Options& options, const Terminal& terminal)
     return options.folder ? Course::look : Course::script;
 }
 
+/// Whoever cannot say who he is need not.
+bool isGuest(Course course, const Options& options)
+{
+    return options.isGuest || course == Course::look
+        || (course == Course::watch && ::isatty(STDIN_FILENO) != 1);
+}
+
 /// The life of the tree: it stands while the loop runs.
 void live(Session& session)
 {
@@ -121,7 +128,9 @@ int runIn(const std::filesystem::path& folder, Course course, const Options& opt
         session.settings->language = options.language->identifier();
     session.memory = store.unwrap()->memory();
     session.isMemoryKept = (options.folder || options.store) && !store.unwrap()->isInMemory();
+    session.isGuest = isGuest(course, options);
     session.isUploadWanted = options.isUpload;
+    session.isRefreshWanted = options.service.has_value();
     recall(session);
     live(session);
 

@@ -79,12 +79,28 @@ void MainFlow::obey(const std::string& line)
                        m_session.settings->language = it.language.identifier();
                        say("dates are shown in " + it.language.identifier());
                    },
+                   [&](const Refresh&) { refresh(); },
                    [&](const Upload&) { context()->analytics()->uploadAll(); },
                    [&](const Compose&) { compose(); },
                    [&](const ShowSettings&) { showSettings(); },
                    [&](const auto&) { say("no such command; " + std::string(commandHelp())); },
                },
         parseCommand(line));
+}
+
+void MainFlow::refresh()
+{
+    if (const auto feed = firstSubFlow<FeedFlow>())
+        feed->context()->withFirstWorker<FetchWorker>([](FetchWorker& service) { service.refresh(); });
+}
+
+void MainFlow::waitUntilIdle(orrenby::UniqueFunction<void()> whenIdle)
+{
+    context()->analytics()->waitForUploads([this, whenIdle = std::move(whenIdle)]() mutable {
+        if (const auto feed = firstSubFlow<FeedFlow>())
+            feed->context()->withFirstWorker<FetchWorker>(
+                [&](FetchWorker& service) { service.waitForAnswer(std::move(whenIdle)); });
+    });
 }
 
 void MainFlow::compose()

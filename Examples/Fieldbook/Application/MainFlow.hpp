@@ -35,6 +35,12 @@ public:
     /// Takes what was typed.
     void obey(const std::string& line);
 
+    /// Asks the service for its reports.
+    void refresh();
+
+    /// Calls `whenIdle` once no report is on its way, neither to the service nor from it.
+    void waitUntilIdle(orrenby::UniqueFunction<void()> whenIdle);
+
 protected:
     void didStart() override;
 

@@ -17,6 +17,8 @@ bool setOption(std::string_view name, Options& options)
 {
     if (name == "--help" || name == "-h")
         options.isHelp = true;
+    else if (name == "--guest")
+        options.isGuest = true;
     else if (name == "--script")
         options.isScript = true;
     else if (name == "--upload")
@@ -133,16 +135,19 @@ std::string_view helpText()
 Shows the field reports (*.json files) of FOLDER, and what happens to them, as a live feed.
 Without FOLDER it takes a copy of the bundled sample reports, and the response of a station that belongs to them.
 
-On a terminal it watches until Ctrl-C. Elsewhere it shows what is in FOLDER and ends; without FOLDER it
-plays a script on the copy and ends. At the end it prints a summary.
+On a terminal it asks who you are, unless it knows from the last run, and watches until Ctrl-C. Elsewhere it
+shows what is in FOLDER and ends; without FOLDER it plays a script on the copy and ends. Where nobody can
+type, everybody is a guest. At the end it prints a summary.
 
 LINK, such as fieldbook://report/4, opens the report of that number at once.
 
   --station=FILE  take the response of a station from FILE: a JSON object with the members user, settings,
                   reports and announcements, any of which may be missing
   --user=ADDRESS  sign in with this e-mail address
+  --guest         show everything before anybody has signed in
   --language CODE show dates in this language, such as de or pt_BR
-  --service=URL   send reports there, instead of to a service of its own on this machine
+  --service=URL   send reports there, instead of to a service of its own on this machine, and show those
+                  that it tells
   --generate=N[,SEED]
                   make N reports up and write them into FOLDER first; the same ones for the same seed
   --store=FILE    keep reports, settings and what is to be sent in FILE, and begin with what it holds
@@ -157,7 +162,8 @@ Without --store, the store of a folder is a file in $XDG_STATE_HOME/fieldbook, o
 
 The feed goes to standard output, the log to standard error. In the feed, = is a report as it was at the
 end of the last run, + one that was added, ~ one that changed, - one that was removed, ! what cannot be
-read, @ what the station says, and * what people do. Colours are used on a terminal, unless the environment variable NO_COLOR is set.
+read, @ what the station says and the service tells,
+and * what people do. Colours are used on a terminal, unless the environment variable NO_COLOR is set.
 
 Exit status: 0 after a session, also an interrupted one; 1 if the folder cannot be watched or goes away,
 if the store is damaged or cannot be used, if the output cannot be written, or if something of the tree

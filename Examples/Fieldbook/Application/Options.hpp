@@ -25,6 +25,7 @@ struct Options {
     std::optional<SampleRequest> samples;         ///< To be written into the folder at the start.
     std::optional<std::filesystem::path> store;   ///< The file that reports and settings are kept in.
     std::optional<std::string> link;              ///< To be followed at the start.
+    bool isGuest = false;
     bool isHelp = false;
     bool isScript = false;
     bool isUpload = false;

@@ -22,7 +22,17 @@ void RootFlow::didStart()
 {
     m_session.trace.step("RootFlow has started");
     m_session.commands.asPublisher().bind([this](const std::string& line) { obey(line); }).store(*context());
-    enter();
+    if (m_session.user || m_session.isGuest)
+        return enter();
+    askWhoItIs();
+    if (m_session.course == Course::script)
+        playScript(); // it signs in
+}
+
+void RootFlow::askWhoItIs()
+{
+    if (!firstSubFlow<SignInFlow>())
+        attach(orrenby::make<SignInFlow>(m_session, [this] { enter(); }));
 }
 
 void RootFlow::enter()
@@ -40,15 +50,14 @@ void RootFlow::signOut()
     detach<MainFlow>([](const MainFlow&) { return true; });
     m_session.user.reset();
     forgetUser(m_session);
-    if (!firstSubFlow<SignInFlow>())
-        attach(orrenby::make<SignInFlow>(m_session, [this] { enter(); }));
+    askWhoItIs();
 }
 
 void RootFlow::allIsTold()
 {
     if (const auto link = std::exchange(m_session.link, std::nullopt))
         follow({*link});
-    goOnUploading();
+    beginExchanges();
     switch (m_session.course) {
     case Course::watch:
         if (m_session.terminal.isInteractive()) {
@@ -57,7 +66,7 @@ void RootFlow::allIsTold()
         }
         break;
     case Course::look:
-        endWhenUploaded();
+        endWhenIdle();
         break;
     case Course::script:
         playScript();
@@ -67,12 +76,13 @@ void RootFlow::allIsTold()
 
 void RootFlow::playScript()
 {
-    context()->withFirstWorker<ScriptWorker>(
-        [this](ScriptWorker& script) { script.play([this] { endWhenUploaded(); }); });
+    context()->withFirstWorker<ScriptWorker>([this](ScriptWorker& script) {
+        script.play({[this](auto goOn) { waitUntilIdle(std::move(goOn)); }, [this] { endWhenIdle(); }});
+    });
 }
 
-/// What an earlier run, or somebody who signed out, had to leave.
-void RootFlow::goOnUploading()
+/// Begins with what an earlier run, or somebody who signed out, had to leave.
+void RootFlow::beginExchanges()
 {
     const auto main = firstSubFlow<MainFlow>();
     if (!main)
@@ -80,12 +90,21 @@ void RootFlow::goOnUploading()
     main->context()->analytics()->resume();
     if (std::exchange(m_session.isUploadWanted, false))
         main->context()->analytics()->uploadAll();
+    if (m_session.isRefreshWanted)
+        main->refresh();
 }
 
-void RootFlow::endWhenUploaded()
+void RootFlow::waitUntilIdle(orrenby::UniqueFunction<void()> whenIdle)
 {
     if (const auto main = firstSubFlow<MainFlow>())
-        main->context()->analytics()->waitForUploads([this] { finish(Ending::byItself); });
+        main->waitUntilIdle(std::move(whenIdle));
+    else
+        whenIdle();
+}
+
+void RootFlow::endWhenIdle()
+{
+    waitUntilIdle([this] { finish(Ending::byItself); });
 }
 
 void RootFlow::finish(Ending ending) { context()->analytics()->end(ending); }

@@ -8,13 +8,15 @@
 #include "Application/Session.hpp"
 #include "Card/DeepLink.hpp"
 #include "Orrenby/Platform/Objects/Never.hpp"
+#include "Orrenby/Platform/Objects/UniqueFunction.hpp"
 #include "Orrenby/Utilities/Discover/AbstractFlow.hpp"
 #include <string>
 
 namespace fieldbook {
 
-/// Attaches the main flow when it starts, and the one of signing in as long as the user is out. Passes on
-/// what is typed, and decides when the session is over. Shows nothing itself, so it has no view controller.
+/// Attaches the main flow where somebody is known who uses it, or may be a guest, and the one of signing in
+/// otherwise and as long as the user is out. Passes on what is typed, and decides when the session is over.
+/// Shows nothing itself, so it has no view controller.
 class RootFlow : public orrenby::AbstractFlow<RootContext, orrenby::Void>, Counted<Part::flow> {
 public:
     /// @param session  Outlives the flow.
@@ -26,11 +28,13 @@ protected:
 
 private:
     void enter();
+    void askWhoItIs();
     void signOut();
     void allIsTold();
     void playScript();
-    void goOnUploading();
-    void endWhenUploaded();
+    void beginExchanges();
+    void waitUntilIdle(orrenby::UniqueFunction<void()> whenIdle);
+    void endWhenIdle();
     void finish(Ending ending);
 
     void obey(const std::string& line);

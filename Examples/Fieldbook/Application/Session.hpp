@@ -25,6 +25,8 @@
 
 namespace fieldbook {
 
+class RemoteService;
+
 /// What a run is for.
 enum class Course {
     watch, ///< Follow the folder until somebody ends it.
@@ -45,7 +47,7 @@ struct Session {
     std::optional<std::string> link{};              ///< To be followed as soon as everything is told.
     std::optional<std::filesystem::path> station{}; ///< The file with the station's answer.
     std::optional<orrenby::EmailAddress> user{};    ///< Who is signed in.
-    std::optional<orrenby::URL> service{};          ///< Where reports are sent; nothing for one of its own.
+    std::optional<orrenby::URL> service{};          ///< Nothing for one of its own.
     orrenby::Streams::CurrentValueSubject<Tally, orrenby::Never> tally{Tally()};
     orrenby::Streams::CurrentValueSubject<Ending, orrenby::Never> ending{Ending::none};
     /// What the user typed, or the script in his place.
@@ -59,7 +61,11 @@ struct Session {
     double secondLength = 1;
     /// How requests leave; nothing for sockets.
     std::function<std::unique_ptr<Transport>()> makeTransport{};
-    bool isUploadWanted = false; ///< As soon as everything is told.
+    /// What those share who ask the service, as long as somebody does.
+    std::weak_ptr<RemoteService> remote{};
+    bool isGuest = false;         ///< Whether the feed is shown before anybody has signed in.
+    bool isUploadWanted = false;  ///< As soon as everything is told.
+    bool isRefreshWanted = false; ///< The service's reports, each time that everything is told.
     /// What may outlive the run; one of its own ends with it.
     std::shared_ptr<Memory> memory = StoreFile::inMemory()->memory();
     /// Whether the next run will find it.

@@ -28,7 +28,7 @@ void append(std::string& list, std::string_view item)
     list += item;
 }
 
-std::string listOf(const std::map<std::string, std::size_t>& counts)
+template <class Number> std::string listOf(const std::map<std::string, Number>& counts)
 {
     std::string list;
     for (const auto& [name, count] : counts)
@@ -76,6 +76,8 @@ void printSummary(const Session& session, Terminal& terminal)
     for (const auto& file : tally.unreadableFiles)
         append(unreadable, printable(file));
     printLine(terminal, "unreadable", unreadable.empty() ? "none" : unreadable);
+    const auto screens = listOf(session.screens);
+    printLine(terminal, "screens", screens.empty() ? "none" : screens);
     printLine(terminal, "opened", std::to_string(session.openedCount));
     printLine(terminal, "uploads", uploadsOf(session));
     printLine(terminal, "alive", describeLiveParts());

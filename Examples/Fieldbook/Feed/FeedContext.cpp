@@ -8,15 +8,15 @@ namespace fieldbook {
 
 FeedContext::FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, Sources sources)
     : FeedContext(session, std::move(screen), sources,
-        orrenby::Streams::merge(
-            sources.folder->news(), sources.recall->news(), sources.station->news(), sources.signIn->news()))
+        orrenby::Streams::merge(sources.folder->news(), sources.recall->news(), sources.station->news(),
+            sources.signIn->news(), sources.service->news()))
 {}
 
 // The workers stand in the order in which they tell: what is remembered, then the station's response, then
-// the folder's files. Whoever keeps the news hears all of it.
+// the folder's files, then the service's reports. Whoever keeps the news hears all of it.
 FeedContext::FeedContext(Session& session, orrenby::Ref<FeedScreen> screen, const Sources& sources, News news)
     : AbstractPresentableContext(std::move(screen),
-        orrenby::Workers{sources.recall, sources.station, sources.signIn, sources.folder,
+        orrenby::Workers{sources.recall, sources.station, sources.signIn, sources.folder, sources.service,
             orrenby::make<SettingsWorker>(session), orrenby::make<KeepingWorker>(session, news)},
         orrenby::make<AnalyticsWorker>(session, news))
     , m_session(session)

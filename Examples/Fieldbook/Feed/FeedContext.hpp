@@ -9,6 +9,7 @@
 #include "Feed/FeedScreen.hpp"
 #include "Folder/FolderWorker.hpp"
 #include "Orrenby/Utilities/Discover/AbstractPresentableContext.hpp"
+#include "Remote/FetchWorker.hpp"
 #include "SignIn/SignInWorker.hpp"
 #include "Station/StationWorker.hpp"
 #include "Store/KeepingWorker.hpp"
@@ -16,8 +17,8 @@
 
 namespace fieldbook {
 
-/// Shows what is remembered and the news of a folder, of a station and of who signs in on a screen, as long
-/// as it is active.
+/// Shows what is remembered and the news of a folder, of a station, of a service and of who signs in on a
+/// screen, as long as it is active.
 class FeedContext : public orrenby::AbstractPresentableContext<AnalyticsWorker, orrenby::Ref<FeedScreen>>,
                     Counted<Part::context> {
 public:
@@ -27,6 +28,7 @@ public:
         orrenby::Ref<StationWorker> station;
         orrenby::Ref<SignInWorker> signIn;
         orrenby::Ref<FolderWorker> folder;
+        orrenby::Ref<FetchWorker> service;
     };
     using News = orrenby::Streams::AnyPublisher<FeedNews, FolderLost>;
 

@@ -18,7 +18,7 @@ orrenby::Ref<FeedFlow> FeedFlow::build(Session& session)
     const auto printer = std::make_shared<FeedPrinter>(session.terminal, session.catalogue);
     const auto sources = FeedContext::Sources{orrenby::make<RecallWorker>(session),
         orrenby::make<StationWorker>(session), orrenby::make<SignInWorker>(session),
-        orrenby::make<FolderWorker>(session)};
+        orrenby::make<FolderWorker>(session), orrenby::make<FetchWorker>(session)};
     const auto context = orrenby::make<FeedContext>(session, printer, sources);
     return orrenby::make<FeedFlow>(session, context, printer);
 }

@@ -87,6 +87,20 @@ struct StationGarbled {
     friend bool operator==(const StationGarbled&, const StationGarbled&) = default;
 };
 
+/// What there is to say of the service's list of reports, one line.
+struct ServiceSays {
+    std::string text;
+
+    friend bool operator==(const ServiceSays&, const ServiceSays&) = default;
+};
+
+/// A report of the service that cannot be taken, or the whole list.
+struct ServiceGarbled {
+    std::string problem; ///< One line, shown as it is.
+
+    friend bool operator==(const ServiceGarbled&, const ServiceGarbled&) = default;
+};
+
 /// Somebody signed in.
 struct SignedIn {
     orrenby::EmailAddress address;
@@ -102,7 +116,7 @@ struct SignInRefused {
 };
 
 using FeedNews = std::variant<Opened, Recalled, Remembered, Scanned, Added, Changed, Removed, Unreadable,
-    StationSays, StationGarbled, SignedIn, SignInRefused>;
+    StationSays, StationGarbled, ServiceSays, ServiceGarbled, SignedIn, SignInRefused>;
 
 /// Why there will be no more news: the failure of the stream.
 struct FolderLost {

@@ -59,6 +59,8 @@ void FeedPrinter::show(const FeedNews& news)
             },
             [&](const StationSays& it) { printText(Style::cyan, '@', "station", it.text); },
             [&](const StationGarbled& it) { printText(Style::red, '!', "station", it.problem); },
+            [&](const ServiceSays& it) { printText(Style::cyan, '@', "service", it.text); },
+            [&](const ServiceGarbled& it) { printText(Style::red, '!', "service", it.problem); },
             [&](const SignedIn& it) { printText(Style::cyan, '*', "signed in", it.address.stringValue()); },
             [&](const SignInRefused& it) { printText(Style::red, '!', "sign-in", it.problem); },
         },

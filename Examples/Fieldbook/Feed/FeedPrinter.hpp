@@ -19,7 +19,7 @@ namespace fieldbook {
 ///     * signed in  ines.calder@chapel-bank.example
 ///
 /// The marks: `=` as it was at the end of the last run, `+` added, `~` changed, `-` removed, `!` unreadable,
-/// `@` said by the station, `*` done by people. Not synchronised.
+/// `@` said by the station or of the service, `*` done by people. Not synchronised.
 class FeedPrinter : public FeedScreen {
 public:
     /// @param terminal  Outlives the printer.

@@ -28,15 +28,17 @@ StepProblem start(Stage& stage, const std::string& arguments)
     }
     stage.store = std::move(store).unwrap();
     choose(chosen.language.value_or(orrenby::Locale("en_US")));
-    stage.session = std::make_unique<Session>(
-        Session{stage.loop, stage.terminal, stage.trace, reportsFolder, Course::watch, chosen.link,
-            chosen.station, chosen.user, orrenby::URL::make("http://service.example")});
+    stage.session = std::make_unique<Session>(Session{stage.loop, stage.terminal, stage.trace, reportsFolder,
+        Course::watch, chosen.link, chosen.station, chosen.user,
+        chosen.service ? chosen.service : orrenby::URL::make("http://service.example")});
     stage.session->makeTransport = [&stage] { return stage.service.transport(); };
     if (chosen.language)
         stage.session->settings->language = chosen.language->identifier();
     stage.session->memory = stage.store->memory();
     stage.session->isMemoryKept = !stage.store->isInMemory();
+    stage.session->isGuest = chosen.isGuest;
     stage.session->isUploadWanted = chosen.isUpload;
+    stage.session->isRefreshWanted = chosen.service.has_value();
     recall(*stage.session);
     stage.trace.begin("Opening");
     stage.root = orrenby::make<RootFlow>(*stage.session);

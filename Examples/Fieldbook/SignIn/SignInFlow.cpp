@@ -7,10 +7,16 @@
 
 namespace fieldbook {
 
-SignInFlow::SignInFlow(Session& session, orrenby::UniqueFunction<void()> onSignedIn)
+namespace {
+
+constexpr auto invitation = "nobody is signed in: sign in ADDRESS, or guest";
+
+} // namespace
+
+SignInFlow::SignInFlow(Session& session, orrenby::UniqueFunction<void()> onEnter)
     : AbstractFlow(orrenby::make<ScreenContext>(session, "sign-in"), orrenby::Void())
     , m_session(session)
-    , m_onSignedIn(std::move(onSignedIn))
+    , m_onEnter(std::move(onEnter))
 {}
 
 SignInFlow::~SignInFlow() { m_session.trace.step("SignInFlow goes"); }
@@ -18,21 +24,29 @@ SignInFlow::~SignInFlow() { m_session.trace.step("SignInFlow goes"); }
 void SignInFlow::didStart()
 {
     m_session.trace.step("SignInFlow has started");
-    say(Style::faint, "= nobody is signed in: sign in ADDRESS");
+    const auto example = m_session.terminal.isInteractive() ? "; for example: sign in ines@hut.example" : "";
+    say(Style::faint, std::string("= ") + invitation + example);
 }
 
 void SignInFlow::obey(const std::string& line)
 {
     const auto command = parseCommand(line);
+    if (std::holds_alternative<EnterAsGuest>(command))
+        return enter();
     const auto* const wish = std::get_if<SignIn>(&command);
     if (wish == nullptr)
-        return say(Style::red, "! nobody is signed in: sign in ADDRESS");
+        return say(Style::red, std::string("! ") + invitation);
     const auto address = addressToSignIn(wish->address);
     if (const auto problem = address.error())
         return say(Style::red, "! sign-in  " + *problem);
     m_session.user = address.unwrap();
+    enter();
+}
+
+void SignInFlow::enter()
+{
     // The callable may end this flow, and with it what it is a member of.
-    std::exchange(m_onSignedIn, nullptr)();
+    std::exchange(m_onEnter, nullptr)();
 }
 
 void SignInFlow::say(Style style, const std::string& text)

@@ -13,12 +13,13 @@
 
 namespace fieldbook {
 
-/// Stands in place of everything else after somebody signed out, until somebody signs in.
+/// Stands in place of everything else while nobody is known: at the start and after somebody signed out,
+/// until somebody signs in or looks around as a guest.
 class SignInFlow : public orrenby::AbstractFlow<ScreenContext, orrenby::Void>, Counted<Part::flow> {
 public:
-    /// @param session     Outlives the flow.
-    /// @param onSignedIn  Called when the session has a user. It may let go of the flow.
-    SignInFlow(Session& session, orrenby::UniqueFunction<void()> onSignedIn);
+    /// @param session  Outlives the flow.
+    /// @param onEnter  Called once, when the session has a user or a guest. It may let go of the flow.
+    SignInFlow(Session& session, orrenby::UniqueFunction<void()> onEnter);
     ~SignInFlow() override;
 
     /// Takes what was typed.
@@ -28,10 +29,11 @@ protected:
     void didStart() override;
 
 private:
+    void enter();
     void say(Style style, const std::string& text);
 
     Session& m_session;
-    orrenby::UniqueFunction<void()> m_onSignedIn;
+    orrenby::UniqueFunction<void()> m_onEnter;
 };
 
 } // namespace fieldbook

@@ -1,5 +1,6 @@
 #include "Station/StationWorker.hpp"
 
+#include "Feed/ReportSupply.hpp"
 #include "Folder/SmallFile.hpp"
 #include "Orrenby/Platform/Coding/AggregateCoding.hpp"
 #include "Orrenby/Utilities/Log/Entries.hpp"
@@ -8,18 +9,9 @@
 #include "Report/ReportDecoding.hpp"
 #include "Terminal/Text.hpp"
 #include <chrono>
-#include <cstddef>
-#include <string_view>
 #include <utility>
 
 namespace fieldbook {
-
-namespace {
-
-/// No file of the folder has such a name.
-constexpr std::string_view namePrefix = "station/";
-
-} // namespace
 
 StationWorker::StationWorker(Session& session)
     : m_session(session)
@@ -69,24 +61,9 @@ void StationWorker::apply(const ChosenSettings& settings)
 void StationWorker::add(const StationReports& reports)
 {
     tell(StationSays{counted(reports.size(), "report") + " came in"});
-    auto gone = m_session.remembered;
-    for (std::size_t index = 0; index < reports.size(); ++index) {
-        const auto name = std::string(namePrefix) + std::to_string(index + 1);
-        addReport(name, reports[index]);
-        gone.erase(name);
-    }
-    for (const auto& [file, report] : gone)
-        if (file.starts_with(namePrefix))
-            tell(Removed{file, report});
-}
-
-void StationWorker::addReport(const std::string& file, const Report& report)
-{
-    const auto before = m_session.remembered.find(file);
-    if (before == m_session.remembered.end())
-        tell(Added{file, report});
-    else if (before->second != report)
-        tell(Changed{file, report});
+    auto supply = ReportSupply(stationPrefix, m_session.remembered);
+    for (auto& news : supply.take({reports.begin(), reports.end()}))
+        tell(std::move(news));
 }
 
 void StationWorker::announce(const Announcements& announcements)

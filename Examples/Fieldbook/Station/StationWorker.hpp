@@ -47,7 +47,6 @@ private:
     void greet(const User& user);
     void apply(const ChosenSettings& settings);
     void add(const StationReports& reports);
-    void addReport(const std::string& file, const Report& report);
     void announce(const Announcements& announcements);
 
     void receive();

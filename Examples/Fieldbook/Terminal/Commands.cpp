@@ -21,12 +21,16 @@ Command parseCommand(std::string_view line)
             return Speak{*named};
         return Unknown{};
     }
+    if (line == "guest")
+        return EnterAsGuest{};
     if (line == "sign out")
         return SignOut{};
     if (line == "compose")
         return Compose{};
     if (line == "settings")
         return ShowSettings{};
+    if (line == "refresh")
+        return Refresh{};
     if (line == "upload")
         return Upload{};
     if (line == "end")
@@ -42,7 +46,7 @@ Command parseCommand(std::string_view line)
 std::string_view commandHelp()
 {
     return "sort number|severity|place, details on|off, fieldbook://report/NUMBER, sign in ADDRESS, "
-           "sign out, compose, settings, samples NUMBER [SEED], language CODE, upload, end";
+           "sign out, compose, settings, samples NUMBER [SEED], language CODE, refresh, upload, end";
 }
 
 } // namespace fieldbook

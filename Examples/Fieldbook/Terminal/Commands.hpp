@@ -28,6 +28,9 @@ struct SignIn {
     std::string address; ///< As it was typed.
     friend bool operator==(const SignIn&, const SignIn&) = default;
 };
+struct EnterAsGuest {
+    friend bool operator==(const EnterAsGuest&, const EnterAsGuest&) = default;
+};
 struct SignOut {
     friend bool operator==(const SignOut&, const SignOut&) = default;
 };
@@ -45,6 +48,9 @@ struct Speak {
     orrenby::Locale language;
     friend bool operator==(const Speak&, const Speak&) = default;
 };
+struct Refresh {
+    friend bool operator==(const Refresh&, const Refresh&) = default;
+};
 struct Upload {
     friend bool operator==(const Upload&, const Upload&) = default;
 };
@@ -55,11 +61,11 @@ struct Unknown {
     friend bool operator==(const Unknown&, const Unknown&) = default;
 };
 
-using Command = std::variant<Sort, ShowDetails, Follow, SignIn, SignOut, Compose, ShowSettings, MakeSamples,
-    Speak, Upload, End, Unknown>;
+using Command = std::variant<Sort, ShowDetails, Follow, SignIn, EnterAsGuest, SignOut, Compose, ShowSettings,
+    MakeSamples, Speak, Refresh, Upload, End, Unknown>;
 
-/// Reads a line, such as `sort severity` or `samples 5 autumn`: what `commandHelp` names. The words are taken
-/// as they stand, with one blank between them.
+/// Reads a line, such as `sort severity` or `samples 5 autumn`: what `commandHelp` names, and `guest`. The
+/// words are taken as they stand, with one blank between them.
 Command parseCommand(std::string_view line);
 
 /// The commands in one line, for whoever typed something else.

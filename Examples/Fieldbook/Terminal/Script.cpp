@@ -77,6 +77,9 @@ constexpr std::string_view fordMended = R"({
 using Act = ScriptStep::Act;
 
 constexpr ScriptStep script[] = {
+    {Act::command, "sign in ines.calder@chapel-bank"},
+    {Act::command, "sign in ines.calder@chapel-bank.example"},
+    {Act::await},
     {Act::write, "ford.json", ford},
     {Act::replace, "ford.json", fordWorse},
     {Act::write, "wasps.json", halfWritten},
@@ -86,8 +89,6 @@ constexpr ScriptStep script[] = {
     {Act::move, "wasps.json", "wasps-harrow-gate.json"},
     {Act::remove, "mast-light.json"},
     {Act::remove, "torn-page.json"},
-    {Act::command, "sign in ines.calder@chapel-bank"},
-    {Act::command, "sign in ines.calder@chapel-bank.example"},
     {Act::command, "sort severity"},
     {Act::write, "barn-owls.json", owls},
     {Act::replace, "ford.json", fordMended},
@@ -101,6 +102,8 @@ constexpr ScriptStep script[] = {
     {Act::command, "details off"},
     {Act::command, "fieldbook://report/1"},
     {Act::command, "fieldbook://report/99"},
+    {Act::command, "refresh"},
+    {Act::await},
     {Act::command, "upload"},
 };
 
@@ -125,6 +128,7 @@ std::string_view nameOf(Act act)
     case Act::remove:
         return "remove ";
     case Act::command:
+    case Act::await:
         return "";
     }
     return "";
@@ -148,6 +152,7 @@ void performUnchecked(const ScriptStep& step, const fs::path& folder)
         fs::remove(path);
         break;
     case Act::command:
+    case Act::await:
         break;
     }
 }

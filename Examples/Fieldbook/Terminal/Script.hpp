@@ -17,11 +17,12 @@ struct ScriptStep {
         replace, ///< Writes the text elsewhere and moves it over the file.
         move,    ///< Gives the file the name that stands in `text`.
         remove,
-        command ///< Types what stands in `file`.
+        command, ///< Types what stands in `file`.
+        await    ///< Waits until no report is on its way, and shows nothing.
     };
 
     Act act;
-    std::string_view file;
+    std::string_view file = {};
     std::string_view text = {};
 
     /// `write owl-count.json`; for a command the command itself.
@@ -31,7 +32,7 @@ struct ScriptStep {
 /// The bundled script. It knows the bundled samples.
 std::span<const ScriptStep> demoScript();
 
-/// Does it, unless it is a command, which is not for the folder. What the system refuses goes to the log.
+/// Does it, unless it is not for the folder. What the system refuses goes to the log.
 void perform(const ScriptStep& step, const std::filesystem::path& folder);
 
 } // namespace fieldbook

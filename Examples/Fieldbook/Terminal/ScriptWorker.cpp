@@ -12,11 +12,11 @@ ScriptWorker::ScriptWorker(Session& session, std::span<const ScriptStep> script)
 
 ScriptWorker::~ScriptWorker() = default;
 
-void ScriptWorker::play(orrenby::UniqueFunction<void()> atEnd)
+void ScriptWorker::play(ScriptListener listener)
 {
-    if (!isWorking())
+    if (!isWorking() || std::exchange(m_isPlaying, true))
         return;
-    m_atEnd = std::move(atEnd);
+    m_listener = std::move(listener);
     wait();
 }
 
@@ -37,9 +37,11 @@ void ScriptWorker::wait()
 void ScriptWorker::next()
 {
     if (m_rest.empty())
-        return m_atEnd();
+        return m_listener.onEnd();
     const auto& step = m_rest.front();
     m_rest = m_rest.subspan(1);
+    if (step.act == ScriptStep::Act::await)
+        return m_listener.onWait([this] { wait(); });
     m_session.terminal.print(m_session.terminal.styled(Style::faint, "> " + step.description()));
     if (step.act == ScriptStep::Act::command)
         m_session.commands.send(std::string(step.file));

@@ -14,6 +14,13 @@
 
 namespace fieldbook {
 
+/// What a script worker tells whoever lets it play.
+struct ScriptListener {
+    /// The script waits until no report is on its way. What it is given lets it go on.
+    orrenby::UniqueFunction<void(orrenby::UniqueFunction<void()> goOn)> onWait;
+    orrenby::UniqueFunction<void()> onEnd; ///< One pause after the last step.
+};
+
 /// Does one step of the script after the other, with pauses: long enough to watch on a terminal, short
 /// elsewhere.
 class ScriptWorker : public orrenby::AbstractWorker, Counted<Part::worker> {
@@ -22,9 +29,8 @@ public:
     explicit ScriptWorker(Session& session, std::span<const ScriptStep> script = demoScript());
     ~ScriptWorker() override;
 
-    /// Begins, and calls `atEnd` one pause after the last step. On a worker that does not work it does
-    /// nothing.
-    void play(orrenby::UniqueFunction<void()> atEnd);
+    /// Begins. On a worker that plays already, or does not work, it does nothing.
+    void play(ScriptListener listener);
 
 protected:
     void didStart() override;
@@ -36,7 +42,8 @@ private:
 
     Session& m_session;
     std::span<const ScriptStep> m_rest;
-    orrenby::UniqueFunction<void()> m_atEnd;
+    ScriptListener m_listener;
+    bool m_isPlaying = false;
     EventLoop::Watch m_timer;
 };
 

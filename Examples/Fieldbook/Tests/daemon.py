@@ -227,6 +227,53 @@ class Application(Running):
         self.assertIn("; 13 reports taken\n", self.output)
 
 
+    def show(self, *arguments, folder=None):
+        return subprocess.run([APPLICATION, f"--service={self.address}", *arguments, str(folder or self.kept)], capture_output=True,
+                              text=True, encoding="utf-8", timeout=PATIENCE, stdin=subprocess.DEVNULL,
+                              env={**os.environ, "XDG_STATE_HOME": str(self.outer / "state"), "TZ": "UTC", "LC_ALL": "en_US.UTF-8"})
+
+    def test_shows_the_reports_of_its_service_and_what_is_different_the_next_time(self):
+        for engine in ([], ["--rx"]):
+            with self.subTest(engine=engine):
+                store = f"--store={self.outer / 'store'}"
+                self.start("--reports=2", "--seed=autumn")
+                first = self.show(store, *engine)
+                self.assertEqual((0, ""), (first.returncode, first.stderr))
+                self.assertRegex(first.stdout, r"= 0 report files so far\n@ service  2 reports came in\n\+ .* #1 .*\n\+ .* #2 .*\nClosing\n")
+                self.ask("POST", "/reports", TEXT, self.signed(**{"Content-Type": "application/json"}))
+
+                second = self.show(store, *engine)
+
+                self.assertIn("= 2 reports from last time\n", second.stdout)
+                self.assertIn("@ service  3 reports came in\n+ low     #3 Rope frayed, Quay (Nils)\nClosing\n", second.stdout)
+                self.end()
+                (self.outer / "store").unlink()
+
+    def test_misses_the_malformed_report_of_its_service_and_shows_the_others(self):
+        self.start("--faults=malformed", "--fault-rate=100", "--reports=4")
+        result = self.show()
+        self.assertEqual(0, result.returncode)
+        problem = r'Index \d > severity, line \d+, column \d+: No severity \(low, medium or high\) has the raw value "quite bad"\n'
+        self.assertRegex(result.stdout, r"@ service  3 of 4 reports came in\n(\+ .*\n){3}! service  " + problem)
+        self.assertRegex(result.stderr, r"^[0-9:.]{12} W FetchWorker:[0-9]+ take \[MAIN\] service: " + problem + "$")
+
+    def test_asks_a_service_that_was_killed_later_and_later_until_it_is_back(self):
+        self.start("--reports=1")
+        port = urllib.parse.urlsplit(self.address).port
+        self.process.kill()
+        self.process.wait(PATIENCE)
+        with subprocess.Popen([APPLICATION, f"--service={self.address}", str(self.kept)], stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                              env={**os.environ, "XDG_STATE_HOME": str(self.outer / "state")}) as application:
+            output = b""
+            while b"; attempt 2 in 2 s\n" not in output:
+                output += application.stdout.readline()
+            self.start(f"--port={port}", "--reports=1")
+            output += application.communicate(timeout=PATIENCE)[0]
+        self.assertEqual(0, application.returncode)
+        self.assertRegex(output, rb"@ service  no connection: .*; attempt 2 in 2 s\n@ service  attempt 2\n@ service  1 report came in\n\+ ")
+
+
 class Arguments(unittest.TestCase):
     def test_help_goes_to_standard_output(self):
         result = run("--help")

@@ -27,6 +27,10 @@ REPORT = {"place": "Quay", "observer": "Nils"}
 os.environ.update(TZ="UTC", LC_ALL="en_US.UTF-8")
 
 FEED = """\
+= nobody is signed in: sign in ADDRESS, or guest
+> sign in ines.calder@chapel-bank
+! sign-in  "ines.calder@chapel-bank", character 24: The domain has no dot.
+> sign in ines.calder@chapel-bank.example
 @ station  Ines Calder is signed in at Chapel Bank
 @ station  2 reports came in
 + medium  #1 Ice on the slate steps, Colder Hill (Jonas Brandt)
@@ -34,6 +38,7 @@ FEED = """\
 @ station  Radio check at noon, channel 4.
 @ station  The shelter on Colder Hill stays closed until its stove draws again.
 ! station  settings > isDetailed, line 8, column 23: Expected Bool but found a text
+* signed in  ines.calder@chapel-bank.example
 + low     #3 One bar of the cattle grid is bent, Weir Lane (Marit Lindqvist)
 + medium  #4 Upper spring has run dry, Chapel Bank (Sunniva Øye)
 + medium  #5 Stove of the shelter smokes, Colder Hill (Jonas Brandt, February 11, 2026, 6:20\u202fPM)
@@ -64,10 +69,6 @@ FEED = """\
 - medium  #7 Warning light on the mast is out, Colder Hill (Jonas Brandt)
 > remove torn-page.json
 - unreadable  torn-page.json
-> sign in ines.calder@chapel-bank
-! sign-in  "ines.calder@chapel-bank", character 24: The domain has no dot.
-> sign in ines.calder@chapel-bank.example
-* signed in  ines.calder@chapel-bank.example
 > sort severity
 = by severity
   #6 high    Boulder loose above the quarry road, Quarry Road, second bend
@@ -130,6 +131,12 @@ FEED = """\
 | Colder Hill, by Jonas Brandt
 > fieldbook://report/99
 ! nothing opens fieldbook://report/99
+> refresh
+@ service  2 reports came in
++ low     #18 Spring runs clear again, Quarry Road, second bend (Marit Lindqvist)
+  row 11 in   #18
++ high    #19 Slope sliding below the path, Quarry Road, second bend (Marit Lindqvist)
+  row 12 in   #19
 > upload
 = 13 to upload
 ^ #4 status 503, "Too busy."; attempt 2 in 2 s
@@ -195,23 +202,24 @@ FEED = """\
 
 SUMMARY = """\
 Summary
-  events      added 17; changed 3; removed 4; unreadable 3
-  severity    high 1; medium 4; low 8
-  observers   Ines Calder 1; Jonas Brandt 3; Marit Lindqvist 3; Sunniva Øye 3; Tomé Ferreira 3
-  places      Chapel Bank 1; Colder Hill 2; Harrow Gate 3; Lower Marrow, ford 1; Quarry Road, second bend 3; \
+  events      added 19; changed 3; removed 4; unreadable 3
+  severity    high 2; medium 4; low 9
+  observers   Ines Calder 1; Jonas Brandt 3; Marit Lindqvist 5; Sunniva Øye 3; Tomé Ferreira 3
+  places      Chapel Bank 1; Colder Hill 2; Harrow Gate 3; Lower Marrow, ford 1; Quarry Road, second bend 5; \
 Three Stones crossing 1; Weir Lane 2
   unreadable  owl-count.json
+  screens     sign-in 1
   opened      4
   uploads     sent 12; given up 1
   alive       flows 0  contexts 0  workers 0  subscriptions 0
 """
 
-OPENING = ["RootContext is active", "ScriptWorker starts", "SessionWorker starts", "RootFlow has started",
+OPENING = ["RootContext is active", "ScriptWorker starts", "SessionWorker starts", "RootFlow has started", "SignInFlow has started",
            "MainContext is active", "UploadWorker starts", "MainFlow has started",
-           "FeedContext is active", "RecallWorker starts", "StationWorker starts", "SignInWorker starts", "FolderWorker starts", "SettingsWorker starts",
-           "KeepingWorker starts", "AnalyticsWorker starts", "FeedFlow has started"]
+           "FeedContext is active", "RecallWorker starts", "StationWorker starts", "SignInWorker starts", "FolderWorker starts", "FetchWorker starts",
+           "SettingsWorker starts", "KeepingWorker starts", "AnalyticsWorker starts", "FeedFlow has started", "SignInFlow goes"]
 CLOSING = ["UploadWorker stops", "MainContext resigns",
-           "RecallWorker stops", "StationWorker stops", "SignInWorker stops", "FolderWorker stops", "SettingsWorker stops", "KeepingWorker stops",
+           "RecallWorker stops", "StationWorker stops", "SignInWorker stops", "FolderWorker stops", "FetchWorker stops", "SettingsWorker stops", "KeepingWorker stops",
            "AnalyticsWorker stops", "FeedContext resigns", "FeedContext goes", "FeedFlow goes", "MainContext goes", "MainFlow goes",
            "ScriptWorker stops", "SessionWorker stops", "RootContext resigns", "RootContext goes", "RootFlow goes"]
 
@@ -463,6 +471,8 @@ class Service(Folder):
             result = run("--script", f"--service=http://127.0.0.1:{taken.getsockname()[1]}",
                          env={"TMPDIR": str(self.outer)})
         self.assertEqual(0, result.returncode, result.stderr)
+        self.assertRegex(result.stdout, r"@ service  no connection: .*127\.0\.0\.1.*; attempt 2 in 2 s\n@ service  attempt 2\n")
+        self.assertEqual(2, len(re.findall(r"^! service  given up after 4 attempts: no connection: ", result.stdout, re.MULTILINE)))
         feed = result.stdout.split("= 13 to upload\n")[1].split("Closing\n")[0]
         self.assertEqual(13 * 7, len(feed.splitlines()))
         self.assertRegex(feed, r"^\^ #4 no connection: .*127\.0\.0\.1.*; attempt 2 in 2 s\n\^ #4 attempt 2\n")
@@ -560,7 +570,7 @@ class WatchedFolder(LongRun):
                 self.assertIn(f"asked to end by signal {int(number)}\n".encode(), self.process.stderr.read())
 
     def test_that_vanishes_ends_the_run_with_status_1(self):
-        self.start("--watch")
+        self.start("--watch", stdin=subprocess.DEVNULL)
         self.await_output("= 0 report files so far\n")
 
         self.folder.rmdir()
@@ -569,21 +579,22 @@ class WatchedFolder(LongRun):
         self.await_output("alive       flows 0  contexts 0  workers 0  subscriptions 0\n")
         self.assertEqual(1, self.process.wait(PATIENCE))
 
-    def on_terminal(self, environment, typed=(), act=lambda mine: None):
+    def on_terminal(self, environment, typed=(), act=lambda mine: None, arguments=("--guest",)):
         try:
             mine, programs = pty.openpty()
         except OSError as error:
             self.skipTest(f"no pseudo-terminal on this machine: {error}")
         self.addCleanup(os.close, mine)
         self.put("a.json", "Crane stuck", "high")
-        self.process = subprocess.Popen([PROGRAM, str(self.folder)], stdin=programs, stdout=programs, stderr=programs,
+        self.process = subprocess.Popen([PROGRAM, *arguments, str(self.folder)], stdin=programs, stdout=programs, stderr=programs,
                                         env=environment, start_new_session=True)
         self.addCleanup(self.process.wait)
         self.addCleanup(self.process.kill)
         os.close(programs)
         self.output = ""
-        self.await_output("Ctrl-C ends", mine)
-        self.await_output("upload, end", mine)
+        if "--guest" in arguments:
+            self.await_output("Ctrl-C ends", mine)
+            self.await_output("upload, end", mine)
         for command, answer in typed:
             os.write(mine, command.encode() + b"\n")
             self.await_output(answer, mine)
@@ -627,6 +638,32 @@ class WatchedFolder(LongRun):
         ])
         self.assertIn("uploads     sent 0; given up 0", self.output)
 
+    def test_asks_who_it_is_first_and_remembers_it(self):
+        environment = {**os.environ, "NO_COLOR": "1"}
+
+        def begun(mine):
+            self.assertIn("= nobody is signed in: sign in ADDRESS, or guest; for example: sign in ", self.output)
+            self.assertLess(self.output.index("for example"), self.output.index("Feed of"))
+
+        self.on_terminal(environment, [
+            ("sort place", "! nobody is signed in: sign in ADDRESS, or guest\r\n"),
+            ("sign in ada@hut", '! sign-in  "ada@hut", character 8: The domain has no dot.\r\n'),
+            ("sign in ada@hut.example", "* signed in  ada@hut.example\r\n"),
+            ("sort place", "= by place\r\n"),
+        ], begun, arguments=())
+        self.assertIn("screens     sign-in 1\r\n", self.output)
+
+        self.on_terminal(environment, [("sort number", "by number\r\n")], arguments=())
+        self.assertNotIn("nobody is signed in", self.output)
+        self.assertIn("* signed in  ada@hut.example\r\n", self.output)
+
+    def test_is_shown_to_guests(self):
+        self.on_terminal({**os.environ, "NO_COLOR": "1"}, [("guest", "upload, end"), ("settings", "| user: nobody\r\n")], arguments=())
+
+    def test_can_be_left_before_anybody_signs_in(self):
+        self.on_terminal({**os.environ, "NO_COLOR": "1"}, act=lambda mine: self.await_output("or guest", mine), arguments=())
+        self.assertIn("screens     sign-in 1\r\n", self.output)
+
     def test_tells_what_news_do_to_the_rows_that_were_listed(self):
         self.put("b.json", "Rope frayed")
 
@@ -669,6 +706,9 @@ class SlowService:
         class Handler(http.server.BaseHTTPRequestHandler):
             protocol_version = "HTTP/1.1"
 
+            def do_GET(self):
+                self.answer([], 200)
+
             def do_POST(self):
                 self.rfile.read(int(self.headers["Content-Length"]))
                 self.answer({"token": "t"})
@@ -684,10 +724,10 @@ class SlowService:
                     service.arrival.wait_for(lambda: not service.is_slow, PATIENCE)
                 self.answer({"number": number, "photoBytes": 0})
 
-            def answer(self, members):
+            def answer(self, members, status=201):
                 body = json.dumps(members).encode()
                 try:
-                    self.send_response(201)
+                    self.send_response(status)
                     self.send_header("Content-Length", str(len(body)))
                     self.end_headers()
                     self.wfile.write(body)
@@ -860,6 +900,8 @@ class Store(LongRun):
 
                 self.assertEqual((0, ""), (result.returncode, result.stderr))
                 uploads = result.stdout.split("= 3 uploads go on\n")[1].split("Closing\n")[0].splitlines()
+                self.assertIn("@ service  0 reports came in", uploads)
+                uploads.remove("@ service  0 reports came in")
                 self.assertEqual(["^ #1 attempt 2", "^ #1 sent", "^ #2 attempt 2", "^ #2 sent", "^ #3 sent"], sorted(uploads))
                 self.assertIn("uploads     sent 3; given up 0\n", result.stdout)
                 self.assertEqual([(1, "ada@hut.example", "Rope frayed"), (2, "ada@hut.example", "Crane stuck"),

@@ -5,7 +5,6 @@
 #include "Orrenby/Utilities/Log/Entries.hpp"
 #include "Store/StoreFile.hpp"
 #include "Upload/ReportRequests.hpp"
-#include "Upload/RetryAfter.hpp"
 #include <algorithm>
 #include <chrono>
 #include <optional>
@@ -17,18 +16,6 @@ namespace fieldbook {
 using Step = UploadProgress::Step;
 
 namespace {
-
-bool isDone(int status) { return status >= 200 && status < 300; }
-
-/// Whether the service may think better of it.
-bool isPassing(int status) { return status == 429 || status >= 500; }
-
-std::string wordsFor(const Answer& answer)
-{
-    const auto code = "status " + std::to_string(answer.status);
-    const auto problem = problemIn(answer.body);
-    return problem ? code + ", \"" + *problem + '"' : code;
-}
 
 /// Does what has to be saved; gives why it could not be.
 template <class Work> std::optional<std::string> noted(Work&& work)
@@ -125,7 +112,7 @@ void UploadOperation::send(
     m_exchange = m_destination->transport.send(std::move(request), std::move(body))
                      .sink([this, hear](const Transport::News::Payload& payload) {
                          if (payload.isError())
-                             return hearFailure(*payload.asError());
+                             return fail(failureOf(*payload.asError()));
                          std::visit(Cases{[&](const BytesSent& bytes) { showSent(bytes); },
                                         [&](const Answer& answer) { (this->*hear)(answer); }},
                              *payload.asValue());
@@ -136,7 +123,7 @@ void UploadOperation::hearToken(const Answer& answer)
 {
     const auto token = isDone(answer.status) ? tokenIn(answer.body) : std::nullopt;
     if (!token)
-        return hearProblem(answer);
+        return fail(failureOf(answer));
     m_destination->token = *token;
     sendReport();
 }
@@ -147,33 +134,17 @@ void UploadOperation::hearReport(const Answer& answer)
     if (isDone(answer.status))
         return end(Step::isSent);
     if (answer.status != notSignedIn || m_hasRenewedToken)
-        return hearProblem(answer);
+        return fail(failureOf(answer));
     m_destination->token.clear();
     signIn();
 }
 
-void UploadOperation::hearProblem(const Answer& answer)
+void UploadOperation::fail(const AttemptFailure& failure)
 {
-    if (isPassing(answer.status))
-        tryLater(wordsFor(answer), secondsToRetryAfter(answer).value_or(0));
+    if (failure.isPassing)
+        tryLater(failure);
     else
-        end(Step::isRefused, wordsFor(answer));
-}
-
-void UploadOperation::hearFailure(const TransportFailure& failure)
-{
-    using Kind = TransportFailure::Kind;
-    switch (failure.kind) {
-    case Kind::noConnection:
-        return tryLater("no connection: " + failure.reason);
-    case Kind::timedOut:
-        return tryLater("no answer in time");
-    case Kind::brokenOff:
-        return tryLater("broken off: " + failure.reason);
-    case Kind::bodyUnreadable:
-    case Kind::malformed:
-        return end(Step::isRefused, failure.reason);
-    }
+        end(Step::isRefused, failure.reason);
 }
 
 void UploadOperation::showSent(const BytesSent& bytes)
@@ -185,15 +156,15 @@ void UploadOperation::showSent(const BytesSent& bytes)
     tell({.step = Step::sends, .percent = quarters * 25});
 }
 
-void UploadOperation::tryLater(std::string reason, double atLeast)
+void UploadOperation::tryLater(const AttemptFailure& failure)
 {
     const auto planned = m_retry.nextInterval();
-    if (!planned || atLeast > longestWait)
-        return end(Step::isGivenUp, std::move(reason));
-    const auto seconds = std::max(*planned, atLeast);
+    if (!planned || failure.atLeast > AttemptFailure::longestWait)
+        return end(Step::isGivenUp, failure.reason);
+    const auto seconds = std::max(*planned, failure.atLeast);
     const auto length = seconds * m_destination->secondLength;
-    noted([&] { m_destination->outbox->wait(m_report, orrenby::Date::now() + length, reason); });
-    tell({.step = Step::waits, .seconds = seconds, .reason = std::move(reason)});
+    noted([&] { m_destination->outbox->wait(m_report, orrenby::Date::now() + length, failure.reason); });
+    tell({.step = Step::waits, .seconds = seconds, .reason = failure.reason});
     waitFor(length);
 }
 

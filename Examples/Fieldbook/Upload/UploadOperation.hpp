@@ -9,6 +9,7 @@
 #include "Orrenby/Utilities/Retry.hpp"
 #include "Orrenby/Utilities/Streams/AnyCancellable.hpp"
 #include "Orrenby/Utilities/Streams/PassthroughSubject.hpp"
+#include "Upload/AttemptFailure.hpp"
 #include "Upload/ReportOutbox.hpp"
 #include "Upload/Transport.hpp"
 #include "Upload/UploadProgress.hpp"
@@ -40,9 +41,6 @@ struct UploadDestination {
 /// from the main thread.
 class UploadOperation : public orrenby::AsyncBaseOperation {
 public:
-    /// In seconds.
-    static constexpr double longestWait = 300;
-
     using Progress = orrenby::Streams::PassthroughSubject<UploadProgress, orrenby::Never>;
 
     /// Three attempts more, after 2, 4 and 8 seconds.
@@ -62,11 +60,10 @@ private:
         orrenby::URLRequest request, orrenby::BodyStream body, void (UploadOperation::*hear)(const Answer&));
     void hearToken(const Answer& answer);
     void hearReport(const Answer& answer);
-    void hearProblem(const Answer& answer);
-    void hearFailure(const TransportFailure& failure);
+    void fail(const AttemptFailure& failure);
     void showSent(const BytesSent& bytes);
 
-    void tryLater(std::string reason, double atLeast = 0);
+    void tryLater(const AttemptFailure& failure);
     void waitFor(double seconds);
     void note(UploadProgress::Step step, const std::string& reason);
     void tell(UploadProgress progress);

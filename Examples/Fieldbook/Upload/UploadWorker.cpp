@@ -1,9 +1,8 @@
 #include "Upload/UploadWorker.hpp"
 
+#include "Feed/ReportSupply.hpp"
 #include "Orrenby/Platform/Scheduling/DispatchQueue.hpp"
-#include "Service/Mood.hpp"
 #include "Terminal/Text.hpp"
-#include "Upload/CurlTransport.hpp"
 #include "Upload/Photo.hpp"
 #include <utility>
 
@@ -13,7 +12,6 @@ using Step = UploadProgress::Step;
 
 UploadWorker::UploadWorker(Session& session)
     : m_session(session)
-    , m_service(isTakenWhenMoody)
 {
     m_queue.setName("uploads");
     m_queue.setUnderlyingQueue(orrenby::DispatchQueue::main());
@@ -47,8 +45,7 @@ void UploadWorker::willStop()
     m_queue.cancelAllOperations();
     m_open.clear();
     m_destinations.clear();
-    m_transport = nullptr;
-    m_server = nullptr;
+    m_remote = nullptr;
     m_outbox = nullptr;
 }
 
@@ -56,7 +53,7 @@ void UploadWorker::uploadAll()
 {
     if (!m_session.user)
         return say(Style::red, "! nobody is signed in: sign in ADDRESS");
-    if (!m_session.service && !hasService())
+    if (!remote().address())
         return;
     try {
         auto reports = waiting();
@@ -106,7 +103,7 @@ std::vector<QueuedReport> UploadWorker::putIn()
     auto& catalogue = m_session.catalogue;
     for (auto& [number, report] : catalogue.sorted(m_session.settings->sortOrder.get())) {
         auto file = catalogue.fileOf(number);
-        if (m_session.memory->sendingOf(file) != Sending::notAsked)
+        if (file.starts_with(servicePrefix) || m_session.memory->sendingOf(file) != Sending::notAsked)
             continue;
         auto photo = photoOf(m_session.folder, file);
         shipment.reports.push_back({number, std::move(report), std::move(photo), std::move(file)});
@@ -131,33 +128,21 @@ void UploadWorker::queue(const QueuedReport& report)
 /// Uploads that were begun for somebody stay his, whoever signed in since.
 orrenby::Ref<UploadDestination> UploadWorker::destinationOf(const QueuedReport& report)
 {
-    if (!report.service && !hasService())
+    const auto service = report.service ? report.service : remote().address();
+    if (!service)
         return nullptr;
-    const auto service = report.service ? report.service : orrenby::URL::make(m_server->address());
     auto& destination = m_destinations[{service->absoluteString(), report.sender.stringValue()}];
-    if (!m_transport)
-        m_transport = m_session.makeTransport ? m_session.makeTransport() : std::make_unique<CurlTransport>();
     if (!destination)
-        destination = std::make_shared<UploadDestination>(UploadDestination{
-            m_session.loop, *m_transport, *service, report.sender, m_outbox, {}, m_session.secondLength});
+        destination = std::make_shared<UploadDestination>(UploadDestination{m_session.loop,
+            remote().transport(), *service, report.sender, m_outbox, {}, m_session.secondLength});
     return destination;
 }
 
-/// Starts a service of its own if there is none.
-bool UploadWorker::hasService()
+RemoteService& UploadWorker::remote()
 {
-    if (m_server)
-        return true;
-    auto started = ServiceServer::start(
-        [this](const ServiceRequest& request) { return m_service.handle(request); });
-    if (const auto problem = started.error()) {
-        say(Style::red, "! no service: " + *problem);
-        return false;
-    }
-    m_server = std::move(started).unwrap();
-    if (m_session.terminal.isInteractive())
-        say(Style::faint, "= a service listens at " + m_server->address());
-    return true;
+    if (!m_remote)
+        m_remote = RemoteService::of(m_session);
+    return *m_remote;
 }
 
 void UploadWorker::waitForUploads(orrenby::UniqueFunction<void()> whenDone)

@@ -8,9 +8,7 @@
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
 #include "Orrenby/Platform/Scheduling/OperationQueue.hpp"
 #include "Orrenby/Utilities/Discover/AbstractWorker.hpp"
-#include "Service/ReportService.hpp"
-#include "Service/ServiceServer.hpp"
-#include "Upload/Transport.hpp"
+#include "Remote/RemoteService.hpp"
 #include "Upload/UploadOperation.hpp"
 #include <map>
 #include <memory>
@@ -28,8 +26,7 @@ namespace fieldbook {
 /// run, or the worker when it is started again, can go on. What the service refused is not tried again unless
 /// somebody asks; what failed for reasons that pass goes on with the next run, too.
 ///
-/// Reports go to the service of the session. If there is none, it starts one of its own on this machine with
-/// the first upload.
+/// Reports go to the service of the session, apart from those that come from there.
 class UploadWorker : public orrenby::AbstractWorker, Counted<Part::worker> {
 public:
     /// @param session  Outlives the worker.
@@ -55,7 +52,7 @@ private:
     std::vector<QueuedReport> waiting() const;
     void queue(const QueuedReport& report);
     orrenby::Ref<UploadDestination> destinationOf(const QueuedReport& report);
-    bool hasService();
+    RemoteService& remote();
     void show(const UploadProgress& progress);
     void say(Style style, const std::string& text);
     void say(const orrenby::StoreError& error);
@@ -63,9 +60,7 @@ private:
     void callWhenDone();
 
     Session& m_session;
-    ReportService m_service;
-    std::unique_ptr<ServiceServer> m_server; ///< Only where the service is its own.
-    std::unique_ptr<Transport> m_transport;
+    std::shared_ptr<RemoteService> m_remote; ///< From the first upload on.
     std::shared_ptr<ReportOutbox> m_outbox;
     /// By address and user: uploads share what they know of both.
     std::map<std::pair<std::string, std::string>, orrenby::Ref<UploadDestination>> m_destinations;

@@ -30,8 +30,8 @@ protected:
     orrenby::Ref<FolderWorker> folder = orrenby::make<FolderWorker>(session);
     orrenby::Ref<StationWorker> station = orrenby::make<StationWorker>(session);
     orrenby::Ref<FeedContext> context = orrenby::make<FeedContext>(session, screen,
-        FeedContext::Sources{
-            orrenby::make<RecallWorker>(session), station, orrenby::make<SignInWorker>(session), folder});
+        FeedContext::Sources{orrenby::make<RecallWorker>(session), station,
+            orrenby::make<SignInWorker>(session), folder, orrenby::make<FetchWorker>(session)});
 };
 
 TEST_F(FeedContextTest, ShowsNothingBeforeItIsActive) { EXPECT_THAT(screen->news, ElementsAre()); }
@@ -73,7 +73,7 @@ TEST_F(FeedContextTest, RunsItsWorkersAndSubscriptionsWhileItIsActive)
     EXPECT_TRUE(station->isWorking());
     EXPECT_TRUE(context->analytics()->isWorking());
     EXPECT_EQ(orrenby::Streams::liveSubscriptionCount(),
-        16); // each of three to four streams as one; one to the tally
+        19); // three times five streams as one; one to the tally
 
     context->deactivate();
     EXPECT_FALSE(folder->isWorking());

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -137,6 +138,40 @@ TEST(ReportDecoding, QuotesNothingThatATerminalWouldObey)
 TEST(ReportDecoding, RefusesMalformedUTF8)
 {
     EXPECT_EQ(problemOf(reportTitled("\"\xC0\xAF\"")).substr(0, 14), "No valid JSON:");
+}
+
+TEST(ReportDecoding, TakesEachReportOfAListOnItsOwn)
+{
+    //! [Taking what can be read of a list]
+    const auto list = decodedReports(R"([
+        {"title": "Rope frayed", "place": "Quay", "observer": "Nils", "severity": "low"},
+        {"title": "Crane stuck", "place": "Quay", "observer": "Nils", "severity": "grave"},
+        7
+    ])")
+                          .unwrap();
+
+    EXPECT_EQ(list.reports,
+        (std::vector<std::optional<Report>>{
+            Report{"Rope frayed", "Quay", "Nils", Severity::low, {}}, std::nullopt, std::nullopt}));
+    EXPECT_EQ(list.problems,
+        (std::vector<std::string>{
+            "Index 1 > severity, line 3, column 83: No severity (low, medium or high) has the raw value \"grave\"",
+            "Index 2, line 4, column 9: Expected Dictionary<String, Any> but found a number"}));
+    //! [Taking what can be read of a list]
+}
+
+TEST(ReportDecoding, HasNothingToSayOfAListThatIsGood)
+{
+    EXPECT_EQ(decodedReports("[]").unwrap(), DecodedReports());
+    EXPECT_EQ(
+        decodedReports('[' + reportTitled("\"Rope\"") + ']').unwrap().problems, std::vector<std::string>());
+}
+
+TEST(ReportDecoding, RefusesWhatIsNoList)
+{
+    EXPECT_EQ(decodedReports("{}").error(), "line 1, column 1: Expected Array<Report> but found an object");
+    EXPECT_TRUE(decodedReports("[{").isFailure());
+    EXPECT_TRUE(decodedReports("").isFailure());
 }
 
 } // namespace

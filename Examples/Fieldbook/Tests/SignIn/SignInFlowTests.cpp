@@ -66,7 +66,21 @@ TEST_F(SignInFlowTest, ObeysNothingElse)
 {
     flow->obey("upload");
 
-    EXPECT_THAT(printed(), EndsWith("! nobody is signed in: sign in ADDRESS\n"));
+    EXPECT_THAT(printed(), EndsWith("! nobody is signed in: sign in ADDRESS, or guest\n"));
+}
+
+TEST_F(SignInFlowTest, SaysWhatToDoBeforeAnybodyAsks)
+{
+    EXPECT_THAT(printed(), EndsWith("= nobody is signed in: sign in ADDRESS, or guest\n"));
+}
+
+TEST_F(SignInFlowTest, LetsAGuestIn)
+{
+    const auto kept = flow;
+    kept->obey("guest");
+
+    EXPECT_EQ(session.user, std::nullopt);
+    EXPECT_EQ(signedInCount, 1);
 }
 
 TEST_F(SignInFlowTest, IsCountedAsAScreen) { EXPECT_EQ(session.screens.at("sign-in"), 1); }

@@ -15,11 +15,13 @@ TEST(Commands, AreReadAsTheyStand)
     EXPECT_EQ(parseCommand("fieldbook://report/4"), Command(Follow{"fieldbook://report/4"}));
     EXPECT_EQ(parseCommand("sign in ada@hut.example"), Command(SignIn{"ada@hut.example"}));
     EXPECT_EQ(parseCommand("sign in at the hut"), Command(SignIn{"at the hut"}));
+    EXPECT_EQ(parseCommand("guest"), Command(EnterAsGuest{}));
     EXPECT_EQ(parseCommand("sign out"), Command(SignOut{}));
     EXPECT_EQ(parseCommand("compose"), Command(Compose{}));
     EXPECT_EQ(parseCommand("settings"), Command(ShowSettings{}));
     EXPECT_EQ(parseCommand("samples 5 autumn"), Command(MakeSamples{{5, "autumn"}}));
     EXPECT_EQ(parseCommand("language de"), Command(Speak{orrenby::Locale("de")}));
+    EXPECT_EQ(parseCommand("refresh"), Command(Refresh{}));
     EXPECT_EQ(parseCommand("upload"), Command(Upload{}));
     EXPECT_EQ(parseCommand("end"), Command(End{}));
 }
