@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// Counts what a benchmark allocates. Included by one source of a program, because it replaces the global
-/// operators.
+/// Counts what a benchmark or a test allocates. Included by one source of a program, because it replaces the
+/// global operators.
 
 #include <cstddef>
 #include <cstdint>

@@ -31,6 +31,19 @@ Any nestedDictionaries(int levels, Any core)
     return core;
 }
 
+/// How many lists are around the innermost one, and that one. Lets go of one level after the other, because
+/// letting go of all at once takes stack.
+std::pair<int, Array> takeApart(Array list)
+{
+    int levels = 0;
+    while (list.size() == 1 && list[0].get<Array>() != nullptr) {
+        const Any inner = std::move(list[0]);
+        list = *inner.get<Array>();
+        ++levels;
+    }
+    return {levels, list};
+}
+
 /// Whether two values share what they hold.
 bool isShared(const Any& first, const Any& second)
 {
@@ -286,6 +299,17 @@ TEST(SafeDictionary, TakesWhatIsNestedTenThousandTimes)
     EXPECT_EQ(Any(result), nestedDictionaries(levels, Array{1}));
     EXPECT_THAT(
         safeDictionary(*nestedDictionaries(levels, NSNull{}).get<Dictionary>(), removingEmpty), IsEmpty());
+}
+
+TEST(SafeArray, NeedsNoStackForAMillionLevels)
+{
+    constexpr int levels = 1'000'000;
+    Array subject{nestedLists(levels, Array{1, NSNull{}})};
+
+    Array result = safeArray(subject);
+
+    EXPECT_EQ(takeApart(std::move(result)), std::pair(levels + 1, Array{1}));
+    EXPECT_EQ(takeApart(std::move(subject)), std::pair(levels + 1, Array{1, NSNull{}}));
 }
 
 TEST(SafeSet, RemovesNullMarkersAndWhatEndsUpEmpty)

@@ -1,8 +1,25 @@
 #include "Orrenby/Platform/Text/Trimming.hpp"
 
+#include "Orrenby/Platform/Text/PercentEncoding.hpp"
+#include <cstdlib>
 #include <gmock/gmock.h>
 
 using namespace orrenby;
+
+namespace {
+
+bool trimsAndEscapes()
+{
+    return trimmingCharacters("\t a\n", CharacterSet::whitespacesAndNewlines()) == "a"
+        && addingPercentEncoding(" ", CharacterSet::urlQueryAllowed()) == "%20";
+}
+
+/// Works when it goes away.
+struct WorksAtTheEnd {
+    ~WorksAtTheEnd() { std::_Exit(trimsAndEscapes() ? 7 : 8); }
+};
+
+} // namespace
 
 TEST(Trimming, CutsOffCharacters)
 {
@@ -36,3 +53,13 @@ TEST(Trimming, KeepsWhatIsNoUTF8)
 }
 
 TEST(Trimming, CutsNothingWithAnEmptySet) { EXPECT_EQ(trimmingCharacters(" a ", CharacterSet()), " a "); }
+
+TEST(TrimmingDeathTest, WorksWhileTheProcessEnds)
+{
+    EXPECT_EXIT(
+        {
+            static WorksAtTheEnd late; // made before the first use, so gone after what that one kept
+            std::exit(trimsAndEscapes() ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(7), "");
+}

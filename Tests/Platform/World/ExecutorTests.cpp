@@ -3,8 +3,10 @@
 #include "Orrenby/Platform/Objects/UniqueFunction.hpp"
 #include "Orrenby/Platform/World/Clock.hpp"
 #include "Orrenby/Platform/World/Signal.hpp"
+#include <algorithm>
 #include <array>
 #include <atomic>
+#include <cstdlib>
 #include <deque>
 #include <gmock/gmock.h>
 #include <limits>
@@ -37,6 +39,17 @@ private:
 Executor& executor() { return *Executor::system(); }
 
 double now() { return Clock::system()->monotonicSeconds(); }
+
+/// Those of this process, but for the one that watches over all others where that is built in.
+std::size_t threadCount()
+{
+#if defined(__SANITIZE_THREAD__)
+    constexpr std::size_t foreignCount = 1;
+#else
+    constexpr std::size_t foreignCount = 0;
+#endif
+    return ::testing::internal::GetThreadCount() - foreignCount;
+}
 
 } // namespace
 
@@ -97,6 +110,50 @@ TEST(Executor, RunsTwoJobsAtOnce)
     done[1].wait();
 
     EXPECT_TRUE(begun[0].isSignalled() && begun[1].isSignalled());
+}
+
+TEST(Executor, RunsNoMoreJobsAtOnceThanTheMachineHasProcessors)
+{
+    constexpr auto jobCount = 200;
+    auto done = Signal();
+    auto left = std::atomic(jobCount);
+    auto running = std::atomic(0U);
+    auto most = std::atomic(0U);
+    auto jobs = std::deque<TestJob>();
+    for (int count = 0; count < jobCount; ++count)
+        jobs.emplace_back([&] {
+            const auto others = running.fetch_add(1);
+            for (auto seen = most.load(); seen <= others && !most.compare_exchange_weak(seen, others + 1);) {}
+            for (int turn = 0; turn < 20; ++turn)
+                std::this_thread::yield();
+            --running;
+            if (--left == 0)
+                done.set();
+        });
+
+    for (auto& job : jobs)
+        executor().execute(job);
+    done.wait();
+
+    EXPECT_LE(most, std::max(2U, std::thread::hardware_concurrency()));
+}
+
+TEST(ExecutorDeathTest, StartsItsThreadsForTheFirstJob)
+{
+    const auto runAJob = [] {
+        auto done = Signal();
+        auto job = TestJob([&] { done.set(); });
+        executor().execute(job);
+        done.wait();
+    };
+
+    EXPECT_EXIT(
+        {
+            const auto before = threadCount();
+            runAJob();
+            std::_Exit(before == 1 && threadCount() > 1 ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
 }
 
 TEST(Executor, IsNotStarvedByJobsThatWaitForOthers)

@@ -193,6 +193,23 @@ TEST(AbstractContext, IsStillActiveWhileItsWorkersStop)
     EXPECT_THAT(worker->answers, ElementsAre(true, true));
 }
 
+TEST(AbstractContext, IsActiveUntilItsSubscriptionsAreGone)
+{
+    auto diary = Diary();
+    const auto numbers = Numbers();
+    const auto context = make<DiaryContext>(diary);
+    auto subscriber = std::shared_ptr<void>(nullptr, [&diary, context = context.get()](void*) {
+        diary.push_back(context->isActive() ? "gone while active" : "gone too late");
+    });
+    context->activate();
+    numbers.asPublisher().bind([subscriber = std::move(subscriber)](int) {}).store(*context);
+
+    context->deactivate();
+
+    EXPECT_THAT(diary, ElementsAre("context became active", "context resigns", "gone while active"));
+    EXPECT_FALSE(context->isActive());
+}
+
 TEST(AbstractContext, DeactivationCancelsItsSubscriptions)
 {
     auto diary = Diary();

@@ -181,6 +181,23 @@ TEST(AbstractWorker, StopCancelsEverySubscriptionAndKeepsNone)
     EXPECT_THAT(worker->cancellables(), IsEmpty());
 }
 
+TEST(AbstractWorker, WorksUntilItsSubscriptionsAreGone)
+{
+    auto diary = Diary();
+    const auto numbers = Numbers();
+    const auto worker = make<DiaryWorker>(diary);
+    auto subscriber = std::shared_ptr<void>(nullptr, [&diary, worker = worker.get()](void*) {
+        diary.push_back(worker->isWorking() ? "gone while it works" : "gone too late");
+    });
+    worker->start();
+    numbers.asPublisher().bind([subscriber = std::move(subscriber)](int) {}).store(*worker);
+
+    worker->stop();
+
+    EXPECT_THAT(diary, ElementsAre("worker started", "worker stops", "gone while it works"));
+    EXPECT_FALSE(worker->isWorking());
+}
+
 TEST(AbstractWorker, StartsAgainWithoutOldSubscriptions)
 {
     auto diary = Diary();

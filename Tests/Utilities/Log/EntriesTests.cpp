@@ -169,3 +169,18 @@ TEST_F(LogEntries, NeedNoHandler)
 
     EXPECT_EQ(evaluations, 0);
 }
+
+TEST_F(LogEntries, PrintNothingByThemselves)
+{
+    Log::onEvent(nullptr);
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+
+    logAtEveryLevel("text");
+    Log::critical("text");
+    Log::onEvent([](Log::Level, const Log::DeferredEvent& event) { event(); });
+    logAtEveryLevel("text");
+
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
