@@ -22,6 +22,8 @@
 namespace orrenby::inline ORRENBY_ABI {
 
 /// A literal, or none. An empty literal is a text.
+///
+/// A plain value. Not synchronised.
 class OptionalStaticText {
 public:
     /// None.

@@ -34,6 +34,8 @@ struct SaltedHashPieces {
 ORRENBY_EXPORT std::optional<std::string> saltedHash(std::string_view text);
 
 /// The pieces of `saltedHash`, for the whole process.
+///
+/// Not synchronised: they are set at the application's start, and read by any number of threads from then on.
 class ORRENBY_EXPORT SaltedHash {
 public:
     SaltedHash() = delete;

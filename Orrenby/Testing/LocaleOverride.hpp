@@ -21,8 +21,8 @@ struct LocaleOverrideOptions {
 ///
 /// @snippet Tests/Testing/LocaleOverrideTests.cpp Dates in German
 ///
-/// Several nest like the scopes they stand in, worlds of tests among them. Threads that read the locale must
-/// have started after it and be done before it ends.
+/// Several nest like the scopes they stand in, worlds of tests among them. Not synchronised: threads that
+/// read the locale must have started after it and be done before it ends.
 class ORRENBY_EXPORT LocaleOverride {
 public:
     /// Throws `std::invalid_argument` for a zone that is not in the tables.

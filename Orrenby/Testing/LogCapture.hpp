@@ -29,8 +29,8 @@ struct LogCaptureOptions {
 ///
 /// @snippet Tests/Testing/LogCaptureTests.cpp Capturing the log
 ///
-/// Several nest like the scopes they stand in; the innermost gets the entries. It may be read while others
-/// log. Threads that log must be done before it ends, or start after it.
+/// Several nest like the scopes they stand in; the innermost gets the entries. Safe to use from several
+/// threads, also while others log. Those that log must be done before it ends, or start after it.
 class ORRENBY_EXPORT LogCapture {
 public:
     /// What an entry consists of, and a critical error.

@@ -14,6 +14,8 @@
 namespace orrenby::inline ORRENBY_ABI::testing {
 
 /// Says what is wrong with a line of marbles, and where.
+///
+/// Never changes once it is made. Not synchronised.
 class ORRENBY_EXPORT MarbleError : public std::exception {
 public:
     /// @param position  Of the character, counted from 0, spaces included.
@@ -32,6 +34,8 @@ private:
 };
 
 /// What happens in one frame: an element, or the end.
+///
+/// A plain value. Not synchronised.
 struct MarbleEvent {
     int frame = 0; ///< Counted from 0.
     /// A letter, a digit, `#`, or `|` for the end.

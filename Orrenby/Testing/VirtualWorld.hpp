@@ -56,7 +56,8 @@ struct VirtualWorldOptions {
 /// **Its end.** What is still pending in queues and in the thread's run loop is dropped, not run: the test's
 /// own variables may be gone already. Timers of the loop become invalid.
 ///
-/// Real threads may hand over work; it runs on the world's thread. Other calls come from that thread only.
+/// Real threads may hand over work; it runs on the world's thread. Not synchronised otherwise: all other
+/// calls come from that thread.
 class ORRENBY_EXPORT VirtualWorld {
 public:
     /// The rest, such as the main bundle, is taken from the current world.

@@ -31,6 +31,8 @@ struct OutboxAddition {
 };
 
 /// How many requests are in an outbox.
+///
+/// A plain value. Not synchronised.
 struct OutboxCounts {
     std::size_t pending = 0; ///< Waiting, due or not.
     std::size_t sending = 0; ///< An attempt is going on.

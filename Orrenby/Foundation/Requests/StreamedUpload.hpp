@@ -17,6 +17,8 @@
 namespace orrenby::inline ORRENBY_ABI {
 
 /// A file and the media type of its content: what `HTTPBodyFormDataPart` is for bytes in memory.
+///
+/// A plain value. Not synchronised.
 struct HTTPBodyFile {
     std::string path = {};     ///< Where it lies.
     std::string mimetype = {}; ///< As it is written in the part's head: `image/jpeg`.

@@ -12,6 +12,8 @@
 namespace orrenby::inline ORRENBY_ABI {
 
 /// Stands where a list or a dictionary holds "no value". It has one value, and prints `<null>`.
+///
+/// A plain value without content. Safe to use from several threads.
 struct NSNull {
     static constexpr std::string_view printedTypeName = "NSNull";
 

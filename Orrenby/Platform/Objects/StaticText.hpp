@@ -12,7 +12,7 @@ namespace orrenby::inline ORRENBY_ABI {
 /// Text that is written in the source: a literal or a static array. It ends at its first NUL.
 ///
 /// Run-time text does not compile, so what is logged as an event of its own can be grouped by its text, and a
-/// pointer to it never dangles. A plain value of two words.
+/// pointer to it never dangles. A plain value of two words. Not synchronised.
 class StaticText {
 public:
     /// A literal or an array with static lifetime; anything else does not compile. Ends at the first NUL.

@@ -11,7 +11,8 @@ namespace orrenby::inline ORRENBY_ABI {
 
 /// The place of a call that attaches, subscribes or schedules.
 ///
-/// In the diagnostic build this is a `CallSite`; otherwise it is an empty class that costs no instruction.
+/// In the diagnostic build this is a `CallSite`; otherwise it is an empty class that costs no instruction. A
+/// plain value. Not synchronised.
 #ifdef ORRENBY_DIAGNOSTICS
 class TraceSite : public CallSite {
 public:

@@ -35,6 +35,9 @@ struct KeyValueChange {
 /// Receives the changes that it registered for, see `ObservableObject::addObserver`.
 ///
 /// Held by `Ref`; registrations refer to it weakly and vanish with it.
+///
+/// Not synchronised: one that observes values that several threads change is called by all of them, perhaps
+/// at the same time.
 class ORRENBY_EXPORT KeyValueObserver {
 public:
     virtual ~KeyValueObserver();

@@ -35,6 +35,8 @@ struct RegularExpressionOptions {
 };
 
 /// What one match covers.
+///
+/// A plain value. Not synchronised.
 class ORRENBY_EXPORT RegularExpressionMatch {
 public:
     /// Made by `RegularExpression`. The first group is all of the match.

@@ -12,6 +12,9 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// It lives where its owner puts it, so handing it over allocates nothing. The owner keeps it alive until it
 /// has run; an executor does not touch it once `run()` was called.
+///
+/// Not synchronised: from the handing over until `run()` or `discard()` only whoever holds it touches it,
+/// otherwise only its owner does.
 class ORRENBY_EXPORT Job {
 public:
     Job(const Job&) = delete;
@@ -35,6 +38,9 @@ protected:
 };
 
 /// What a thread blocks on. Implemented by whoever has something to wait for.
+///
+/// Not synchronised: only the thread that waits makes these calls. How other threads signal is up to whoever
+/// implements it.
 class ORRENBY_EXPORT Waiter {
 public:
     /// Whether what is waited for has come.

@@ -25,8 +25,8 @@ class UUIDSource;
 ///
 /// @snippet Tests/Platform/World/WorldTests.cpp Replacing a source
 ///
-/// A value of shared sources. Safe to read from several threads; see `setCurrent` and `Override` for when to
-/// replace the current one.
+/// A value of shared sources. Not synchronised, but any number of threads may read one that nobody changes;
+/// see `setCurrent` and `Override` for when to replace the current one.
 class ORRENBY_EXPORT World {
 public:
     /// The platform's own sources, version 13.0.0, a main bundle without identifier, and the locale and the

@@ -19,6 +19,8 @@
 namespace orrenby::inline ORRENBY_ABI {
 
 /// A value was encoded as something other than a JSON object, so that it has no dictionary.
+///
+/// A plain value without content. Not synchronised.
 class ORRENBY_EXPORT InvalidJSONTypeError final : public GlobalError<InvalidJSONTypeError> {
 public:
     /// Always 1: there is one kind.

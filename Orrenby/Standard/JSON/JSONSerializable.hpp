@@ -43,6 +43,8 @@ concept ReflectedAsJSON = isJSONSerializable<T>;
 /// derives from it and has properties of its own.
 ///
 /// @snippet Tests/Standard/JSON/JSONReflectionTests.cpp Objects seen as their base class
+///
+/// Without state. Not synchronised.
 class ORRENBY_EXPORT JSONSerializableObject : public JSONSerializable {
 public:
     virtual ~JSONSerializableObject();

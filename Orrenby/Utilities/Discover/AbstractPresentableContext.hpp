@@ -16,6 +16,8 @@ namespace orrenby::inline ORRENBY_ABI {
 ///
 /// In everything else an `AbstractContext`. The presentable outlives the end of the context: hooks and
 /// destructors of a subclass still find it.
+///
+/// Not synchronised. Use from the main thread.
 template <class Analytics, class Presentable>
 class AbstractPresentableContext : public AbstractContext<Analytics> {
 public:

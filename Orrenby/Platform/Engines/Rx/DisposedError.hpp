@@ -8,6 +8,8 @@
 namespace orrenby::inline ORRENBY_ABI::StreamsRx {
 
 /// The subject was disposed, so it has no value any more.
+///
+/// A plain value without content. Not synchronised.
 class ORRENBY_EXPORT DisposedError final : public CustomNSError<DisposedError> {
 public:
     DisposedError() noexcept;

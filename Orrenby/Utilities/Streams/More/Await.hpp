@@ -17,6 +17,8 @@
 namespace orrenby::inline ORRENBY_ABI::Streams {
 
 /// Thrown by `co_await publisher` when the stream has ended without an element.
+///
+/// A plain value without content. Not synchronised.
 class ORRENBY_EXPORT StreamEndedError final : public Error {
 public:
     ~StreamEndedError() override;
