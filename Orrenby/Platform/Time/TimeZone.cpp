@@ -22,6 +22,14 @@ std::string nameOf(const icu::TimeZone& zone)
     return zone.getID(id).toUTF8String(name);
 }
 
+/// ICU takes a sign inside of an offset ("GMT+-2:00") for a part of the number, and gives the zone a name in
+/// which something stands where digits should, and which names no zone.
+bool isGarbled(std::string_view name)
+{
+    const bool isOffset = name.starts_with("GMT+") || name.starts_with("GMT-");
+    return isOffset && name.find_first_not_of("0123456789:", 4) != std::string_view::npos;
+}
+
 /// What `date` is to ICU, which cannot tell offsets where there is no moment.
 double momentOf(Date date)
 {
@@ -49,7 +57,8 @@ std::optional<TimeZone> TimeZone::fromName(std::string_view name)
 {
     std::unique_ptr<const icu::TimeZone> zone(
         icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
-    if (nameOf(*zone) == UCAL_UNKNOWN_ZONE_ID)
+    const auto found = nameOf(*zone);
+    if (found == UCAL_UNKNOWN_ZONE_ID || isGarbled(found))
         return std::nullopt;
     return TimeZone(std::make_shared<const Contents>(std::move(zone)));
 }

@@ -93,6 +93,12 @@ TEST(TimeZone, IsNoneForUnknownNames)
         EXPECT_EQ(TimeZone::fromName(name), std::nullopt) << name;
 }
 
+TEST(TimeZone, IsNoneForOffsetsWithASecondSign)
+{
+    for (const auto* name : {"GMT+-2:00", "GMT--2", "GMT+02:-5", "GMT+2:00:-1", "GMT++2"})
+        EXPECT_EQ(TimeZone::fromName(name), std::nullopt) << name;
+}
+
 TEST(TimeZone, IsThatOfTheCurrentWorld)
 {
     //! [Choosing a zone]
