@@ -156,6 +156,18 @@ TEST(Any, GivesIntegersInEveryWidthThatTheyFit)
     EXPECT_EQ(*Any(7).get<std::int64_t>(), 7);
 }
 
+TEST(Any, GivesEachNumberAsItsOwnKindOnly)
+{
+    EXPECT_EQ(Any(1.5F).cast<float>(), 1.5F);
+    EXPECT_EQ(Any(1.5F).cast<double>(), std::nullopt);
+    EXPECT_EQ(Any(1.5).cast<double>(), 1.5);
+    EXPECT_EQ(Any(1.5).cast<float>(), std::nullopt);
+    EXPECT_EQ(Any(1.0F).cast<int>(), std::nullopt);
+    EXPECT_EQ(Any(1.0).cast<std::int64_t>(), std::nullopt);
+    EXPECT_EQ(Any("1").cast<std::uint64_t>(), std::nullopt);
+    EXPECT_EQ(Any(Date(1)).cast<double>(), std::nullopt);
+}
+
 TEST(Any, LosesNoLargeUnsignedInteger)
 {
     constexpr auto largest = std::numeric_limits<std::uint64_t>::max();
@@ -428,13 +440,33 @@ TEST(Any, NamesTheTypeOfItsContent)
 TEST(Any, TellsTheTypeOfItsContent)
 {
     EXPECT_TRUE(Any().type() == typeid(void));
+    EXPECT_TRUE(Any(true).type() == typeid(bool));
     EXPECT_TRUE(Any(1).type() == typeid(std::int64_t));
+    EXPECT_TRUE(Any(std::uint64_t(1) << 63).type() == typeid(std::uint64_t));
+    EXPECT_TRUE(Any(1.0F).type() == typeid(float));
+    EXPECT_TRUE(Any(1.0).type() == typeid(double));
+    EXPECT_TRUE(Any(Date(5)).type() == typeid(Date));
+    EXPECT_TRUE(Any(Data()).type() == typeid(Data));
     EXPECT_TRUE(Any("a").type() == typeid(std::string));
     EXPECT_TRUE(Any(Array()).type() == typeid(Array));
 }
 
+TEST(Any, HashesAsTheValueInside)
+{
+    EXPECT_EQ(Any().hash(), 0U);
+    EXPECT_EQ(Any(true).hash(), Any(true).hash());
+    EXPECT_NE(Any(true).hash(), Any(false).hash());
+    EXPECT_EQ(Any(-7).hash(), std::hash<std::int64_t>{}(-7));
+    EXPECT_EQ(Any(2.5F).hash(), std::hash<float>{}(2.5F));
+    EXPECT_EQ(Any(2.5).hash(), std::hash<double>{}(2.5));
+    EXPECT_EQ(Any(Date(5)).hash(), std::hash<Date>{}(Date(5)));
+    EXPECT_EQ(Any("ab").hash(), std::hash<std::string>{}("ab"));
+    EXPECT_EQ(Any(app::Point{3}).hash(), std::hash<app::Point>{}(app::Point{3}));
+}
+
 TEST(Any, HashesEqualValuesAlike)
 {
+    EXPECT_EQ(Any(0.0F).hash(), Any(-0.0F).hash());
     EXPECT_EQ(Any(0.0), Any(-0.0));
     EXPECT_EQ(Any(0.0).hash(), Any(-0.0).hash());
     EXPECT_EQ(Any(Array{1, "a"}).hash(), Any(Array{1, "a"}).hash());

@@ -304,6 +304,19 @@ TEST(RegularExpressionError, TellsOfATemplateWithoutItsGroup)
     EXPECT_EQ(letter.tryReplacingMatches("b", "$2").value(), "b"); // read only where it is needed
 }
 
+TEST(RegularExpressionError, SaysWhatHappened)
+{
+    const auto said = [](Kind kind) {
+        return RegularExpressionError(kind, 3, "U_ILLEGAL_ARGUMENT_ERROR").description();
+    };
+
+    EXPECT_EQ(said(Kind::InvalidPattern), "Invalid pattern at UTF-16 unit 3 (U_ILLEGAL_ARGUMENT_ERROR)");
+    EXPECT_EQ(said(Kind::TimeLimitExceeded), "Matching took too long");
+    EXPECT_EQ(said(Kind::TooDeep), "Matching needed too much memory");
+    EXPECT_EQ(said(Kind::InvalidTemplate), "Invalid template (U_ILLEGAL_ARGUMENT_ERROR)");
+    EXPECT_EQ(said(Kind::Failed), "Matching failed (U_ILLEGAL_ARGUMENT_ERROR)");
+}
+
 TEST(RegularExpressionError, IsAPlatformErrorObject)
 {
     const auto object = patternError("a(b")->nsError();

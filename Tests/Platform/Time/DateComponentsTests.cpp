@@ -2,8 +2,11 @@
 
 #include "Orrenby/Platform/Objects/Describe.hpp"
 #include <gmock/gmock.h>
+#include <string>
+#include <vector>
 
 using namespace orrenby;
+using ::testing::ElementsAre;
 
 TEST(DateComponents, PrintWhatIsPresent)
 {
@@ -40,9 +43,24 @@ TEST(DateComponents, CompareMissingUnitsToo)
     EXPECT_NE((DateComponents{.day = 1}), (DateComponents{.day = 1, .hour = 0}));
 }
 
+TEST(DateComponents, PrintThatAMonthIsNoLeapMonth)
+{
+    EXPECT_EQ(describe(DateComponents{.month = 2, .isLeapMonth = false}), "month: 2, isLeapMonth: false");
+}
+
 TEST(CalendarUnit, HasAName)
 {
-    EXPECT_EQ(describe(CalendarUnit::Era), "Era");
-    EXPECT_EQ(describe(CalendarUnit::YearForWeekOfYear), "YearForWeekOfYear");
+    std::vector<std::string> names;
+    for (auto unit = 0; unit <= static_cast<int>(CalendarUnit::DayOfYear); ++unit)
+        names.push_back(describe(static_cast<CalendarUnit>(unit)));
+
+    EXPECT_THAT(names,
+        ElementsAre("Era", "Year", "Month", "Day", "Hour", "Minute", "Second", "Millisecond", "Weekday",
+            "WeekOfMonth", "WeekOfYear", "YearForWeekOfYear", "DayOfYear"));
+}
+
+TEST(CalendarUnit, PrintsItsNumberWhereItIsNone)
+{
+    EXPECT_EQ(describe(CalendarUnit{13}), "CalendarUnit(13)");
     EXPECT_EQ(describe(CalendarUnit{200}), "CalendarUnit(200)");
 }
