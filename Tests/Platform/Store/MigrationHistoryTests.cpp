@@ -214,3 +214,20 @@ TEST(MigrationMapping, DescribesItself)
         "Memo was Note\nMemo.body was text\nCompany is dropped\nMemo.age is dropped\nMemo is changed\n");
     EXPECT_EQ(MigrationMapping().description(), "");
 }
+
+TEST(MigrationMapping, CopiesGoTheirOwnWays)
+{
+    MigrationMapping first;
+    first.renameEntity("Note", "Memo");
+    auto second = first;
+    second.dropEntity("Company");
+    MigrationMapping third;
+    third.dropKey("Memo", "age");
+
+    third = first;
+    first.dropKey("Memo", "text");
+
+    EXPECT_EQ(first.description(), "Memo was Note\nMemo.text is dropped\n");
+    EXPECT_EQ(second.description(), "Memo was Note\nCompany is dropped\n");
+    EXPECT_EQ(third.description(), "Memo was Note\n");
+}

@@ -113,3 +113,36 @@ TEST(NSManagedObjectContext, DeletesWhatIsInTheWayTogetherWithIt)
 
     EXPECT_THAT(context->fetch({.entity = "Company"}), IsEmpty());
 }
+
+TEST(NSManagedObjectContext, DeniesDeletionsOfWhatLeadsToOneObject)
+{
+    const auto model = NSManagedObjectModel::make(1,
+        {{.name = "Leaf",
+             .relationships = {{.name = "tree", .destination = "Tree", .deleteRule = DeleteRule::Deny}}},
+            {.name = "Tree"}});
+    const auto first = make<NSManagedObjectContext>(PersistentStore::open(model));
+    const auto saved = first->insert("Leaf");
+    saved->setObject("tree", first->insert("Tree"));
+    first->save();
+    const auto context = make<NSManagedObjectContext>(first->persistentStore());
+    const auto leaf = context->object(saved->objectID());
+
+    context->delete_(leaf);
+    const auto outcome = context->trySave();
+    EXPECT_EQ(outcome.error()->kind(), Kind::DeleteDenied);
+    EXPECT_EQ(outcome.error()->context().key, "tree");
+
+    context->delete_(context->fetch({.entity = "Tree"}).at(0));
+    context->save();
+    EXPECT_THAT(context->fetch({.entity = "Leaf"}), IsEmpty());
+    EXPECT_THAT(context->fetch({.entity = "Tree"}), IsEmpty());
+}
+
+TEST(NSManagedObjectContext, WhatIsDeletedButNotSavedDoesNotExist)
+{
+    const auto [context, company, a, b] = savedTeam();
+
+    context->delete_(a);
+
+    EXPECT_THAT(context->existingObject(a->objectID()), IsNull());
+}

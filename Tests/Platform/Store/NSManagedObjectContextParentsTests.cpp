@@ -54,6 +54,23 @@ TEST(NSManagedObjectContext, AChildReadsWhatItsParentHolds)
     EXPECT_THAT(unsaved->friends.get(), IsEmpty());
 }
 
+TEST(NSManagedObjectContext, AChildDeletesWhatItsParentNeverSaved)
+{
+    const auto parent = peopleContext();
+    const auto a = insertPerson(parent, "a");
+    insertPerson(parent, "b");
+    const auto child = make<NSManagedObjectContext>(parent);
+
+    child->delete_(child->fetch<Person>(peopleByName()).at(0));
+    child->save();
+
+    EXPECT_TRUE(a->isDeleted());
+    EXPECT_THAT(parent->deletedObjects(), IsEmpty());
+    EXPECT_THAT(namesOf(parent->fetch<Person>(peopleByName())), ElementsAre("b"));
+    parent->save();
+    EXPECT_THAT(storedNames(parent->persistentStore()), ElementsAre("b"));
+}
+
 TEST(NSManagedObjectContext, AChildWhoseParentChangedTheSameGetsAConflict)
 {
     const auto parent = peopleContext();

@@ -240,6 +240,31 @@ TEST(NSManagedObjectContext, KeepsWhatItsUserLaysDown)
     EXPECT_EQ(context->userInfo(), Dictionary({{"key", 1}}));
 }
 
+TEST(NSManagedObjectContext, RefusesToSaveWithoutARelationshipThatIsNotOptional)
+{
+    const auto model = NSManagedObjectModel::make(1,
+        {{.name = "Leaf", .relationships = {{.name = "tree", .destination = "Tree", .isOptional = false}}},
+            {.name = "Tree"}});
+    const auto context = make<NSManagedObjectContext>(PersistentStore::open(model));
+    const auto leaf = context->insert("Leaf");
+
+    const auto outcome = context->trySave();
+    EXPECT_EQ(outcome.error()->kind(), Kind::InvalidValue);
+    EXPECT_EQ(outcome.error()->context().key, "tree");
+
+    leaf->setObject("tree", context->insert("Tree"));
+    context->save();
+    EXPECT_EQ(context->fetch({.entity = "Leaf"}), std::vector{leaf});
+}
+
+TEST(NSManagedObjectContextDeathTest, NeedsAStoreOrAParent)
+{
+    EXPECT_DEATH(static_cast<void>(make<NSManagedObjectContext>(Ref<PersistentStore>())),
+        "A context has a store or a parent: file Platform/NSManagedObjectContext");
+    EXPECT_DEATH(static_cast<void>(make<NSManagedObjectContext>(Ref<NSManagedObjectContext>())),
+        "A context has a store or a parent: file Platform/NSManagedObjectContext");
+}
+
 TEST(NSManagedObjectContextDeathTest, RefusesWhatIsNotItsOwn)
 {
     const auto context = peopleContext();
@@ -250,6 +275,9 @@ TEST(NSManagedObjectContextDeathTest, RefusesWhatIsNotItsOwn)
     EXPECT_DEATH(
         static_cast<void>(make<NSManagedObject>(NSEntityDescription::make({.name = "Person"}), context)),
         "is not of the store's model");
+    EXPECT_DEATH(context->refresh(nullptr, false), "Only objects of the context can be refreshed");
+    EXPECT_DEATH(context->refresh(insertPerson(peopleContext(), "a"), false),
+        "Only objects of the context can be refreshed");
     EXPECT_DEATH(
         context->delete_(insertPerson(peopleContext(), "a")), "Only objects of the context can be deleted");
     EXPECT_DEATH(

@@ -232,6 +232,83 @@ TEST(NSManagedObject, ItsNameIsTemporaryUntilItIsSaved)
         make<NSManagedObjectContext>(context)->object(person->objectID())->objectID(), person->objectID());
 }
 
+TEST(NSManagedObject, TakesRelatedObjectsUnderTheirNames)
+{
+    const auto context = peopleContext();
+    const auto company = context->insert<Company>("Company");
+    const auto person = insertPerson(context, "Eva");
+
+    person->setValue("employer", Ref<NSManagedObject>(company));
+    EXPECT_EQ(person->employer.get(), company);
+    EXPECT_THAT(company->staff.get(), ElementsAre(person));
+
+    person->setValue("employer", nullptr);
+    EXPECT_EQ(person->employer.get(), nullptr);
+    EXPECT_EQ(person->value("employer"), Any());
+}
+
+TEST(NSManagedObject, ReadsTheOtherEndOfARelationshipBeforeItChangesIt)
+{
+    const auto [saved, company, a, b] = savedTeam();
+    a->spouse = b;
+    saved->save();
+    const auto context = make<NSManagedObjectContext>(saved->persistentStore());
+    const auto fault = context->object<Person>(b->objectID());
+
+    context->object<Person>(a->objectID())->spouse = nullptr;
+    EXPECT_EQ(fault->spouse.get(), nullptr);
+    EXPECT_EQ(fault->name.get(), "b");
+
+    const auto other = make<NSManagedObjectContext>(saved->persistentStore());
+    const auto c = insertPerson(other, "c");
+    c->spouse = other->object<Person>(a->objectID());
+    EXPECT_EQ(other->object<Person>(b->objectID())->spouse.get(), nullptr);
+    EXPECT_EQ(other->object<Person>(a->objectID())->spouse.get(), c);
+    other->save();
+    EXPECT_EQ(make<NSManagedObjectContext>(saved->persistentStore())
+                  ->object<Person>(a->objectID())
+                  ->spouse.get()
+                  ->name.get(),
+        "c");
+}
+
+TEST(NSManagedObject, JoinsAndLeavesASetBeforeItIsRead)
+{
+    const auto [saved, company, a, b] = savedTeam();
+    const auto context = make<NSManagedObjectContext>(saved->persistentStore());
+    const auto firm = context->object<Company>(company->objectID());
+    const auto leaving = context->object<Person>(a->objectID());
+    const auto joining = context->object<Person>(b->objectID());
+
+    firm->staff.erase(leaving);
+    firm->staff.insert(joining);
+    EXPECT_THAT(firm->staff.get(), ElementsAre(joining));
+    EXPECT_EQ(leaving->employer.get(), nullptr);
+
+    context->save();
+    const auto after = make<NSManagedObjectContext>(saved->persistentStore());
+    EXPECT_EQ(
+        namesOf(after->object<Company>(company->objectID())->staff.get()), std::vector<std::string>{"b"});
+}
+
+TEST(NSManagedObject, StaysUnchangedWhenItIsTiedToWhatItIsTiedToAlready)
+{
+    const auto [context, company, a, b] = savedTeam();
+
+    a->employer = company;
+    company->staff.insert(a);
+    company->staff.erase(b);
+    b->employer = nullptr;
+
+    EXPECT_FALSE(context->hasChanges());
+}
+
+TEST(NSManagedObjectDeathTest, NeedsAnEntity)
+{
+    EXPECT_DEATH(static_cast<void>(make<NSManagedObject>(nullptr, nullptr)),
+        "A stored object has an entity: file Platform/NSManagedObject");
+}
+
 TEST(NSManagedObjectDeathTest, RefusesWhatDoesNotFitItsEntity)
 {
     const auto context = peopleContext();

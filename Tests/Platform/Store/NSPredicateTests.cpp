@@ -63,7 +63,9 @@ TEST(NSPredicate, ThatSaysNothingIsFulfilledByEverything)
 {
     EXPECT_THAT(found(NSPredicate()), ElementsAre("Eva", "Ada", "Bob"));
     EXPECT_EQ(NSPredicate(), NSPredicate::make("truepredicate"));
+    EXPECT_THAT(found("TRUEPREDICATE"), ElementsAre("Eva", "Ada", "Bob"));
     EXPECT_THAT(found("FALSEPREDICATE"), IsEmpty());
+    EXPECT_THAT(found("NOT FALSEPREDICATE AND age = 30"), ElementsAre("Eva"));
 }
 
 TEST(NSPredicate, ComparesInEverySpelling)
@@ -71,6 +73,11 @@ TEST(NSPredicate, ComparesInEverySpelling)
     EXPECT_THAT(found("age = 30"), ElementsAre("Eva"));
     EXPECT_THAT(found("age == 30"), ElementsAre("Eva"));
     EXPECT_THAT(found("30 < age"), ElementsAre("Ada"));
+    EXPECT_THAT(found("30 <= age"), ElementsAre("Eva", "Ada"));
+    EXPECT_THAT(found("40 > age"), ElementsAre("Eva"));
+    EXPECT_THAT(found("40 >= age"), ElementsAre("Eva", "Ada"));
+    EXPECT_THAT(found("30 = age"), ElementsAre("Eva"));
+    EXPECT_THAT(found("30 != age"), ElementsAre("Ada", "Bob"));
     EXPECT_THAT(found("age => 30"), ElementsAre("Eva", "Ada"));
     EXPECT_THAT(found("age =< 30"), ElementsAre("Eva"));
     EXPECT_THAT(found("age <> 30 && name != \"Bob\""), ElementsAre("Ada"));
@@ -298,6 +305,14 @@ TEST(NSPredicate, ValuesAreNeverReadAsText)
     EXPECT_THAT(found("name = %@", {forged}), IsEmpty());
     EXPECT_THAT(found("name != %@", {forged}), ElementsAre("Eva", "Ada", "Bob"));
     EXPECT_THAT(found("name = \"\\\" OR 1 = 1 --\""), IsEmpty());
+}
+
+TEST(NSPredicate, ComparesIntegersWithNumbersBeyondThemAll)
+{
+    EXPECT_THAT(found("age > -1e300"), ElementsAre("Eva", "Ada"));
+    EXPECT_THAT(found("age < 1e300"), ElementsAre("Eva", "Ada"));
+    EXPECT_THAT(found("age < -1e300 OR age > 1e300"), IsEmpty());
+    EXPECT_THAT(found("age > 29.5 AND age < 30.5"), ElementsAre("Eva"));
 }
 
 TEST(NSPredicate, FetchesWithTheLargestThatThereAre)

@@ -48,6 +48,8 @@ TEST(NSPredicate, NamesTheByteThatIsWrong)
     EXPECT_THAT(wrongByte("age IN 3"), Optional(7u));
     EXPECT_THAT(wrongByte("age IN {name}"), Optional(8u));
     EXPECT_THAT(wrongByte("name LIKE[d] 'x'"), Optional(10u));
+    EXPECT_THAT(wrongByte("name LIKE[c 'x'"), Optional(11u));
+    EXPECT_THAT(wrongByte("SELF. = 1"), Optional(5u));
     EXPECT_THAT(wrongByte("employer. name = 'x'"), Optional(9u));
     EXPECT_THAT(wrongByte("3 = 3"), Optional(0u));
     EXPECT_THAT(wrongByte("'a' LIKE name"), Optional(0u));
@@ -82,12 +84,46 @@ TEST(NSPredicate, HasLimits)
     EXPECT_THAT(wrongByte("age = 0" + repeated(" OR age = 1", 9'999)), std::nullopt);
     EXPECT_FALSE(NSPredicate::tryMake("age = 0" + repeated(" OR age = 1", 10'000)).isSuccess());
     EXPECT_FALSE(NSPredicate::tryMake("age IN %@", {std::vector<int>(30'001)}).isSuccess());
+    EXPECT_THAT(wrongByte("age IN {0" + repeated(",1", 29'999) + "}"), std::nullopt);
+    EXPECT_THAT(wrongByte("age IN {0" + repeated(",1", 30'000) + "}"), Optional(60'009u));
+    const PredicateKey age("age");
+    EXPECT_THAT(failureOf([&] { age.in(std::vector<Any>(30'001, 1)); }), Optional(Kind::InvalidPredicate));
+    const auto manyValues = age.in(std::vector<Any>(15'001, 1));
+    EXPECT_THAT(failureOf([&] { manyValues&& manyValues; }), Optional(Kind::InvalidPredicate));
+    const auto manyComparisons = NSPredicate::make("age = 0" + repeated(" OR age = 1", 5'000));
+    EXPECT_THAT(failureOf([&] { manyComparisons || manyComparisons; }), Optional(Kind::InvalidPredicate));
     auto nested = NSPredicate::make("age = 1");
     for (int depth = 1; depth < 100; ++depth)
         nested = !nested;
     EXPECT_THAT(failureOf([&] { !nested; }), Optional(Kind::InvalidPredicate));
     EXPECT_THAT(wrongByte(repeated("!", 98) + "ALL friends.age = 1"), std::nullopt);
     EXPECT_THAT(wrongByte(repeated("!", 99) + "ALL friends.age = 1"), Optional(0u));
+}
+
+TEST(NSPredicate, ReadsSelfBeforeAKeyAsTheKeyAlone)
+{
+    EXPECT_EQ(NSPredicate::make("SELF.employer.name = 'Acme'"), NSPredicate::make("employer.name = 'Acme'"));
+    EXPECT_EQ(NSPredicate::make("%K = %@", {"SELF", Any()}), NSPredicate::make("SELF = nil"));
+    EXPECT_EQ(PredicateKey("self") == Any(), NSPredicate::make("SELF = nil"));
+    EXPECT_EQ(PredicateKey("") == Any(), NSPredicate::make("SELF = nil"));
+}
+
+TEST(NSPredicate, PrintsWhatIsAlwaysAndWhatIsNeverFulfilled)
+{
+    EXPECT_EQ(NSPredicate().description(), "TRUEPREDICATE");
+    EXPECT_EQ(NSPredicate::make("falsepredicate OR NOT truepredicate").description(),
+        "FALSEPREDICATE OR NOT TRUEPREDICATE");
+}
+
+TEST(NSPredicate, PrintsAKeyOnEitherSide)
+{
+    EXPECT_EQ(NSPredicate::make("age >= spouse.age").description(), "age >= spouse.age");
+}
+
+TEST(NSPredicate, PrintsValuesThatHaveNoSpellingInBrackets)
+{
+    EXPECT_EQ(NSPredicate::make("born < %@", {Date(0)}).description(), "born < <1970-01-01 00:00:00 +0000>");
+    EXPECT_EQ(NSPredicate::make("photo = %@", {Any(dataFromText("ab"))}).description(), "photo = <2 bytes>");
 }
 
 TEST(NSPredicate, PrintsWhatItReads)

@@ -350,3 +350,48 @@ TEST(StoreMigration, HasNothingToDoWithoutAFile)
     EXPECT_FALSE(std::filesystem::exists(folder.file("store")));
     EXPECT_EQ(migrateStore({}, savedFile(folder)), MigrationReport());
 }
+
+TEST(StoreMigration, NeedsAFileOfTheVeryModelsThatItsStepsTellOf)
+{
+    const TemporaryFolder folder;
+    const auto settings = savedFile(folder);
+    const auto otherFirst = NSManagedObjectModel::make(
+        1, {{.name = "Person", .attributes = {{.name = "other"}}}});
+    const auto otherSecond = NSManagedObjectModel::make(
+        2, {{.name = "Person", .attributes = {{.name = "other"}}}});
+    const auto keepAll = [](MigrationMapping&) {};
+
+    EXPECT_THAT(failureOf([&] {
+        migrateStore({{.from = otherFirst, .to = otherSecond, .mapping = keepAll}}, settings);
+    }),
+        Optional(Kind::SchemaMismatch));
+    EXPECT_TRUE(opens(firstModel(), settings));
+
+    const StoreSettings later{.path = folder.file("later")};
+    ASSERT_TRUE(opens(otherSecond, later));
+    EXPECT_THAT(failureOf([&] { migrateStore({firstStep()}, later); }), Optional(Kind::SchemaMismatch));
+    EXPECT_TRUE(opens(otherSecond, later));
+}
+
+TEST(StoreMigration, RefusesObjectsWithoutARelationshipThatIsNoLongerOptional)
+{
+    const TemporaryFolder folder;
+    const StoreSettings settings{.path = folder.file("store")};
+    const auto model = [](std::int64_t version, bool isOptional) {
+        return NSManagedObjectModel::make(version,
+            {{.name = "Leaf",
+                 .relationships = {{.name = "tree", .destination = "Tree", .isOptional = isOptional}}},
+                {.name = "Tree"}});
+    };
+    const MigrationStep step{
+        .from = model(1, true), .to = model(2, false), .mapping = [](MigrationMapping&) {}};
+    const auto context = make<NSManagedObjectContext>(PersistentStore::open(step.from, settings));
+    const auto leaf = context->insert("Leaf");
+    context->save();
+
+    EXPECT_THAT(failureOf([&] { migrateStore({step}, settings); }), Optional(Kind::MigrationFailed));
+
+    leaf->setObject("tree", context->insert("Tree"));
+    context->save();
+    EXPECT_EQ(migrateStore({step}, settings).objectCount, 2u);
+}
