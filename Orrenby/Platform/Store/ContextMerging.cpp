@@ -27,6 +27,8 @@ void ContextState::rollback()
 {
     const auto records = std::exchange(m_tracked, {});
     m_changeCount = 0;
+    for (const auto& record : records) // before observers, who may change any of them, hear of the first
+        record->isListed = false;
     for (const auto& record : records) {
         if (!std::exchange(record->isTracked, false))
             continue;
@@ -74,12 +76,8 @@ void ContextState::refresh(ManagedRecord& record, bool keepingChanges)
     record.version = *version;
     for (auto& set : record.sets)
         set.stored.reset();
-    if (std::exchange(record.isFault, false)) {
-        record.values = stored;
-        if (record.isTracked)
-            record.snapshot = std::make_unique<std::vector<Any>>(std::move(stored));
-        return;
-    }
+    if (std::exchange(record.isFault, false))
+        record.values = stored; // nobody has seen others
     const auto names = slotNames(*record.entity);
     for (std::size_t slot = 0; slot < names.size(); ++slot) {
         const bool isOwn = keepingChanges && record.isChangedAt(slot);

@@ -131,7 +131,7 @@ void ContextState::adopt(std::span<RecordChange> changes)
     }
     const auto saved = std::exchange(m_tracked, {}); // keeps the records until the end
     for (const auto& record : saved)
-        record->isTracked = false;
+        record->isTracked = record->isListed = false;
     m_changeCount = 0;
     if (!newKeys.isEmpty() && tellChildren(newKeys))
         newKeys.addTo(m_permanentKeys);

@@ -80,7 +80,9 @@ void ContextState::track(ManagedRecord& record)
     const bool isNobodys = record.isDeleted && !record.isTracked;
     if (record.isTracked || isNobodys)
         return;
-    m_tracked.push_back(record.shared_from_this());
+    if (!record.isListed)
+        m_tracked.push_back(record.shared_from_this());
+    record.isListed = true;
     record.isTracked = true;
     ++m_changeCount;
 }
@@ -92,8 +94,11 @@ void ContextState::untrack(ManagedRecord& record) noexcept
     record.isTracked = false;
     --m_changeCount;
     // Those that are left over are passed over, and dropped here when nothing else is left.
-    if (m_changeCount == 0)
-        m_tracked.clear();
+    if (m_changeCount != 0)
+        return;
+    for (const auto& leftOver : m_tracked)
+        leftOver->isListed = false;
+    m_tracked.clear();
 }
 
 void ContextState::setLink(ManagedRecord& record, const ResolvedRelationship& relationship, const Any& key)

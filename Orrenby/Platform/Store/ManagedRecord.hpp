@@ -91,6 +91,7 @@ struct ManagedRecord : std::enable_shared_from_this<ManagedRecord> {
     bool isInserted = false;
     bool isDeleted = false;
     bool isTracked = false;                     ///< Among the changes of the context.
+    bool isListed = false;                      ///< In the list of them, maybe as what is left over there.
     std::vector<Any> values;                    ///< Attributes, then the keys of to-one relationships.
     std::unique_ptr<std::vector<Any>> snapshot; ///< The values as they are stored, while they differ.
     std::vector<RelationshipSet> sets;

@@ -49,6 +49,79 @@ TEST(NSManagedObjectContext, RefreshingWithoutOwnChangesGivesThemUp)
     EXPECT_FALSE(context->hasChanges());
 }
 
+TEST(NSManagedObjectContext, RefreshingWhatWasNeverSavedChangesNothing)
+{
+    const auto context = peopleContext();
+    const auto person = insertPerson(context, "a");
+
+    context->refresh(person, false);
+
+    EXPECT_EQ(person->name.get(), "a");
+    EXPECT_THAT(context->insertedObjects(), ElementsAre(person));
+}
+
+TEST(NSManagedObjectContext, RefreshingWhatWasNotReadYetReadsIt)
+{
+    const auto [saved, company, a, b] = savedTeam();
+    const auto context = make<NSManagedObjectContext>(saved->persistentStore());
+    const auto fault = context->object<Person>(a->objectID());
+
+    context->refresh(fault, true);
+    a->name = "later";
+    saved->save();
+
+    EXPECT_EQ(fault->name.get(), "a");
+    EXPECT_FALSE(context->hasChanges());
+}
+
+TEST(NSManagedObjectContext, RefreshingWhatWasNotReadYetKeepsItsChangedSets)
+{
+    const auto [saved, company, a, b] = savedTeam();
+    const auto context = make<NSManagedObjectContext>(saved->persistentStore());
+    const auto fault = context->object<Person>(b->objectID());
+    const auto c = insertPerson(context, "c");
+    fault->friends.insert(c);
+
+    context->refresh(fault, true);
+    fault->age = 7;
+    context->save();
+
+    const auto after = make<NSManagedObjectContext>(saved->persistentStore());
+    const auto stored = after->object<Person>(b->objectID());
+    EXPECT_EQ(stored->age.get(), 7);
+    EXPECT_EQ(namesOf(stored->friends.get()), (std::vector<std::string>{"a", "c"}));
+}
+
+TEST(NSManagedObjectContext, RefreshingWhatWasNotReadYetGivesItsChangedSetsUp)
+{
+    const auto [saved, company, a, b] = savedTeam();
+    const auto context = make<NSManagedObjectContext>(saved->persistentStore());
+    const auto one = context->object<Person>(a->objectID());
+    const auto other = context->object<Person>(b->objectID());
+    one->friends.erase(other);
+
+    context->refresh(one, false);
+    context->refresh(other, false);
+
+    EXPECT_FALSE(context->hasChanges());
+    EXPECT_THAT(one->friends.get(), ElementsAre(other));
+    EXPECT_THAT(other->friends.get(), ElementsAre(one));
+}
+
+TEST(NSManagedObjectContext, SavesOnceWhatWasChangedAgainAfterItsChangesWereGivenUp)
+{
+    const auto [context, company, a, b] = savedTeam();
+    a->name = "x";
+    b->name = "y";
+
+    context->refresh(a, false);
+    a->name = "z";
+
+    EXPECT_EQ(context->updatedObjects().size(), 2u);
+    context->save();
+    EXPECT_THAT(storedNames(context->persistentStore()), ElementsAre("y", "z"));
+}
+
 TEST(NSManagedObjectContext, AnObjectThatIsGoneSaysSo)
 {
     const auto context = peopleContext();
