@@ -106,7 +106,7 @@ char32_t loweredScalar(char32_t value) noexcept
         break;
     }
     if ((value >= 0x391 && value <= 0x3AB) || (value >= 0x410 && value <= 0x42F))
-        return value + 32;
+        return value != 0x3A2 ? value + 32 : value; // a final sigma has no capital of its own
     if (value >= 0x400 && value <= 0x40F)
         return value + 80;
     if (value >= 0x460 && value <= 0x4BF && (value < 0x482 || value > 0x489))

@@ -71,8 +71,9 @@ bool isWordScalar(char32_t value) noexcept;
 /// Whether the scalar value is of a script that is written without blanks between words.
 constexpr bool isWideScalar(char32_t value) noexcept { return value >= 0x2E80 && value < 0x1F000; }
 
-/// The lower-case letter of a Latin, Greek or Cyrillic capital; any other value as it is.
-char32_t loweredScalar(char32_t value) noexcept;
+/// The lower-case letter of a capital of Latin (up to U+017F), Greek (U+0386 to U+03AB) or Cyrillic (up to
+/// U+04BF); any other value as it is.
+ORRENBY_EXPORT char32_t loweredScalar(char32_t value) noexcept;
 
 /// A view of text that counts how many bytes were read of it, so that the cost of a detector can be told
 /// without a clock.
