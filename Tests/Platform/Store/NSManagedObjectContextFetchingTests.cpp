@@ -3,6 +3,7 @@
 #include "Tests/Platform/Store/StoreFailure.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
 #include <gmock/gmock.h>
+#include <limits>
 
 using namespace orrenby;
 using namespace orrenby::tests;
@@ -52,6 +53,20 @@ TEST(NSManagedObjectContext, OrdersUnsavedObjectsAsTheStoreOrdersSavedOnes)
             context->fetch<Person>({.entity = "Person"})[0]->setValue("rate", 1.0); // unsaved again
             EXPECT_EQ(namesOf(context->fetch<Person>(request)), unsaved) << key;
         }
+}
+
+TEST(NSManagedObjectContext, OrdersWhatIsNoNumberBetweenNothingAndAllNumbers)
+{
+    const auto context = peopleContext();
+    insertPerson(context, "least")->setValue("rate", -std::numeric_limits<double>::infinity());
+    insertPerson(context, "none")->setValue("rate", std::numeric_limits<double>::quiet_NaN());
+    insertPerson(context, "empty");
+    insertPerson(context, "none too")->setValue("rate", std::numeric_limits<double>::quiet_NaN());
+
+    EXPECT_THAT(namesOf(context->fetch<Person>({.entity = "Person", .sortDescriptors = {{"rate"}}})),
+        ElementsAre("empty", "none", "none too", "least"));
+    EXPECT_THAT(namesOf(context->fetch<Person>({.entity = "Person", .sortDescriptors = {{"rate", false}}})),
+        ElementsAre("least", "none", "none too", "empty"));
 }
 
 TEST(NSManagedObjectContext, FetchesWithUnsavedChanges)

@@ -154,3 +154,20 @@ TEST(PersistentStore, DamagedFilesGiveErrorsAndNeverCrash)
     }
     EXPECT_GT(failures, 0);
 }
+
+TEST(PersistentStore, NamesTheKeyOfAValueThatIsOfAnotherKind)
+{
+    const TemporaryFolder folder;
+    const StoreSettings settings{.path = folder.file("store")};
+    savePerson(PersistentStore::open(peopleModel(), settings), "Eva");
+    detail::Connection(settings).execute("UPDATE Person SET tag = x'010203'");
+    const auto context = make<NSManagedObjectContext>(PersistentStore::open(peopleModel(), settings));
+
+    try {
+        context->fetch({.entity = "Person"});
+        FAIL();
+    } catch (const StoreError& error) {
+        EXPECT_EQ(error.kind(), Kind::Corrupt);
+        EXPECT_EQ(error.context().key, "tag");
+    }
+}

@@ -1,6 +1,7 @@
 #include "Orrenby/Platform/Text/NSMutableAttributedString.hpp"
 
 #include "Orrenby/Platform/Drawing/Color.hpp"
+#include "Orrenby/Platform/Objects/Describe.hpp"
 #include "Orrenby/Platform/Text/UTF16.hpp"
 #include <algorithm>
 #include <array>
@@ -222,4 +223,12 @@ TEST(NSMutableAttributedString, ChangesLikeAListOfUnits)
             ASSERT_EQ(unitsOf(text.attributedString()), units);
         }
     }
+}
+
+TEST(NSMutableAttributedString, PrintsItsTextAndItsAttributes)
+{
+    const auto text = mutableText("ab", underlined);
+
+    EXPECT_EQ(describe(text), R"("ab" ["underline": true])");
+    EXPECT_EQ(debugDescribe(text), R"(NSMutableAttributedString("ab" ["underline": true]))");
 }

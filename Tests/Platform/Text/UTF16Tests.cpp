@@ -67,6 +67,18 @@ TEST(UTF16View, GivesEveryPlaceItsCounterpart)
     }
 }
 
+TEST(UTF16View, CountsASCIIInBytes)
+{
+    const UTF16View view("plain");
+
+    for (const std::size_t place : {0U, 3U, 5U}) {
+        EXPECT_EQ(view.byteOffset(place), place);
+        EXPECT_EQ(view.utf16Offset(place), place);
+    }
+    EXPECT_EQ(view.byteOffset(6), std::nullopt);
+    EXPECT_EQ(view.utf16Offset(6), std::nullopt);
+}
+
 TEST(UTF16View, HasNoPlaceInsideAScalarValue)
 {
     const UTF16View view(mixed);
