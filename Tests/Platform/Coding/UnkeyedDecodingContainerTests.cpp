@@ -1,9 +1,11 @@
 #include "Orrenby/Platform/Coding/UnkeyedDecodingContainer.hpp"
 
 #include "Orrenby/Platform/Coding/JSONDecoder.hpp"
+#include "Tests/Platform/Coding/JSONDecoderParts.hpp"
 #include <gmock/gmock.h>
 
 using namespace orrenby;
+using orrenby::testing::failure;
 
 namespace {
 
@@ -55,6 +57,22 @@ struct PastTheEnd {
     }
 };
 
+struct NilPastTheEnd {
+    static NilPastTheEnd init(const Decoder& decoder)
+    {
+        decoder.unkeyedContainer().decodeNil();
+        return {};
+    }
+};
+
+struct ListPastTheEnd {
+    static ListPastTheEnd init(const Decoder& decoder)
+    {
+        decoder.unkeyedContainer().nestedUnkeyedContainer();
+        return {};
+    }
+};
+
 /// A list whose first element is what a base class encoded.
 struct Derived {
     std::vector<CodingKey> basePath;
@@ -93,6 +111,22 @@ TEST(UnkeyedDecodingContainer, ThrowsPastTheEnd)
         EXPECT_EQ(
             error.description(), "valueNotFound(Int32, at Index 1: Expected Int32 but the list has ended)");
     }
+}
+
+TEST(UnkeyedDecodingContainer, ThrowsPastTheEndAlsoForWhatIsNoValue)
+{
+    EXPECT_EQ(
+        failure<NilPastTheEnd>("[]"), "valueNotFound(Any, at Index 0: Expected Any but the list has ended)");
+    EXPECT_EQ(failure<ListPastTheEnd>("[]"),
+        "valueNotFound(Array<Any>, at Index 0: Expected Array<Any> but the list has ended)");
+}
+
+TEST(UnkeyedDecodingContainer, NeedsAList)
+{
+    EXPECT_EQ(failure<NilPastTheEnd>("{}"),
+        "typeMismatch(Array<Any>, at the root, line 1, column 1: Expected Array<Any> but found an object)");
+    EXPECT_EQ(failure<NilPastTheEnd>("null"),
+        "valueNotFound(Array<Any>, at the root, line 1, column 1: Expected Array<Any> but found null)");
 }
 
 TEST(UnkeyedDecodingContainer, HandsTheNextElementToABase)
