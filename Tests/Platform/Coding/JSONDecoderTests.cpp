@@ -324,3 +324,19 @@ TEST(JSONDecoder, KnowsEachOfManyPlacesInALongText)
 
     EXPECT_EQ(decoded<WrongPlaces>(text).places, expected);
 }
+
+TEST(JSONDecoder, NamesTheUnsignedNumberThatItWanted)
+{
+    EXPECT_EQ(failure<std::uint8_t>("true"),
+        "typeMismatch(UInt8, at the root, line 1, column 1: Expected UInt8 but found a boolean)");
+    EXPECT_EQ(failure<std::uint64_t>("\"7\""),
+        "typeMismatch(UInt64, at the root, line 1, column 1: Expected UInt64 but found a text)");
+}
+
+TEST(JSONDecoder, NeedsATextForAUUID)
+{
+    EXPECT_EQ(failure<UUID>("null"),
+        "valueNotFound(UUID, at the root, line 1, column 1: Expected UUID but found null)");
+    EXPECT_EQ(failure<UUID>("7"),
+        "typeMismatch(String, at the root, line 1, column 1: Expected String but found a number)");
+}
