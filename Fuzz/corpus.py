@@ -17,7 +17,7 @@ import unittest
 
 # A kept input is to be read again by every test run: many small ones find more in that time than few long ones.
 LONGEST = 2048  # bytes of one input
-MOST = 400  # inputs of one target
+MOST = 1000  # inputs of one target
 
 
 def unpack(file, folder):
