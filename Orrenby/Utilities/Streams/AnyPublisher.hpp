@@ -215,8 +215,8 @@ public:
     ///
     /// The first value posts one job for all that are sent until it begins, so a value costs no job of its
     /// own, and its place among other work of the queue is that of the first. A job that follows a small
-    /// batch waits some microseconds for more. After `cancel()` nothing of
-    /// what waits in the queue is delivered. What waits has no bound but memory.
+    /// batch waits some microseconds for more. After `cancel()` nothing of what waits in the queue is
+    /// delivered. What waits has no bound but memory.
     ///
     /// @snippet Tests/Contracts/Streams/ReceiveOnTests.cpp Going on in a queue
     AnyPublisher receive(const DispatchQueue& queue) const { return receivedOn(detail::schedulerOn(queue)); }

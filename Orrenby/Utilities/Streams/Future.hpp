@@ -8,7 +8,19 @@
 #include "Orrenby/Platform/Objects/Result.hpp"
 #include "Orrenby/Utilities/Streams/SourceOperations.hpp"
 
-namespace orrenby::inline ORRENBY_ABI::Streams {
+namespace orrenby::inline ORRENBY_ABI {
+
+namespace detail {
+
+using FutureCleanUp = UniqueFunction<void()>;
+
+/// Begins with a promise, and returns a clean-up.
+template <class Attempt, class Promise>
+concept FutureAttempt = std::is_invocable_r_v<FutureCleanUp, const Attempt&, Promise>;
+
+} // namespace detail
+
+namespace Streams {
 
 /// Bridges an operation with a callback into a stream of one element.
 ///
@@ -62,10 +74,8 @@ public:
     };
 
     /// Keeps the attempt. When it is made depends on the engine, see above.
-    template <typename Attempt>
-        requires std::is_invocable_r_v < UniqueFunction<void()>,
-    const Attempt&,
-        Promise > explicit Future(Attempt attempt)
+    template <detail::FutureAttempt<Promise> Attempt>
+    explicit Future(Attempt attempt)
         : Operations(makeFuture(
             [attempt = std::move(attempt)](detail::Retained<Subject> subject) -> UniqueFunction<void()> {
                 return attempt(Promise(std::move(subject)));
@@ -82,4 +92,6 @@ private:
     }
 };
 
-} // namespace orrenby::Streams
+} // namespace Streams
+
+} // namespace orrenby
