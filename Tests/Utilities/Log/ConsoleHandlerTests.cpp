@@ -151,3 +151,18 @@ TEST(LogConsoleLine, StaysOneLineWhateverItHolds)
     EXPECT_EQ(Log::ConsoleHandler::line(Log::Level::warning, event, Date(0), false),
         "00:00:00.000 W Fe\\ned:1 lo\\rad [MAIN] a\\nb\\u{001B}[2Jc\uFFFD [\"k\\n\": \"v\\n\"]\n");
 }
+
+TEST(LogConsoleLine, HasAColourOfItsOwnForEachLevel)
+{
+    const auto startOf = [](Log::Level level) {
+        const auto line = Log::ConsoleHandler::line(level, sample, Date(1763719200.125), true);
+        return line.substr(0, line.find('m') + 1);
+    };
+
+    EXPECT_EQ(startOf(Log::Level::debug), "\x1B[2m");
+    EXPECT_EQ(startOf(Log::Level::info), "\x1B[0m");
+    EXPECT_EQ(startOf(Log::Level::event), "\x1B[36m");
+    EXPECT_EQ(startOf(Log::Level::warning), "\x1B[33m");
+    EXPECT_EQ(startOf(Log::Level::error), "\x1B[31m");
+    EXPECT_EQ(startOf(Log::Level::critical), "\x1B[1;31m");
+}
