@@ -12,17 +12,14 @@ using orrenby::testing::Diary;
 using orrenby::testing::passing;
 using orrenby::testing::someone;
 using orrenby::testing::TestAccess;
+using orrenby::testing::TwoChains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 TEST(ResponderChain, AnswersForAChainInIt)
 {
-    auto diary = Diary();
-    const auto a = someone();
-    const auto b = someone();
+    auto [diary, a, b, inner, outer] = TwoChains();
     const auto c = someone();
-    const auto inner = std::make_shared<Chain>();
-    auto outer = Chain();
     inner->addResponder(b, claiming(diary, "b"));
     outer.addResponder(a, passing(diary, "a")).addResponder(inner).addResponder(c, claiming(diary, "c"));
 
@@ -32,11 +29,7 @@ TEST(ResponderChain, AnswersForAChainInIt)
 
 TEST(ResponderChain, GoesOnAfterAChainThatClaimsNothing)
 {
-    auto diary = Diary();
-    const auto a = someone();
-    const auto b = someone();
-    const auto inner = std::make_shared<Chain>();
-    auto outer = Chain();
+    auto [diary, a, b, inner, outer] = TwoChains();
     inner->addResponder(a, passing(diary, "a"));
     outer.addResponder(inner).addResponder(b, claiming(diary, "b"));
 
@@ -149,11 +142,7 @@ TEST(ResponderChain, WalksAChainOncePerPlaceInWhichItStands)
 
 TEST(ResponderChain, InsideAnotherKeepsItsPlaceWhenItGetsAHandler)
 {
-    auto diary = Diary();
-    const auto a = someone();
-    const auto b = someone();
-    const auto inner = std::make_shared<Chain>();
-    auto outer = Chain();
+    auto [diary, a, b, inner, outer] = TwoChains();
     inner->addResponder(a, claiming(diary, "a"));
     outer.addResponder(inner).addResponder(b, passing(diary, "b"));
 

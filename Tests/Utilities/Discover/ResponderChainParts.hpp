@@ -5,8 +5,10 @@
 
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Utilities/Discover/ResponderChain.hpp"
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI::testing {
@@ -33,5 +35,28 @@ inline Chain::Handler passing(Diary& diary, const std::string& name)
         return nullptr;
     };
 }
+
+/// Claims no message, but sends each once more while it is asked.
+inline Chain::Handler sendingAgain(Diary& diary, const std::string& name, Chain& chain)
+{
+    return [&diary, name, &chain, isSending = std::make_shared<bool>()](
+               const std::string& message) -> Chain::Action {
+        diary.push_back(name + " asked");
+        if (!std::exchange(*isSending, true)) {
+            EXPECT_TRUE(chain.send(message));
+            *isSending = false;
+        }
+        return nullptr;
+    };
+}
+
+/// A chain to put into another, two to respond, and what they write.
+struct TwoChains {
+    Diary diary;
+    Ref<int> a = someone();
+    Ref<int> b = someone();
+    Ref<Chain> inner = std::make_shared<Chain>();
+    Chain outer;
+};
 
 } // namespace orrenby::testing

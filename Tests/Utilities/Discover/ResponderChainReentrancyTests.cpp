@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 using namespace orrenby;
@@ -13,8 +12,10 @@ using orrenby::testing::Chain;
 using orrenby::testing::claiming;
 using orrenby::testing::Diary;
 using orrenby::testing::passing;
+using orrenby::testing::sendingAgain;
 using orrenby::testing::someone;
 using orrenby::testing::TestAccess;
+using orrenby::testing::TwoChains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -94,36 +95,16 @@ TEST(ResponderChain, AsksAllAnewForTheReceivedMessageThatAHandlerSends)
     const auto a = someone();
     const auto b = someone();
     auto chain = Chain();
-    auto isSending = false;
-    chain.addResponder(a, [&](const std::string& message) -> Chain::Action {
-        if (!std::exchange(isSending, true)) {
-            EXPECT_TRUE(chain.send(message));
-            isSending = false;
-        }
-        return nullptr;
-    });
-    chain.addResponder(b, claiming(diary, "b"));
+    chain.addResponder(a, sendingAgain(diary, "a", chain)).addResponder(b, claiming(diary, "b"));
 
     EXPECT_TRUE(chain.send("go"));
-    EXPECT_THAT(diary, ElementsAre("b asked", "b does go", "b asked", "b does go"));
+    EXPECT_THAT(diary, ElementsAre("a asked", "a asked", "b asked", "b does go", "b asked", "b does go"));
 }
 
 TEST(ResponderChain, AsksTheOuterChainAnewForTheReceivedMessageThatAHandlerOfAnInnerOneSends)
 {
-    auto diary = Diary();
-    const auto a = someone();
-    const auto b = someone();
-    const auto inner = std::make_shared<Chain>();
-    auto outer = Chain();
-    auto isSending = false;
-    inner->addResponder(a, [&](const std::string& message) -> Chain::Action {
-        diary.push_back("a asked");
-        if (!std::exchange(isSending, true)) {
-            EXPECT_TRUE(outer.send(message));
-            isSending = false;
-        }
-        return nullptr;
-    });
+    auto [diary, a, b, inner, outer] = TwoChains();
+    inner->addResponder(a, sendingAgain(diary, "a", outer));
     outer.addResponder(inner).addResponder(b, claiming(diary, "b"));
 
     EXPECT_TRUE(outer.send("go"));
