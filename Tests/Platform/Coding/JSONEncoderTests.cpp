@@ -8,6 +8,9 @@
 #include <map>
 #include <random>
 #include <set>
+#include <string>
+#include <thread>
+#include <vector>
 
 using namespace orrenby;
 
@@ -256,4 +259,31 @@ TEST(JSONEncoder, ThrowsWhatIsAlsoCaughtAsAStandardException)
     } catch (const std::exception& error) {
         EXPECT_THAT(error.what(), ::testing::HasSubstr("Index 1"));
     }
+}
+
+TEST(JSONEncoder, EncodesOnSeveralThreadsAtOnce)
+{
+    JSONEncoder encoder;
+    encoder.setKeyEncodingStrategy(JSONEncoder::KeyEncodingStrategy::convertToSnakeCase());
+    encoder.setDateEncodingStrategy(
+        JSONEncoder::DateEncodingStrategy::custom([](const Date& date, const Encoder& inner) {
+            inner.singleValueContainer().encode(date.secondsSince1970() * 2);
+        }));
+    std::vector<int> right(4);
+    std::vector<std::thread> threads;
+    for (int& count : right)
+        threads.emplace_back([&encoder, &count] {
+            for (int number = 0; number < 200; ++number) {
+                const auto digits = std::to_string(number);
+                const auto keys = encoder.encodeText(Keys{digits, number, {}});
+                const auto date = encoder.encodeText(Date(number));
+                const auto expectedKeys = R"({"first_name":")" + digits + R"(","my_url_property":)" + digits
+                    + R"(,"not_changed":{}})";
+                count += keys == expectedKeys && date == std::to_string(number * 2) ? 1 : 0;
+            }
+        });
+    for (auto& thread : threads)
+        thread.join();
+
+    EXPECT_THAT(right, ::testing::ElementsAre(200, 200, 200, 200));
 }

@@ -104,13 +104,8 @@ TEST(UnkeyedDecodingContainer, PassesOnlyWhatItGave)
 
 TEST(UnkeyedDecodingContainer, ThrowsPastTheEnd)
 {
-    try {
-        JSONDecoder().decode<PastTheEnd>("[1]");
-        FAIL();
-    } catch (const DecodingError& error) {
-        EXPECT_EQ(
-            error.description(), "valueNotFound(Int32, at Index 1: Expected Int32 but the list has ended)");
-    }
+    EXPECT_EQ(failure<PastTheEnd>("[1]"),
+        "valueNotFound(Int32, at Index 1: Expected Int32 but the list has ended)");
 }
 
 TEST(UnkeyedDecodingContainer, ThrowsPastTheEndAlsoForWhatIsNoValue)
