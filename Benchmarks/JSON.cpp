@@ -1,6 +1,8 @@
 // JSON between text and structs, beside two well-known libraries that go through a tree of values.
 
 #include "Benchmarks/Support/AllocationsPerTurn.hpp"
+#include "Benchmarks/Support/Require.hpp"
+#include "Benchmarks/Support/TextBytes.hpp"
 #include "Orrenby/Platform/Coding/AggregateCoding.hpp"
 #include "Orrenby/Platform/Coding/JSONDecoder.hpp"
 #include "Orrenby/Platform/Coding/JSONEncoder.hpp"
@@ -10,7 +12,6 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <random>
-#include <stdexcept>
 
 namespace service {
 
@@ -148,6 +149,8 @@ namespace {
 
 using namespace orrenby;
 using benchmarks::AllocationsPerTurn;
+using benchmarks::count;
+using benchmarks::require;
 
 /// Reports with escapes, text of several scripts, nested objects, optional members and numbers of every kind.
 service::Response response(std::int64_t reports)
@@ -177,18 +180,6 @@ service::Response response(std::int64_t reports)
 
 /// Members in the order of the structs, which is the order in which services send them.
 std::string textOf(const service::Response& response) { return JSONEncoder().encodeText(response); }
-
-void require(bool condition)
-{
-    if (!condition)
-        throw std::logic_error("a library gave another result");
-}
-
-void count(benchmark::State& state, std::size_t bytes)
-{
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * static_cast<std::int64_t>(bytes));
-    state.counters["text bytes"] = static_cast<double>(bytes);
-}
 
 void decodeOrrenby(benchmark::State& state)
 {

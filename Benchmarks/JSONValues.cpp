@@ -1,5 +1,7 @@
 // Loose JSON from text and back, beside the trees of values of two well-known libraries.
 
+#include "Benchmarks/Support/Require.hpp"
+#include "Benchmarks/Support/TextBytes.hpp"
 #include "Orrenby/Platform/Coding/JSONDecoder.hpp"
 #include "Orrenby/Platform/Coding/JSONEncoder.hpp"
 #include "Orrenby/Platform/Coding/NSJSONSerialization.hpp"
@@ -11,11 +13,12 @@
 #include <nlohmann/json.hpp>
 #include <random>
 #include <span>
-#include <stdexcept>
 
 namespace {
 
 using namespace orrenby;
+using benchmarks::count;
+using benchmarks::require;
 
 /// Reports with escapes, text of several scripts, nested objects and numbers of every kind; no null.
 std::string reports(std::int64_t count)
@@ -39,18 +42,6 @@ std::string reports(std::int64_t count)
             {"score", number % 4 == 0 ? decimal(1e6) / 3 : decimal(100)},
             {"createdAt", 1'700'000'000'000 + number}});
     return nlohmann::ordered_json{{"version", "2.4.1"}, {"reports", list}}.dump();
-}
-
-void require(bool condition)
-{
-    if (!condition)
-        throw std::logic_error("a library gave another result");
-}
-
-void count(benchmark::State& state, std::size_t bytes)
-{
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * static_cast<std::int64_t>(bytes));
-    state.counters["text bytes"] = static_cast<double>(bytes);
 }
 
 void decodeAnyJSONValue(benchmark::State& state)

@@ -5,36 +5,20 @@
 /// values allocates nothing either.
 
 #include "Benchmarks/Support/AllocationsPerTurn.hpp"
+#include "Benchmarks/Support/ObservedParts.hpp"
 #include "Benchmarks/Support/ParkedThread.hpp"
-#include "Orrenby/Platform/Observing/ObservableObject.hpp"
-#include "Orrenby/Platform/Observing/Property.hpp"
 #include "Orrenby/Utilities/Observers/KeyPathObserver.hpp"
 #include <benchmark/benchmark.h>
 #include <boost/signals2/signal.hpp>
 #include <memory>
 
 using namespace orrenby;
+using benchmarks::Counting;
+using benchmarks::oldAndNew;
+using benchmarks::Part;
+using benchmarks::Whole;
 
 namespace {
-
-class Part : public ObservableObject {
-public:
-    Property<int, "size"> size{*this};
-    Property<int, "weight"> weight{*this};
-};
-
-class Whole : public ObservableObject {
-public:
-    Property<Ref<Part>, "part"> part{*this};
-};
-
-class Counting : public KeyValueObserver {
-public:
-    void observeValue(const std::string&, ObservableObject&, const KeyValueChange&) override { ++calls; }
-    long calls = 0;
-};
-
-constexpr ObservingOptions oldAndNew{.new_ = true, .old = true};
 
 /// Times `operation`, which gets another number each time.
 template <class Operation> void measureWithNumbers(benchmark::State& state, Operation operation)

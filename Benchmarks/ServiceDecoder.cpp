@@ -3,6 +3,7 @@
 /// has a field for each; and what a report costs, on a response that is good and on one that is not.
 
 #include "Orrenby/Utilities/ServiceDecoder.hpp"
+#include "Benchmarks/Support/TextBytes.hpp"
 #include "Orrenby/Platform/Coding/AggregateCoding.hpp"
 #include "Orrenby/Platform/Coding/JSONEncoder.hpp"
 #include <benchmark/benchmark.h>
@@ -13,6 +14,7 @@
 #include <vector>
 
 using namespace orrenby;
+using benchmarks::count;
 
 namespace {
 
@@ -64,12 +66,6 @@ std::string badText()
     return text;
 }
 
-void count(benchmark::State& state, const std::string& text)
-{
-    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
-    state.counters["text bytes"] = static_cast<double>(text.size());
-}
-
 void registerAll(ServiceDecoder& services, std::size_t& received)
 {
     for (const auto* key : keys)
@@ -82,7 +78,7 @@ void decodeOneStruct(benchmark::State& state)
     const JSONDecoder decoder;
     for (auto _ : state)
         benchmark::DoNotOptimize(decoder.decode<Response>(text));
-    count(state, text);
+    count(state, text.size());
 }
 BENCHMARK(decodeOneStruct)->Unit(benchmark::kMicrosecond);
 
@@ -96,7 +92,7 @@ void decodeEightServices(benchmark::State& state)
         services.decode(text);
     if (received != static_cast<std::size_t>(state.iterations()) * 1'000)
         throw std::logic_error("a member did not arrive");
-    count(state, text);
+    count(state, text.size());
 }
 BENCHMARK(decodeEightServices)->Unit(benchmark::kMicrosecond);
 
@@ -109,7 +105,7 @@ void reportOnGoodResponse(benchmark::State& state)
     for (auto _ : state)
         if (!decodeReport(services, text).isEmpty())
             throw std::logic_error("nothing is wrong");
-    count(state, text);
+    count(state, text.size());
 }
 BENCHMARK(reportOnGoodResponse)->Unit(benchmark::kMicrosecond);
 
@@ -125,7 +121,7 @@ void reportOnBadResponse(benchmark::State& state)
         benchmark::DoNotOptimize(failures);
     }
     state.counters["failures"] = static_cast<double>(failures);
-    count(state, text);
+    count(state, text.size());
 }
 BENCHMARK(reportOnBadResponse)->Unit(benchmark::kMicrosecond);
 

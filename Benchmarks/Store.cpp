@@ -4,11 +4,11 @@
 #include "Benchmarks/Support/Allocations.hpp"
 #include "Orrenby/Platform/Store/ManagedMembers.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
+#include "Tests/Support/TemporaryFolder.hpp"
 #include <benchmark/benchmark.h>
 #include <cstdint>
-#include <cstdlib>
 #include <ctime>
-#include <filesystem>
+#include <optional>
 #include <sqlite3.h>
 #include <stdexcept>
 #include <string>
@@ -61,26 +61,14 @@ class Place {
 public:
     explicit Place(bool isOnDisk)
     {
-        if (!isOnDisk)
-            return;
-        auto pattern = (std::filesystem::temp_directory_path() / "orrenby-store-XXXXXX").string();
-        if (mkdtemp(pattern.data()) == nullptr)
-            throw std::runtime_error("no folder for the file");
-        m_folder = pattern;
-    }
-    Place(const Place&) = delete;
-    Place& operator=(const Place&) = delete;
-    ~Place()
-    {
-        std::error_code ignored;
-        if (!m_folder.empty())
-            std::filesystem::remove_all(m_folder, ignored);
+        if (isOnDisk)
+            m_folder.emplace();
     }
 
-    std::string path() const { return m_folder.empty() ? std::string() : (m_folder / "store").string(); }
+    std::string path() const { return m_folder ? m_folder->file("store") : std::string(); }
 
 private:
-    std::filesystem::path m_folder;
+    std::optional<tests::TemporaryFolder> m_folder;
 };
 
 PlainReport plainReport(std::int64_t number)

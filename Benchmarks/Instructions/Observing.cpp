@@ -1,8 +1,7 @@
 /// @file
 /// One operation of key-value observing, repeated as often as told, for counting its instructions.
 
-#include "Orrenby/Platform/Observing/ObservableObject.hpp"
-#include "Orrenby/Platform/Observing/Property.hpp"
+#include "Benchmarks/Support/ObservedParts.hpp"
 #include "Orrenby/Utilities/Observers/KeyPathObserver.hpp"
 #include <cstdio>
 #include <cstdlib>
@@ -12,26 +11,12 @@
 #include <thread>
 
 using namespace orrenby;
+using benchmarks::Counting;
+using benchmarks::oldAndNew;
+using benchmarks::Part;
+using benchmarks::Whole;
 
 namespace {
-
-class Part : public ObservableObject {
-public:
-    Property<int, "size"> size{*this};
-};
-
-class Whole : public ObservableObject {
-public:
-    Property<Ref<Part>, "part"> part{*this};
-};
-
-class Counting : public KeyValueObserver {
-public:
-    void observeValue(const std::string&, ObservableObject&, const KeyValueChange&) override { ++calls; }
-    long calls = 0;
-};
-
-constexpr ObservingOptions oldAndNew{.new_ = true, .old = true};
 
 template <int observers> void set(int count)
 {
