@@ -20,6 +20,11 @@ using benchmarks::Whole;
 
 namespace {
 
+class WeighedPart : public Part {
+public:
+    Property<int, "weight"> weight{*this};
+};
+
 /// Times `operation`, which gets another number each time.
 template <class Operation> void measureWithNumbers(benchmark::State& state, Operation operation)
 {
@@ -45,7 +50,7 @@ BENCHMARK(setUnobserved);
 
 void setBesideAnObservedKey(benchmark::State& state)
 {
-    Part part;
+    WeighedPart part;
     benchmark::DoNotOptimize(&part);
     part.addObserver(std::make_shared<Counting>(), "weight");
     measureWithNumbers(state, [&](int value) { part.size = value; });

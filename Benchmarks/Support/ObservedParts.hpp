@@ -12,7 +12,6 @@ namespace orrenby::benchmarks {
 class Part : public ObservableObject {
 public:
     Property<int, "size"> size{*this};
-    Property<int, "weight"> weight{*this};
 };
 
 class Whole : public ObservableObject {
