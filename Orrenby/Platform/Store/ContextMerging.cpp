@@ -2,7 +2,7 @@
 #include "Orrenby/Platform/Observing/Notification.hpp"
 #include "Orrenby/Platform/Store/ContextState.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
-#include <string>
+#include <string_view>
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI::detail {
@@ -10,9 +10,9 @@ namespace orrenby::inline ORRENBY_ABI::detail {
 namespace {
 
 /// The names of the values, by their places.
-std::vector<std::string> slotNames(const NSEntityDescription& entity)
+std::vector<std::string_view> slotNames(const NSEntityDescription& entity)
 {
-    std::vector<std::string> names;
+    std::vector<std::string_view> names;
     for (const auto& attribute : entity.attributes())
         names.push_back(attribute.name);
     for (const auto& relationship : entity.relationships())
@@ -21,45 +21,68 @@ std::vector<std::string> slotNames(const NSEntityDescription& entity)
     return names;
 }
 
+/// The names of the values at which this is the case.
+template <class Predicate>
+std::vector<std::string_view> namesWhere(const NSEntityDescription& entity, const Predicate& isWanted)
+{
+    auto names = slotNames(entity);
+    std::size_t slot = 0;
+    std::erase_if(names, [&](std::string_view) { return !isWanted(slot++); });
+    return names;
+}
+
 } // namespace
 
 void ContextState::rollback()
 {
-    const auto records = std::exchange(m_tracked, {});
-    m_changeCount = 0;
-    for (const auto& record : records) // before observers, who may change any of them, hear of the first
-        record->isListed = false;
+    const auto records = m_tracked; // observers may change any of them again
     for (const auto& record : records) {
-        if (!std::exchange(record->isTracked, false))
+        if (!record->isTracked)
             continue;
-        record->isDeleted = false;
         if (std::exchange(record->isInserted, false)) {
             record->isDeleted = true;
+            untrack(*record);
             registry->forget(*record);
-            continue;
-        }
-        const auto snapshot = std::move(record->snapshot);
-        const auto names = slotNames(*record->entity);
-        for (std::size_t slot = 0; snapshot != nullptr && slot < names.size(); ++slot)
-            if (record->values[slot] != (*snapshot)[slot])
-                tell(*record, names[slot], [&] { record->values[slot] = (*snapshot)[slot]; });
-        for (const auto& relationship : record->entity->relationships())
-            if (relationship.description.isToMany && record->sets[relationship.slot].hasChanges())
-                tell(*record, relationship.description.name, [&] {
-                    record->sets[relationship.slot].added.clear();
-                    record->sets[relationship.slot].removed.clear();
-                });
+        } else
+            giveBack(*record, std::move(record->snapshot));
     }
+}
+
+/// Nobody sees half of it: what observers change when they are told is a change of its own.
+void ContextState::giveBack(ManagedRecord& record, std::unique_ptr<const std::vector<Any>> stored)
+{
+    auto keys = namesWhere(*record.entity,
+        [&](std::size_t slot) { return stored != nullptr && record.values[slot] != (*stored)[slot]; });
+    for (const auto& relationship : record.entity->relationships())
+        if (relationship.description.isToMany && record.sets[relationship.slot].hasChanges())
+            keys.push_back(relationship.description.name);
+    tell(record, keys, [&] {
+        if (stored != nullptr)
+            record.values = *stored;
+        record.snapshot = nullptr;
+        for (auto& set : record.sets) {
+            set.added.clear();
+            set.removed.clear();
+        }
+        record.isDeleted = false;
+        untrack(record);
+    });
 }
 
 void ContextState::update(ManagedRecord& record, std::int64_t version, std::vector<Any> values)
 {
     const auto held = record.shared_from_this();
-    const auto names = slotNames(*record.entity);
-    record.version = version;
-    for (std::size_t slot = 0; slot < names.size(); ++slot)
-        if (record.values[slot] != values[slot])
-            tell(record, names[slot], [&] { record.values[slot] = values[slot]; });
+    const auto isOlder = [&](std::size_t slot) {
+        return !record.isChangedAt(slot) && record.values[slot] != values[slot];
+    };
+    tell(record, namesWhere(*record.entity, isOlder), [&] {
+        record.version = version;
+        for (std::size_t slot = 0; slot < values.size(); ++slot)
+            if (isOlder(slot))
+                record.values[slot] = values[slot];
+        if (record.isTracked)
+            record.snapshot = std::make_unique<std::vector<Any>>(std::move(values));
+    });
 }
 
 void ContextState::refresh(ManagedRecord& record, bool keepingChanges)
@@ -78,21 +101,10 @@ void ContextState::refresh(ManagedRecord& record, bool keepingChanges)
         set.stored.reset();
     if (std::exchange(record.isFault, false))
         record.values = stored; // nobody has seen others
-    const auto names = slotNames(*record.entity);
-    for (std::size_t slot = 0; slot < names.size(); ++slot) {
-        const bool isOwn = keepingChanges && record.isChangedAt(slot);
-        if (!isOwn && record.values[slot] != stored[slot])
-            tell(record, names[slot], [&] { record.values[slot] = stored[slot]; });
-    }
-    if (keepingChanges && record.isTracked) {
-        record.snapshot = std::make_unique<std::vector<Any>>(std::move(stored));
-        return;
-    }
-    record.snapshot = nullptr;
-    for (auto& set : record.sets)
-        set = {};
-    record.isDeleted = false;
-    untrack(record);
+    if (keepingChanges)
+        update(record, *version, std::move(stored));
+    else
+        giveBack(record, std::make_unique<const std::vector<Any>>(std::move(stored)));
 }
 
 void ContextState::merge(const Notification& didSave)

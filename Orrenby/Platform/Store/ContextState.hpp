@@ -20,6 +20,7 @@
 #include <span>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -47,7 +48,7 @@ public:
     void fill(ManagedRecord& record);
     FetchPlan plan(const NSFetchRequest& request) const;
     std::vector<Ref<ManagedRecord>> fetch(const FetchPlan& plan);
-    /// Takes over newer values of a record without changes of its own.
+    /// Takes over newer values; unsaved changes stay on top of them.
     void update(ManagedRecord& record, std::int64_t version, std::vector<Any> values);
 
     // Changing.
@@ -86,6 +87,9 @@ private:
     void rename(ManagedRecord& record, const NewKeys& newKeys);
 
     void untrack(ManagedRecord& record) noexcept;
+    /// Gives up the unsaved changes of a record that was saved once, and tells of it. Nothing in place of the
+    /// values if nobody knows them.
+    void giveBack(ManagedRecord& record, std::unique_ptr<const std::vector<Any>> stored);
     void setLink(ManagedRecord& record, const ResolvedRelationship& relationship, const Any& key);
     void addLink(ManagedRecord& other, const ResolvedRelationship& link, const ResolvedRelationship& back,
         std::int64_t key);
@@ -98,12 +102,18 @@ private:
     /// Makes a change between its announcement and telling of it.
     template <class Change> void tell(ManagedRecord& record, std::string_view key, Change&& change)
     {
+        tell(record, std::span(&key, 1), std::forward<Change>(change));
+    }
+    /// The same for a change of several values at once.
+    template <class Change>
+    void tell(ManagedRecord& record, std::span<const std::string_view> keys, Change&& change)
+    {
         const auto handle = registry->handle(record);
-        if (handle)
-            handle->willChangeValue(key);
+        for (std::size_t index = 0; handle && index < keys.size(); ++index)
+            handle->willChangeValue(keys[index]);
         change();
-        if (handle)
-            handle->didChangeValue(key);
+        for (std::size_t index = 0; handle && index < keys.size(); ++index)
+            handle->didChangeValue(keys[index]);
     }
 
     NSManagedObjectContext& m_owner;

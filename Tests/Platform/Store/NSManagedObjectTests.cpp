@@ -1,8 +1,8 @@
 #include "Orrenby/Platform/Store/NSManagedObject.hpp"
 
 #include "Orrenby/Platform/Objects/NSSet.hpp"
-#include "Orrenby/Platform/Observing/KeyValueObserver.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
+#include "Tests/Support/Recorder.hpp"
 #include <gmock/gmock.h>
 
 using namespace orrenby;
@@ -10,21 +10,6 @@ using namespace orrenby::tests;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsNull;
-
-namespace {
-
-class Recorder : public KeyValueObserver {
-public:
-    void observeValue(const std::string& keyPath, ObservableObject&, const KeyValueChange& change) override
-    {
-        lines.push_back(keyPath + ": " + describe(change.oldValue) + " -> " + describe(change.newValue));
-    }
-    std::vector<std::string> lines;
-};
-
-constexpr ObservingOptions oldAndNew{.new_ = true, .old = true};
-
-} // namespace
 
 TEST(NSManagedObject, HasTheDefaultValuesOfItsEntity)
 {
@@ -175,14 +160,15 @@ TEST(NSManagedObject, TellsItsObservers)
 {
     const auto context = peopleContext();
     const auto person = insertPerson(context, "Eva");
-    const auto recorder = std::make_shared<Recorder>();
+    const auto recorder = makeRecorder();
     person->addObserver(recorder, "name", oldAndNew);
 
     person->name = "Ada";
     person->name = "Ada";
     person->setValue("name", Any());
 
-    EXPECT_THAT(recorder->lines, ElementsAre("name: Eva -> Ada", "name: Ada -> Ada", "name: Ada -> <null>"));
+    EXPECT_THAT(recorder->told,
+        ElementsAre(R"(name: "Eva" -> "Ada")", R"(name: "Ada" -> "Ada")", R"(name: "Ada" -> <null>)"));
 }
 
 TEST(NSManagedObject, TellsTheObserversOfTheOtherEnd)
@@ -190,15 +176,15 @@ TEST(NSManagedObject, TellsTheObserversOfTheOtherEnd)
     const auto context = peopleContext();
     const auto person = insertPerson(context, "Eva");
     const auto company = context->insert<Company>("Company");
-    const auto recorder = std::make_shared<Recorder>();
+    const auto recorder = makeRecorder();
     company->addObserver(recorder, "staff", oldAndNew);
     person->addObserver(recorder, "employer.name", oldAndNew);
 
     person->employer = company;
 
-    EXPECT_THAT(recorder->lines,
+    EXPECT_THAT(recorder->told,
         ElementsAre(
-            "staff: [] -> [Person(" + person->description() + ")]", "employer.name: none -> Company"));
+            "staff: [] -> [Person(" + person->description() + ")]", R"(employer.name: none -> "Company")"));
 }
 
 TEST(NSManagedObject, TellsItsObserversOfARollbackAndARefresh)
@@ -207,14 +193,15 @@ TEST(NSManagedObject, TellsItsObserversOfARollbackAndARefresh)
     const auto person = insertPerson(context, "Eva");
     context->save();
     person->name = "Ada";
-    const auto recorder = std::make_shared<Recorder>();
+    const auto recorder = makeRecorder();
     person->addObserver(recorder, "name", oldAndNew);
 
     context->rollback();
     person->name = "Bob";
     context->refresh(person, false);
 
-    EXPECT_THAT(recorder->lines, ElementsAre("name: Ada -> Eva", "name: Eva -> Bob", "name: Bob -> Eva"));
+    EXPECT_THAT(recorder->told,
+        ElementsAre(R"(name: "Ada" -> "Eva")", R"(name: "Eva" -> "Bob")", R"(name: "Bob" -> "Eva")"));
 }
 
 TEST(NSManagedObject, ItsNameIsTemporaryUntilItIsSaved)
