@@ -159,7 +159,7 @@ bool Any::read(float& value) const noexcept
         return true;
     }
     double number = 0;
-    if (!m_isParsed || !read(number) || !(std::fabs(number) <= 3.4028234663852886e38)) // the largest float
+    if (!m_isParsed || !read(number) || !(std::fabs(number) <= std::numeric_limits<float>::max()))
         return false;
     value = static_cast<float>(number);
     return static_cast<double>(value) == number;

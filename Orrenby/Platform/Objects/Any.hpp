@@ -63,11 +63,10 @@ template <class T, class> struct Dependent {
 /// Holds one value of any kind: what a dictionary, a log property or an error's user info maps to.
 ///
 /// Whatever it is made from finds its kind: booleans, integers of every width (`Int`), `float`, `double`,
-/// text, bytes, dates, lists
-/// (`Array` and any vector), dictionaries (`Dictionary` and any map with text keys), sets, references to
-/// objects. An empty optional, an empty reference and `nullptr` are null. Everything else that can be copied
-/// is `Opaque`: it is kept as it is with its C++ type. An unsigned integer that does not fit in 64 signed
-/// bits is kept as an opaque `std::uint64_t`.
+/// text, bytes, dates, lists (`Array` and any vector), dictionaries (`Dictionary` and any map with text
+/// keys), sets, references to objects. An empty optional, an empty reference and `nullptr` are null.
+/// Everything else that can be copied is `Opaque`: it is kept as it is with its C++ type. An unsigned integer
+/// that does not fit in 64 signed bits is kept as an opaque `std::uint64_t`.
 ///
 /// Kinds are strict: an integer is no `double`, a boolean no integer. The exception are numbers that were
 /// read from a text, see `parsedNumber`.

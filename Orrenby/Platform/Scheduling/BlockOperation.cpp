@@ -59,7 +59,7 @@ BlockOperation::BlockOperation() = default;
 BlockOperation::~BlockOperation() = default;
 
 BlockOperation::BlockOperation(UniqueFunction<void()> block)
-    : m_first(std::move(block))
+    : m_work{.first = std::move(block), .others = {}}
 {}
 
 void BlockOperation::addExecutionBlock(UniqueFunction<void()> block)
@@ -68,22 +68,23 @@ void BlockOperation::addExecutionBlock(UniqueFunction<void()> block)
     if (m_hasBegun)
         fatalError("A block cannot be added to an operation that has begun",
             "Platform/Scheduling/BlockOperation", 67);
-    if (m_first)
-        m_others.push_back(std::move(block));
+    if (m_work.first)
+        m_work.others.push_back(std::move(block));
     else
-        m_first = std::move(block);
+        m_work.first = std::move(block);
+}
+
+/// Leaves nothing behind, and lets nothing be added any more.
+BlockOperation::Work BlockOperation::takeWork() noexcept
+{
+    const auto lock = std::lock_guard(m_blocksMutex);
+    m_hasBegun = true;
+    return std::exchange(m_work, {});
 }
 
 void BlockOperation::main()
 {
-    auto first = UniqueFunction<void()>();
-    auto others = std::vector<UniqueFunction<void()>>();
-    {
-        const auto lock = std::lock_guard(m_blocksMutex);
-        m_hasBegun = true;
-        first = std::move(m_first);
-        others = std::move(m_others);
-    }
+    auto [first, others] = takeWork();
     if (others.empty()) {
         if (first)
             first();
@@ -99,14 +100,6 @@ void BlockOperation::main()
     blocks->waitUntilFinished();
 }
 
-void BlockOperation::letGoOfWork() noexcept
-{
-    auto first = UniqueFunction<void()>();
-    auto others = std::vector<UniqueFunction<void()>>();
-    const auto lock = std::lock_guard(m_blocksMutex);
-    m_hasBegun = true;
-    first = std::move(m_first);
-    others = std::move(m_others);
-}
+void BlockOperation::letGoOfWork() noexcept { takeWork(); }
 
 } // namespace orrenby

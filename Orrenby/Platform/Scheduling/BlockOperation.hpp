@@ -34,12 +34,16 @@ public:
 
 private:
     class Blocks;
+    struct Work {
+        UniqueFunction<void()> first = {};
+        std::vector<UniqueFunction<void()>> others = {};
+    };
 
+    Work takeWork() noexcept;
     void letGoOfWork() noexcept final;
 
     detail::PlainMutex m_blocksMutex;
-    UniqueFunction<void()> m_first;
-    std::vector<UniqueFunction<void()>> m_others;
+    Work m_work;
     bool m_hasBegun = false;
 };
 
