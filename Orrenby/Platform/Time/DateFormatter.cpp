@@ -1,6 +1,7 @@
 #include "Orrenby/Platform/Time/DateFormatter.hpp"
 
 #include "Orrenby/Platform/Objects/Data.hpp"
+#include "Orrenby/Platform/Time/DateStrictness.hpp"
 #include "Orrenby/Platform/Time/Milliseconds.hpp"
 #include "Orrenby/Platform/Time/ServerTimestamp.hpp"
 #include <algorithm>
@@ -8,17 +9,18 @@
 #include <cmath>
 #include <cstring>
 #include <mutex>
+#include <string_view>
 #include <unicode/calendar.h>
 #include <unicode/dtptngen.h>
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
 #include <utility>
-#include <vector>
 
 namespace orrenby::inline ORRENBY_ABI {
 
 namespace {
 
+using detail::DateStrictness;
 using detail::ServerTimestamp;
 
 std::string utf8(const icu::UnicodeString& text)
@@ -57,149 +59,17 @@ void setCentury(icu::SimpleDateFormat& format)
     format.set2DigitYearStart(calendar->getTime(status), status);
 }
 
-bool isLetter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z'); }
-
-/// Knows what of that which ICU reads a strict reader has to refuse.
-///
-/// ICU reads a text that ends before the last signs of the pattern do, and skips white space before fields.
-/// Numbers of many digits overflow in it, up to a division by zero that ends the process.
-class Strictness {
-public:
-    explicit Strictness(const icu::UnicodeString& pattern)
-    {
-        bool isQuoted = false;
-        char16_t field = 0;
-        for (std::int32_t place = 0; place < pattern.length(); ++place) {
-            const char16_t unit = pattern[place];
-            const bool isDoubled = unit == u'\'' && place + 1 < pattern.length()
-                && pattern[place + 1] == unit;
-            if (unit == u'\'' && !isDoubled) {
-                isQuoted = !isQuoted;
-            } else if (isLetter(unit) && !isQuoted) {
-                addLetter(unit, field);
-                field = unit;
-            } else {
-                addSign(unit);
-                field = 0;
-                place += isDoubled ? 1 : 0;
-            }
-        }
-    }
-
-    bool admits(const icu::UnicodeString& text) const
-    {
-        return text.endsWith(m_end) && admitsBlanks(text) && admitsNumbers(text);
-    }
-
-private:
-    /// Numeric fields without a sign between them. Each of several has the digits that it has letters; one
-    /// alone may have more.
-    struct Number {
-        std::int32_t digits = 0;
-        bool isAlone = true;
-        bool isLong = false;
-
-        std::int32_t limit() const
-        {
-            constexpr std::int32_t digitsOfYears = 6;
-            constexpr std::int32_t digitsOfFractions = 9;
-            return isAlone ? std::max(digits, isLong ? digitsOfFractions : digitsOfYears) : digits;
-        }
-    };
-
-    void addSign(char16_t unit)
-    {
-        m_end += unit;
-        m_hasDigits = m_hasDigits || u_isdigit(unit);
-        if (!u_isUWhiteSpace(unit))
-            return;
-        m_hasBlanks = true;
-        m_beginsBlank = m_beginsBlank || !m_hasFields;
-    }
-
-    void addLetter(char16_t letter, char16_t previous)
-    {
-        constexpr std::u16string_view numbers = u"yYuUMLdDFHhKkmsSAgwWQqr";
-        constexpr std::u16string_view names = u"MLQqU"; // with three letters or more
-        constexpr std::u16string_view longOnes = u"SAg";
-        m_length = letter == previous ? m_length + 1 : 1;
-        if (numbers.find(letter) == std::u16string_view::npos
-            || (m_length > 2 && names.find(letter) != std::u16string_view::npos))
-            m_hasNames = true;
-        if (previous == 0)
-            m_numbers.emplace_back();
-        auto& number = m_numbers.back();
-        ++number.digits;
-        number.isAlone = number.isAlone && (previous == 0 || previous == letter);
-        number.isLong = longOnes.find(letter) != std::u16string_view::npos;
-        m_hasFields = true;
-        m_end.remove();
-    }
-
-    bool admitsBlanks(const icu::UnicodeString& text) const
-    {
-        if (m_hasBlanks || m_hasNames)
-            return m_beginsBlank || !u_isUWhiteSpace(text.char32At(0));
-        for (std::int32_t place = 0; place < text.length(); ++place)
-            if (u_isUWhiteSpace(text[place]))
-                return false;
-        return true;
-    }
-
-    /// One number after the other against that of the pattern, unless names or signs may hold digits too.
-    bool admitsNumbers(const icu::UnicodeString& text) const
-    {
-        std::size_t number = 0;
-        std::int32_t digits = 0;
-        for (std::int32_t place = 0; place <= text.length(); place = text.moveIndex32(place, 1)) {
-            if (place < text.length() && u_isdigit(text.char32At(place))) {
-                ++digits;
-            } else if (digits > 0) {
-                if (digits > limitOf(number++) || ((m_hasNames || m_hasDigits) && isExponent(text, place)))
-                    return false;
-                digits = 0;
-            }
-            if (place == text.length())
-                break;
-        }
-        return true;
-    }
-
-    /// ICU would read 2E9 as a number. Where numbers are counted there is one too many then.
-    static bool isExponent(const icu::UnicodeString& text, std::int32_t place)
-    {
-        if (text[place] != u'E' && text[place] != u'e')
-            return false;
-        const auto next = text[place + 1];
-        return u_isdigit(text.char32At(next == u'+' || next == u'-' ? place + 2 : place + 1));
-    }
-
-    std::int32_t limitOf(std::size_t number) const
-    {
-        if (!m_hasNames && !m_hasDigits)
-            return number < m_numbers.size() ? m_numbers[number].limit() : 0;
-        std::int32_t limit = 0;
-        for (const auto& any : m_numbers)
-            limit = std::max(limit, any.limit());
-        return limit;
-    }
-
-    std::vector<Number> m_numbers;
-    icu::UnicodeString m_end; ///< The signs after the last field.
-    int m_length = 0;         ///< Letters of the field.
-    bool m_hasFields = false;
-    bool m_hasNames = false;
-    bool m_hasDigits = false; ///< Among the signs.
-    bool m_hasBlanks = false;
-    bool m_beginsBlank = false;
-};
+std::u16string_view unitsOf(const icu::UnicodeString& text)
+{
+    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
+}
 
 /// ICU's formatter of one configuration. Never changes, and ICU's own `const` operations work on copies of
 /// its calendar, so that all threads may share it.
 struct Engine {
     explicit Engine(std::unique_ptr<const icu::SimpleDateFormat> newFormat)
         : format(std::move(newFormat))
-        , strictness(patternOf(*format))
+        , strictness(unitsOf(patternOf(*format)))
     {}
 
     static icu::UnicodeString patternOf(const icu::SimpleDateFormat& format)
@@ -209,7 +79,7 @@ struct Engine {
     }
 
     std::unique_ptr<const icu::SimpleDateFormat> format;
-    Strictness strictness;
+    DateStrictness strictness;
 };
 
 } // namespace
@@ -361,7 +231,7 @@ std::optional<Date> DateFormatter::date(std::string_view text) const
     if (!engine || !isValidUTF8(text))
         return std::nullopt;
     const auto units = icu::UnicodeString::fromUTF8(text);
-    if (!engine->strictness.admits(units))
+    if (!engine->strictness.admits(unitsOf(units)))
         return std::nullopt;
     icu::ParsePosition place(0);
     const auto milliseconds = engine->format->parse(units, place);
