@@ -149,10 +149,12 @@ public:
     Result<Void, StoreError> trySave();
 
     /// Gives up all unsaved changes: new objects are no longer part of the context, deleted ones are back.
+    /// An observer of an object is told when all its values are back; what it changes then is a new change.
     void rollback();
 
-    /// Reads the object's values again. Unsaved changes are given up, or put on top of what is stored. Throws
-    /// a `StoreError`, of the kind `ObjectGone` when it was deleted meanwhile.
+    /// Reads the object's values again. Unsaved changes are given up, or put on top of what is stored; its
+    /// observers are told as by `rollback`. Throws a `StoreError`, of the kind `ObjectGone` when it was
+    /// deleted meanwhile.
     void refresh(const Ref<NSManagedObject>& object, bool keepingChanges);
 
     /// Takes over what another context of the store has saved. Objects with unsaved changes keep them, on top

@@ -126,8 +126,8 @@ namespace Log {
 ///
 /// In this order: drops the entry when it is below the level; calls `condition` and drops the entry when that
 /// gives *true*; gives a critical entry to the critical-error handler; gives every entry to the event
-/// handler. What one of these throws passes to the caller, and the rest of them is left out: an entry on which
-/// the critical-error handler throws does not reach the event handler.
+/// handler. What one of these throws passes to the caller, and the rest of them is left out: an entry on
+/// which the critical-error handler throws does not reach the event handler.
 ///
 /// @param condition   Called after the test of the level.
 /// @param item        A value, or a callable without arguments that gives one; called at most once, when the

@@ -11,6 +11,7 @@ using ::testing::IsEmpty;
 namespace {
 
 using Names = std::vector<std::string>;
+
 } // namespace
 
 TEST(OutboxObserve, GivesWhatWaitsNowAndAfterEachChange)
