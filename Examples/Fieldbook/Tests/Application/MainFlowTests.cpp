@@ -4,14 +4,11 @@
 #include "Examples/Fieldbook/Feed/FeedFlow.hpp"
 #include "Examples/Fieldbook/Service/DirectService.hpp"
 #include "Examples/Fieldbook/Settings/SettingsFlow.hpp"
+#include "Examples/Fieldbook/Tests/OwnFolder.hpp"
+#include "Examples/Fieldbook/Tests/Printout.hpp"
 #include "Orrenby/Testing/VirtualWorld.hpp"
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 namespace {
 
@@ -25,10 +22,9 @@ class MainFlowTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_NE(::mkdtemp(folder.data()), nullptr);
-        std::ofstream(folder + "/a.json")
-            << R"({"title": "Rope frayed", "place": "Quay", "observer": "Nils", "severity": "low"})";
-        session.folder = folder;
+        folder.file(
+            "a.json", R"({"title": "Rope frayed", "place": "Quay", "observer": "Nils", "severity": "low"})");
+        session.folder = folder.path();
         session.service = orrenby::URL::make("http://hut.example");
         session.makeTransport = [this] { return service.transport(); };
         flow = orrenby::make<MainFlow>(
@@ -39,16 +35,9 @@ protected:
     {
         flow.reset();
         world.runUntilIdle();
-        std::fclose(output);
-        std::filesystem::remove_all(folder);
     }
 
-    std::string printed() const
-    {
-        std::string text(static_cast<std::size_t>(::lseek(::fileno(output), 0, SEEK_END)), '\0');
-        EXPECT_EQ(::pread(::fileno(output), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
-        return text;
-    }
+    std::string printed() const { return output.text(); }
 
     /// What is printed because of this line.
     std::string answerTo(const char* line)
@@ -58,12 +47,12 @@ protected:
         return printed().substr(before.size());
     }
 
-    std::string folder = ::testing::TempDir() + "main-XXXXXX";
-    std::FILE* output = std::tmpfile();
+    OwnFolder folder;
+    Printout output;
     orrenby::testing::VirtualWorld world;
     EventLoop loop;
     DirectService service{loop};
-    Terminal terminal{::fileno(output), false};
+    Terminal terminal{output.descriptor(), false};
     LifeTrace trace{terminal};
     Session session{loop, terminal, trace, {}, Course::watch};
     DeepLinks links;
@@ -86,7 +75,7 @@ TEST_F(MainFlowTest, AttachesTheFeedAndTellsWhenAllOfTheBeginningIsTold)
 TEST_F(MainFlowTest, TellsWhenTheFolderIsLost)
 {
     flow.reset();
-    session.folder = folder + "/missing";
+    session.folder = folder.file("missing");
     flow = orrenby::make<MainFlow>(
         session, links, MainFlowListener{[this] { ++toldCount; }, [this] { ++lostCount; }});
     flow->start();

@@ -1,14 +1,11 @@
 #include "Examples/Fieldbook/Compose/ComposeFlow.hpp"
 
 #include "Examples/Fieldbook/Report/ReportDecoding.hpp"
-#include <cstdio>
-#include <cstdlib>
+#include "Examples/Fieldbook/Tests/OwnFolder.hpp"
+#include "Examples/Fieldbook/Tests/SessionTest.hpp"
 #include <filesystem>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iterator>
-#include <unistd.h>
 
 namespace {
 
@@ -17,42 +14,17 @@ using orrenby::operator""_email;
 using ::testing::EndsWith;
 using Outcome = ComposeFlow::Outcome;
 
-class ComposeFlowTest : public ::testing::Test {
+class ComposeFlowTest : public SessionTest {
 protected:
     void SetUp() override
     {
-        ASSERT_NE(::mkdtemp(folder.data()), nullptr);
-        session.folder = folder;
+        session.folder = folder.path();
         session.user = "ada@hut.example"_email;
         flow = orrenby::make<ComposeFlow>(session);
         flow->start();
     }
-    void TearDown() override
-    {
-        flow.reset();
-        std::fclose(output);
-        std::filesystem::remove_all(folder);
-    }
 
-    std::string contentOf(const char* file) const
-    {
-        std::ifstream stream(folder + '/' + file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-
-    std::string printed() const
-    {
-        std::string text(static_cast<std::size_t>(::lseek(::fileno(output), 0, SEEK_END)), '\0');
-        EXPECT_EQ(::pread(::fileno(output), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
-        return text;
-    }
-
-    std::string folder = ::testing::TempDir() + "compose-XXXXXX";
-    std::FILE* output = std::tmpfile();
-    EventLoop loop;
-    Terminal terminal{::fileno(output), false};
-    LifeTrace trace{terminal};
-    Session session{loop, terminal, trace, {}, Course::watch};
+    OwnFolder folder;
     orrenby::Ref<ComposeFlow> flow;
 };
 
@@ -64,7 +36,7 @@ TEST_F(ComposeFlowTest, WritesWhatWasTypedIntoTheFolder)
 
     EXPECT_EQ(flow->take("save"), Outcome::isOver);
 
-    EXPECT_EQ(decodedReport(contentOf("report-1.json")).unwrap(),
+    EXPECT_EQ(decodedReport(contentOf(folder.file("report-1.json"))).unwrap(),
         (Report{
             "Rope frayed", "Quay", "ada@hut.example", Severity::high, Passage("At the [third] bollard.")}));
     EXPECT_THAT(printed(), EndsWith("= saved as report-1.json\n"));
@@ -72,14 +44,14 @@ TEST_F(ComposeFlowTest, WritesWhatWasTypedIntoTheFolder)
 
 TEST_F(ComposeFlowTest, TakesANameThatIsFree)
 {
-    std::ofstream(folder + "/report-1.json") << "x";
+    folder.file("report-1.json", "x");
     flow->take("title Rope frayed");
     flow->take("place Quay");
 
     flow->take("save");
 
-    EXPECT_EQ(contentOf("report-1.json"), "x");
-    EXPECT_TRUE(decodedReport(contentOf("report-2.json")).isSuccess());
+    EXPECT_EQ(contentOf(folder.file("report-1.json")), "x");
+    EXPECT_TRUE(decodedReport(contentOf(folder.file("report-2.json"))).isSuccess());
 }
 
 TEST_F(ComposeFlowTest, SaysWhatIsMissingAndGoesOn)
@@ -88,7 +60,7 @@ TEST_F(ComposeFlowTest, SaysWhatIsMissingAndGoesOn)
 
     EXPECT_EQ(flow->take("save"), Outcome::goesOn);
     EXPECT_THAT(printed(), ::testing::HasSubstr("! place, line "));
-    EXPECT_FALSE(std::filesystem::exists(folder + "/report-1.json"));
+    EXPECT_FALSE(std::filesystem::exists(folder.file("report-1.json")));
 
     flow->take("place Quay");
     EXPECT_EQ(flow->take("save"), Outcome::isOver);
@@ -103,7 +75,7 @@ TEST_F(ComposeFlowTest, RefusesTextsThatCannotBeShownOrRead)
     EXPECT_EQ(flow->take("save"), Outcome::goesOn);
 
     EXPECT_THAT(printed(), EndsWith("! it is no text in UTF-8\n"));
-    EXPECT_FALSE(std::filesystem::exists(folder + "/report-1.json"));
+    EXPECT_FALSE(std::filesystem::exists(folder.file("report-1.json")));
 }
 
 TEST_F(ComposeFlowTest, RefusesASeverityThatIsNone)
@@ -125,12 +97,12 @@ TEST_F(ComposeFlowTest, CanBeDiscarded)
 
     EXPECT_EQ(flow->take("discard"), Outcome::isOver);
 
-    EXPECT_TRUE(std::filesystem::is_empty(folder));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
 TEST_F(ComposeFlowTest, SaysWhyItCannotWrite)
 {
-    session.folder = folder + "/missing";
+    session.folder = folder.file("missing");
     flow->take("title Rope frayed");
     flow->take("place Quay");
 

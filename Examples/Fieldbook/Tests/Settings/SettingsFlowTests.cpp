@@ -1,37 +1,18 @@
 #include "Examples/Fieldbook/Settings/SettingsFlow.hpp"
 
 #include "Examples/Fieldbook/Settings/Language.hpp"
-#include <cstdio>
+#include "Examples/Fieldbook/Tests/SessionTest.hpp"
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 namespace {
 
 using namespace fieldbook;
 using orrenby::operator""_email;
 
-class SettingsFlowTest : public ::testing::Test {
+class SettingsFlowTest : public SessionTest {
 protected:
     SettingsFlowTest() { choose(orrenby::Locale("en_US")); }
 
-    void TearDown() override
-    {
-        flow.reset();
-        std::fclose(output);
-    }
-
-    std::string printed() const
-    {
-        std::string text(static_cast<std::size_t>(::lseek(::fileno(output), 0, SEEK_END)), '\0');
-        EXPECT_EQ(::pread(::fileno(output), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
-        return text;
-    }
-
-    std::FILE* output = std::tmpfile();
-    EventLoop loop;
-    Terminal terminal{::fileno(output), false};
-    LifeTrace trace{terminal};
-    Session session{loop, terminal, trace, {}, Course::watch};
     orrenby::Ref<SettingsFlow> flow = orrenby::make<SettingsFlow>(session);
 };
 

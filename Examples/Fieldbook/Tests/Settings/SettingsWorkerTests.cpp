@@ -1,10 +1,8 @@
 #include "Examples/Fieldbook/Settings/SettingsWorker.hpp"
 
-#include "Examples/Fieldbook/Terminal/Descriptor.hpp"
-#include <array>
+#include "Examples/Fieldbook/Tests/Printout.hpp"
 #include <gtest/gtest.h>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
@@ -18,21 +16,8 @@ protected:
         session.catalogue.put("b", {"Flood", "east", "o", Severity::high, {}});
     }
 
-    static std::array<int, 2> makePipe()
-    {
-        std::array<int, 2> ends{};
-        EXPECT_EQ(::pipe(ends.data()), 0);
-        return ends;
-    }
-
     /// What was printed since the last look, the steps of lives apart.
-    std::string printed()
-    {
-        std::array<char, 4096> bytes{};
-        EXPECT_EQ(::write(ends[1], ".", 1), 1); // so that there is something to read
-        const auto length = ::read(ends[0], bytes.data(), bytes.size());
-        return std::string(bytes.data(), static_cast<std::size_t>(length) - 1);
-    }
+    std::string printed() { return output.news(); }
 
     static void post(orrenby::Any order)
     {
@@ -40,11 +25,9 @@ protected:
             feedShouldSort, {}, {{orderKey, std::move(order)}});
     }
 
-    std::array<int, 2> ends = makePipe();
-    Descriptor reader{ends[0]};
-    Descriptor writer{ends[1]};
+    Printout output;
     EventLoop loop;
-    Terminal terminal{ends[1], false};
+    Terminal terminal{output.descriptor(), false};
     Terminal nowhere{-1, false};
     LifeTrace trace{nowhere};
     Session session{loop, terminal, trace, "folder", Course::watch};

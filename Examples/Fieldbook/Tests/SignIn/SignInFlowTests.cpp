@@ -1,9 +1,8 @@
 #include "Examples/Fieldbook/SignIn/SignInFlow.hpp"
 
-#include <cstdio>
+#include "Examples/Fieldbook/Tests/SessionTest.hpp"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 namespace {
 
@@ -11,7 +10,7 @@ using namespace fieldbook;
 using orrenby::operator""_email;
 using ::testing::EndsWith;
 
-class SignInFlowTest : public ::testing::Test {
+class SignInFlowTest : public SessionTest {
 protected:
     void SetUp() override
     {
@@ -21,24 +20,7 @@ protected:
         });
         flow->start();
     }
-    void TearDown() override
-    {
-        flow.reset();
-        std::fclose(output);
-    }
 
-    std::string printed() const
-    {
-        std::string text(static_cast<std::size_t>(::lseek(::fileno(output), 0, SEEK_END)), '\0');
-        EXPECT_EQ(::pread(::fileno(output), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
-        return text;
-    }
-
-    std::FILE* output = std::tmpfile();
-    EventLoop loop;
-    Terminal terminal{::fileno(output), false};
-    LifeTrace trace{terminal};
-    Session session{loop, terminal, trace, {}, Course::watch};
     int signedInCount = 0;
     orrenby::Ref<SignInFlow> flow;
 };

@@ -2,10 +2,10 @@
 
 #include "Examples/Fieldbook/Store/Recall.hpp"
 #include "Examples/Fieldbook/Tests/OwnFolder.hpp"
+#include "Examples/Fieldbook/Tests/Printout.hpp"
 #include "Orrenby/Utilities/Streams/PassthroughSubject.hpp"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 namespace {
 
@@ -116,8 +116,8 @@ TEST_F(KeepingWorkerTest, WritesNothingWhileItIsStopped)
 
 TEST_F(KeepingWorkerTest, SaysOnceThatTheStoreIsFullAndGoesOn)
 {
-    auto* const output = std::tmpfile();
-    auto screen = Terminal(::fileno(output), false);
+    const Printout output;
+    auto screen = Terminal(output.descriptor(), false);
     auto full = Session{loop, screen, trace, "folder", Course::watch};
     full.memory = std::make_shared<Memory>(orrenby::make<orrenby::NSManagedObjectContext>(
         orrenby::PersistentStore::open(session.memory->context()->persistentStore()->model(),
@@ -133,10 +133,7 @@ TEST_F(KeepingWorkerTest, SaysOnceThatTheStoreIsFullAndGoesOn)
     turn();
     keeping->stop();
 
-    std::string text(static_cast<std::size_t>(::lseek(::fileno(output), 0, SEEK_END)), '\0');
-    EXPECT_EQ(::pread(::fileno(output), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
-    EXPECT_EQ(text, "! the store was not written: there is no room left\n");
-    std::fclose(output);
+    EXPECT_EQ(output.text(), "! the store was not written: there is no room left\n");
 }
 
 } // namespace

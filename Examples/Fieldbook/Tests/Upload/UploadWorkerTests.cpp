@@ -2,15 +2,12 @@
 
 #include "Examples/Fieldbook/Service/Mood.hpp"
 #include "Examples/Fieldbook/Tests/Loopback.hpp"
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include "Examples/Fieldbook/Tests/OwnFolder.hpp"
+#include "Examples/Fieldbook/Tests/SessionTest.hpp"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
@@ -22,12 +19,11 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::SizeIs;
 
-class UploadWorkerTest : public ::testing::Test {
+class UploadWorkerTest : public SessionTest {
 protected:
     void SetUp() override
     {
-        ASSERT_NE(::mkdtemp(folder.data()), nullptr);
-        session.folder = folder;
+        session.folder = folder.path();
         session.secondLength = 0;
         session.user = "ada@hut.example"_email;
         session.catalogue.put("a.json", titled("Rope frayed"));
@@ -38,8 +34,6 @@ protected:
     {
         worker.reset();
         loop.drain();
-        std::fclose(output);
-        std::filesystem::remove_all(folder);
     }
 
     static Report titled(const char* title)
@@ -83,19 +77,7 @@ protected:
         EXPECT_TRUE(isDone);
     }
 
-    std::string printed() const
-    {
-        std::string text(static_cast<std::size_t>(::lseek(::fileno(output), 0, SEEK_END)), '\0');
-        EXPECT_EQ(::pread(::fileno(output), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
-        return text;
-    }
-
-    std::string folder = ::testing::TempDir() + "uploads-XXXXXX";
-    std::FILE* output = std::tmpfile();
-    EventLoop loop;
-    Terminal terminal{::fileno(output), false};
-    LifeTrace trace{terminal};
-    Session session{loop, terminal, trace, {}, Course::watch};
+    OwnFolder folder;
     std::unique_ptr<ReportService> service;
     std::unique_ptr<ServiceServer> server;
     orrenby::Ref<UploadWorker> worker;
@@ -106,8 +88,7 @@ TEST_F(UploadWorkerTest, SendsEveryReportOnceAndThePhotosBesideTheirFiles)
     listen();
     if (!server)
         return;
-    std::ofstream(std::filesystem::path(folder) / "a.png", std::ios::binary)
-        << std::string("\x89PNG\r\n\0", 7);
+    folder.file("a.png", std::string("\x89PNG\r\n\0", 7));
     worker->start();
 
     uploadAndWait();
