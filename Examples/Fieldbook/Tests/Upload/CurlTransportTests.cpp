@@ -6,13 +6,13 @@
 #include "Examples/Fieldbook/Service/ServiceServer.hpp"
 #include "Examples/Fieldbook/Terminal/Descriptor.hpp"
 #include "Examples/Fieldbook/Tests/Loopback.hpp"
+#include "Examples/Fieldbook/Tests/OwnFolder.hpp"
 #include "Examples/Fieldbook/Tests/ReportRequest.hpp"
 #include "Examples/Fieldbook/Upload/ReportRequests.hpp"
 #include "Orrenby/Platform/Scheduling/Thread.hpp"
 #include <arpa/inet.h>
 #include <atomic>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -62,12 +62,6 @@ protected:
         if (const auto problem = whyUnreachable(server->port()))
             GTEST_SKIP() << *problem;
         url = orrenby::URL::make(server->address()).value();
-        ASSERT_NE(::mkdtemp(folder.data()), nullptr);
-    }
-    void TearDown() override
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder, ignored);
     }
 
     /// Sends, and hears until there is an answer or none to come.
@@ -103,20 +97,19 @@ protected:
 
     OutgoingReport reportWithPhoto(const std::string& content)
     {
-        const auto file = std::filesystem::path(folder) / "a.png";
-        std::ofstream(file, std::ios::binary) << content;
+        const auto file = folder.file("a.png", content);
         auto report = Report{
             .title = Line{"Rope frayed"}, .place = Line{"Quay"}, .observer = Line{"Nils"}, .body = {}};
         return {4, std::move(report), Photo{file, "image/png"}, "a.json"};
     }
 
-    std::string folder = ::testing::TempDir() + "fieldbook-XXXXXX";
     /// What the answer says, without the fields that every server adds.
     std::optional<Answer> said() const
     {
         return answer ? std::optional(Answer{answer->status, answer->body}) : std::nullopt;
     }
 
+    OwnFolder folder;
     ReportService service{isAlwaysTaken};
     /// Changes what the service answers. Set before anything is sent.
     std::function<ServiceResponse(ServiceResponse)> spoil = [](auto response) { return response; };
