@@ -46,8 +46,7 @@ TEST_F(FeedContextTest, ShowsTheCurrentNewsAsSoonAsItIsActive)
 TEST_F(FeedContextTest, ShowsTheFailureOfTheFolder)
 {
     context->activate();
-    const auto end = loop.after(std::chrono::milliseconds(0), [this] { loop.stop(); });
-    loop.run();
+    loop.drain();
 
     EXPECT_THAT(screen->failures, ElementsAre(FolderLost{"No such file or directory"}));
 }
@@ -57,8 +56,7 @@ TEST_F(FeedContextTest, ShowsWhatTheStationSaysBeforeTheFolderIsLookedAt)
     session.station = "missing file";
 
     context->activate();
-    const auto end = loop.after(std::chrono::milliseconds(0), [this] { loop.stop(); });
-    loop.run();
+    loop.drain();
 
     EXPECT_THAT(screen->news,
         ElementsAre(FeedNews(Opened{"missing folder"}),

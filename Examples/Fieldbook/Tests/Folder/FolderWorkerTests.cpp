@@ -15,7 +15,6 @@
 namespace {
 
 using namespace fieldbook;
-using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 namespace fs = std::filesystem;
 
@@ -52,14 +51,7 @@ protected:
                 failure = *payload.asError();
         });
         worker->start();
-        turn();
-    }
-
-    /// Lets the loop handle everything that has happened so far: what was registered first comes first.
-    void turn()
-    {
-        const auto end = loop.after(0ms, [this] { loop.stop(); });
-        loop.run();
+        loop.drain();
     }
 
     std::vector<FeedNews> takeNews() { return std::exchange(news, {}); }
@@ -99,15 +91,15 @@ TEST_F(FolderWorkerTest, FollowsAFileThroughItsLife)
     takeNews();
 
     put("a.json", reportOf("one"));
-    turn();
+    loop.drain();
     put("a.json", reportOf("two"));
-    turn();
+    loop.drain();
     put("a.json", "");
-    turn();
+    loop.drain();
     put("a.json", reportOf("three"));
-    turn();
+    loop.drain();
     fs::remove(folder / "a.json");
-    turn();
+    loop.drain();
 
     EXPECT_THAT(takeNews(),
         ElementsAre(FeedNews(Added{"a.json", reportNamed("one")}),
@@ -127,7 +119,7 @@ TEST_F(FolderWorkerTest, TellsNothingOfAFileThatSaysTheSame)
 
     put("a.json", reportOf("one"));
     put("b.json", "?");
-    turn();
+    loop.drain();
 
     EXPECT_THAT(takeNews(), ElementsAre());
 }
@@ -140,12 +132,12 @@ TEST_F(FolderWorkerTest, WaitsUntilAWriterIsDone)
     auto file = std::ofstream(folder / "a.json");
     const auto text = reportOf("half");
     file << text.substr(0, 10) << std::flush;
-    turn();
+    loop.drain();
     EXPECT_THAT(takeNews(), ElementsAre());
 
     file << text.substr(10);
     file.close();
-    turn();
+    loop.drain();
     EXPECT_THAT(takeNews(), ElementsAre(FeedNews(Added{"a.json", reportNamed("half")})));
 }
 
@@ -156,11 +148,11 @@ TEST_F(FolderWorkerTest, SeesFilesThatAreMovedInRenamedAndMovedOut)
     std::ofstream(outer.path() / "x") << reportOf("one");
 
     fs::rename(outer.path() / "x", folder / "a.json");
-    turn();
+    loop.drain();
     fs::rename(folder / "a.json", folder / "b.json");
-    turn();
+    loop.drain();
     fs::rename(folder / "b.json", outer.path() / "x");
-    turn();
+    loop.drain();
 
     EXPECT_THAT(takeNews(),
         ElementsAre(FeedNews(Added{"a.json", reportNamed("one")}),
@@ -176,7 +168,7 @@ TEST_F(FolderWorkerTest, SeesLinksThatAppear)
 
     fs::create_hard_link(outer.path() / "x", folder / "a.json");
     fs::create_symlink(outer.path() / "x", folder / "b.json");
-    turn();
+    loop.drain();
 
     EXPECT_THAT(takeNews(),
         ElementsAre(
@@ -205,7 +197,7 @@ TEST_F(FolderWorkerTest, LogsOneWarningForEachUnreadableFile)
     start();
 
     put("a.json", R"({"title": "t"})");
-    turn();
+    loop.drain();
 
     EXPECT_THAT(log.messages(orrenby::Log::Level::warning),
         ElementsAre("a.json: line 1, column 1: No value under the key \"place\""));
@@ -219,7 +211,7 @@ TEST_F(FolderWorkerTest, TakesAFileThatIsWrittenAnewAtOnceAsChanged)
 
     fs::remove(folder / "a.json");
     put("a.json", reportOf("two"));
-    turn();
+    loop.drain();
 
     EXPECT_THAT(takeNews(), ElementsAre(FeedNews(Changed{"a.json", reportNamed("two")})));
 }
@@ -241,7 +233,7 @@ TEST_F(FolderWorkerTest, LooksAtEverythingAfterMoreChangesThanTheSystemNotes)
     }
     fs::remove(folder / "b.json");
     put("a.json", reportOf("one"));
-    turn();
+    loop.drain();
 
     EXPECT_THAT(takeNews(),
         ElementsAre(
@@ -256,7 +248,7 @@ TEST_F(FolderWorkerTest, FailsWhenTheFolderIsRemoved)
     takeNews();
 
     fs::remove_all(folder);
-    turn();
+    loop.drain();
 
     EXPECT_THAT(takeNews(), ElementsAre(FeedNews(Removed{"a.json", reportNamed("one")})));
     EXPECT_EQ(failure, FolderLost{"it was removed or moved"});
@@ -267,7 +259,7 @@ TEST_F(FolderWorkerTest, FailsWhenTheFolderIsMoved)
     start();
 
     fs::rename(folder, outer.path() / "elsewhere");
-    turn();
+    loop.drain();
 
     EXPECT_EQ(failure, FolderLost{"it was removed or moved"});
 }
@@ -288,7 +280,7 @@ TEST_F(FolderWorkerTest, TellsNothingOnceItIsStopped)
 
     worker->stop();
     put("a.json", reportOf("one"));
-    turn();
+    loop.drain();
 
     EXPECT_THAT(takeNews(), ElementsAre());
 }
@@ -301,7 +293,7 @@ TEST_F(FolderWorkerTest, TellsEverythingAnewWhenItIsStartedAgain)
 
     worker->stop();
     worker->start();
-    turn();
+    loop.drain();
 
     EXPECT_THAT(takeNews(), ElementsAre(FeedNews(Added{"a.json", reportNamed("one")}), FeedNews(Scanned{1})));
 }
@@ -318,7 +310,7 @@ TEST_F(FolderWorkerTest, MayBeStoppedByWhoeverReceivesItsNews)
     });
 
     worker->start();
-    turn();
+    loop.drain();
 
     EXPECT_THAT(takeNews(),
         ElementsAre(FeedNews(Opened{folder.string()}), FeedNews(Added{"a.json", reportNamed("one")})));

@@ -2,6 +2,7 @@
 
 #include "Examples/Fieldbook/Report/ReportEncoding.hpp"
 #include "Examples/Fieldbook/Service/DirectService.hpp"
+#include "Examples/Fieldbook/Tests/ToldNews.hpp"
 #include "Orrenby/Testing/VirtualWorld.hpp"
 #include "Orrenby/Utilities/Log/CaptureHandler.hpp"
 #include "Orrenby/Utilities/Log/Settings.hpp"
@@ -63,8 +64,7 @@ protected:
     std::vector<std::string> asked;
     std::vector<FeedNews> news;
     orrenby::Ref<FetchWorker> worker = orrenby::make<FetchWorker>(session);
-    orrenby::Streams::AnyCancellable subscription = worker->news().sink(
-        [this](const auto& payload) { news.push_back(*payload.asValue()); });
+    orrenby::Streams::AnyCancellable subscription = hear(worker->news(), news);
 };
 
 TEST_F(FetchWorkerTest, TellsTheReportsOfTheService)

@@ -1,5 +1,6 @@
 #include "Examples/Fieldbook/SignIn/SignInWorker.hpp"
 
+#include "Examples/Fieldbook/Tests/ToldNews.hpp"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -19,22 +20,13 @@ protected:
             userShouldSignIn, {}, {{addressKey, std::move(address)}});
     }
 
-    void runOneTurn()
-    {
-        const auto end = loop.after(std::chrono::milliseconds(0), [this] { loop.stop(); });
-        loop.run();
-    }
-
     EventLoop loop;
     Terminal terminal{-1, false};
     LifeTrace trace{terminal};
     Session session{loop, terminal, trace, {}, Course::watch};
     orrenby::Ref<SignInWorker> worker = orrenby::make<SignInWorker>(session);
     std::vector<FeedNews> told;
-    orrenby::Streams::AnyCancellable subscription = worker->news().sink([this](const auto& payload) {
-        if (const auto* news = payload.asValue())
-            told.push_back(*news);
-    });
+    orrenby::Streams::AnyCancellable subscription = hear(worker->news(), told);
 };
 
 TEST_F(SignInWorkerTest, TellsWhoSignsIn)
@@ -66,7 +58,7 @@ TEST_F(SignInWorkerTest, TellsTheUserOfTheSessionAtTheStart)
 
     worker->start();
     EXPECT_THAT(told, ElementsAre());
-    runOneTurn();
+    loop.drain();
 
     EXPECT_THAT(told, ElementsAre(FeedNews(SignedIn{"ada@hut.example"_email})));
 }
@@ -88,7 +80,7 @@ TEST_F(SignInWorkerTest, SignsNobodyInOnceItHasStopped)
 
     worker->stop();
     post("bo@hut.example");
-    runOneTurn();
+    loop.drain();
 
     EXPECT_THAT(told, ElementsAre());
     EXPECT_EQ(session.user, "ada@hut.example"_email);

@@ -1,9 +1,9 @@
 #include "Examples/Fieldbook/Station/StationWorker.hpp"
 
 #include "Examples/Fieldbook/Folder/Samples.hpp"
+#include "Examples/Fieldbook/Tests/ToldNews.hpp"
 #include "Orrenby/Utilities/Log/CaptureHandler.hpp"
 #include "Orrenby/Utilities/Log/Settings.hpp"
-#include <chrono>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,7 +15,6 @@
 namespace {
 
 using namespace fieldbook;
-using namespace std::chrono_literals;
 using orrenby::Log::Level;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -39,13 +38,7 @@ protected:
     void start()
     {
         worker->start();
-        turn();
-    }
-
-    void turn()
-    {
-        const auto end = loop.after(0ms, [this] { loop.stop(); });
-        loop.run();
+        loop.drain();
     }
 
     TemporaryCopy folder{FIELDBOOK_BUNDLE "/Station"};
@@ -56,8 +49,7 @@ protected:
     Session session{loop, terminal, trace, folder.path(), Course::watch};
     orrenby::Ref<StationWorker> worker = orrenby::make<StationWorker>(session);
     std::vector<FeedNews> news;
-    orrenby::Streams::AnyCancellable subscription = worker->news().sink(
-        [this](const auto& payload) { news.push_back(*payload.asValue()); });
+    orrenby::Streams::AnyCancellable subscription = hear(worker->news(), news);
 };
 
 TEST_F(StationWorkerTest, HandsEveryMemberToWhatItIsFor)
@@ -172,7 +164,7 @@ TEST_F(StationWorkerTest, TakesNothingOnceItIsStopped)
     worker->start();
     worker->stop();
 
-    turn();
+    loop.drain();
 
     EXPECT_THAT(news, IsEmpty());
 }

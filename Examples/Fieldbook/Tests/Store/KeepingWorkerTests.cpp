@@ -19,12 +19,6 @@ const Report crane = {"Crane stuck", "Quay", "Nils", Severity::low, std::nullopt
 
 class KeepingWorkerTest : public ::testing::Test {
 protected:
-    void turn()
-    {
-        const auto end = loop.after(std::chrono::milliseconds(0), [this] { loop.stop(); });
-        loop.run();
-    }
-
     /// The memory of another run on the same store.
     Memory later() const
     {
@@ -49,7 +43,7 @@ TEST_F(KeepingWorkerTest, WritesWhatIsToldInTheNextTurn)
     news.send(FeedNews(Added{"b.json", rope}));
     news.send(FeedNews(Changed{"b.json", crane}));
     EXPECT_THAT(later().reports(), IsEmpty());
-    turn();
+    loop.drain();
 
     EXPECT_THAT(later().reports(),
         ElementsAre(RememberedReport{"a.json", 1, rope}, RememberedReport{"b.json", 2, crane}));
@@ -60,11 +54,11 @@ TEST_F(KeepingWorkerTest, WritesThatReportsAreGoneOrUnreadable)
     worker->start();
     news.send(FeedNews(Added{"a.json", rope}));
     news.send(FeedNews(Added{"b.json", rope}));
-    turn();
+    loop.drain();
 
     news.send(FeedNews(Removed{"a.json", rope}));
     news.send(FeedNews(Unreadable{"b.json", "torn"}));
-    turn();
+    loop.drain();
 
     EXPECT_THAT(later().reports(),
         ElementsAre(
@@ -75,7 +69,7 @@ TEST_F(KeepingWorkerTest, WritesTheSettingsOfTheBeginningAndTheirChanges)
 {
     session.settings->language = "fr";
     worker->start();
-    turn();
+    loop.drain();
     EXPECT_EQ(later().setting(settingNames::language), "fr");
     EXPECT_EQ(later().setting(settingNames::order), "number");
 
@@ -83,7 +77,7 @@ TEST_F(KeepingWorkerTest, WritesTheSettingsOfTheBeginningAndTheirChanges)
     session.settings->isDetailed = false;
     session.settings->language = "de";
     news.send(FeedNews(SignedIn{"ada@hut.example"_email}));
-    turn();
+    loop.drain();
 
     EXPECT_EQ(later().setting(settingNames::order), "place");
     EXPECT_EQ(later().setting(settingNames::details), "off");
@@ -108,7 +102,7 @@ TEST_F(KeepingWorkerTest, WritesNothingWhileItIsStopped)
 
     news.send(FeedNews(Added{"a.json", rope}));
     session.settings->sortOrder = SortOrder::byPlace;
-    turn();
+    loop.drain();
 
     EXPECT_THAT(later().reports(), IsEmpty());
     EXPECT_EQ(later().setting(settingNames::order), "number");
@@ -128,9 +122,9 @@ TEST_F(KeepingWorkerTest, SaysOnceThatTheStoreIsFullAndGoesOn)
     endless.body = std::string(200'000, 'x');
 
     news.send(FeedNews(Added{"a.json", endless}));
-    turn();
+    loop.drain();
     news.send(FeedNews(Added{"b.json", endless}));
-    turn();
+    loop.drain();
     keeping->stop();
 
     EXPECT_EQ(output.text(), "! the store was not written: there is no room left\n");

@@ -2,6 +2,7 @@
 
 #include "Examples/Fieldbook/Folder/FolderWorker.hpp"
 #include "Examples/Fieldbook/Tests/OwnFolder.hpp"
+#include "Examples/Fieldbook/Tests/ToldNews.hpp"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <vector>
@@ -25,12 +26,6 @@ protected:
         session.remembered.emplace(file, report);
     }
 
-    void turn()
-    {
-        const auto end = loop.after(std::chrono::milliseconds(0), [this] { loop.stop(); });
-        loop.run();
-    }
-
     OwnFolder folder;
     EventLoop loop;
     Terminal terminal{-1, false};
@@ -38,16 +33,13 @@ protected:
     Session session{loop, terminal, trace, folder.path(), Course::watch};
     orrenby::Ref<RecallWorker> worker = orrenby::make<RecallWorker>(session);
     std::vector<FeedNews> told;
-    orrenby::Streams::AnyCancellable handle = worker->news().sink([this](const auto& payload) {
-        if (const auto* news = payload.asValue())
-            told.push_back(*news);
-    });
+    orrenby::Streams::AnyCancellable handle = hear(worker->news(), told);
 };
 
 TEST_F(RecallWorkerTest, TellsNothingWhereNothingIsRemembered)
 {
     worker->start();
-    turn();
+    loop.drain();
 
     EXPECT_THAT(told, IsEmpty());
 }
@@ -59,7 +51,7 @@ TEST_F(RecallWorkerTest, TellsWhatIsRememberedInTheOrderOfTheNumbers)
 
     worker->start();
     EXPECT_THAT(told, IsEmpty());
-    turn();
+    loop.drain();
 
     EXPECT_THAT(told,
         ElementsAre(FeedNews(Recalled{2}), FeedNews(Remembered{"b.json", crane}),
@@ -70,12 +62,12 @@ TEST_F(RecallWorkerTest, TellsNothingAgainWhenItIsStartedAgain)
 {
     remember("a.json", 7, rope);
     worker->start();
-    turn();
+    loop.drain();
     told.clear();
 
     worker->stop();
     worker->start();
-    turn();
+    loop.drain();
 
     EXPECT_THAT(told, IsEmpty());
 }
@@ -92,13 +84,10 @@ TEST_F(RecallWorkerTest, LeavesToTheFolderOnlyWhatIsDifferentNow)
     session.remembered.emplace("gone.json", crane);
     const auto follower = orrenby::make<FolderWorker>(session);
     std::vector<FeedNews> news;
-    const auto subscription = follower->news().sink([&](const auto& payload) {
-        if (payload.isValue())
-            news.push_back(*payload.asValue());
-    });
+    const auto subscription = hear(follower->news(), news);
 
     follower->start();
-    turn();
+    loop.drain();
 
     ASSERT_EQ(news.size(), 6U);
     EXPECT_EQ(news[1], FeedNews(Removed{"gone.json", crane}));

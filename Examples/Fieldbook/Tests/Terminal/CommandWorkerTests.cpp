@@ -2,7 +2,6 @@
 
 #include "Examples/Fieldbook/Terminal/Descriptor.hpp"
 #include <array>
-#include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -11,7 +10,6 @@
 namespace {
 
 using namespace fieldbook;
-using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 
 class CommandWorkerTest : public ::testing::Test {
@@ -29,13 +27,7 @@ protected:
     void type(std::string_view text)
     {
         EXPECT_EQ(::write(keyboard.number(), text.data(), text.size()), static_cast<ssize_t>(text.size()));
-        turn();
-    }
-
-    void turn()
-    {
-        const auto end = loop.after(0ms, [this] { loop.stop(); });
-        loop.run();
+        loop.drain();
     }
 
     EventLoop loop;
@@ -77,7 +69,7 @@ TEST_F(CommandWorkerTest, CutsALineThatNobodyTypes)
 {
     type(std::string(5'000, 'x'));
     for (auto i = 0; i < 30; ++i)
-        turn();
+        loop.drain();
     type("\n");
 
     ASSERT_EQ(commands.size(), 1U);
@@ -87,9 +79,9 @@ TEST_F(CommandWorkerTest, CutsALineThatNobodyTypes)
 TEST_F(CommandWorkerTest, ListensNoMoreAtTheEndOfInput)
 {
     keyboard = {};
-    turn();
+    loop.drain();
 
-    turn();
+    loop.drain();
 
     EXPECT_THAT(commands, ElementsAre());
 }
