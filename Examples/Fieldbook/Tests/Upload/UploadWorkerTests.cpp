@@ -41,22 +41,6 @@ protected:
         return {.title = Line{title}, .place = Line{"Quay"}, .observer = Line{"Nils"}, .body = {}};
     }
 
-    /// Sends to a service of the test, if this machine lets it listen.
-    void listen(ReportService::Mood mood = isAlwaysTaken)
-    {
-        service = std::make_unique<ReportService>(mood);
-        auto started = ServiceServer::start(
-            [this](const ServiceRequest& request) { return service->handle(request); });
-        if (const auto problem = started.error())
-            GTEST_SKIP() << *problem;
-        server = std::move(started).unwrap();
-        if (const auto problem = whyUnreachable(server->port())) {
-            server.reset();
-            GTEST_SKIP() << *problem;
-        }
-        session.service = orrenby::URL::make(server->address());
-    }
-
     void uploadAndWait()
     {
         worker->uploadAll();
@@ -78,23 +62,49 @@ protected:
     }
 
     OwnFolder folder;
-    std::unique_ptr<ReportService> service;
-    std::unique_ptr<ServiceServer> server;
     orrenby::Ref<UploadWorker> worker;
 };
 
-TEST_F(UploadWorkerTest, SendsEveryReportOnceAndThePhotosBesideTheirFiles)
+/// Sends to a service of the test, where the machine lets it listen.
+class ServedUploadWorkerTest : public UploadWorkerTest {
+protected:
+    explicit ServedUploadWorkerTest(ReportService::Mood mood = isAlwaysTaken)
+        : service(mood)
+    {}
+
+    void SetUp() override
+    {
+        UploadWorkerTest::SetUp();
+        auto started = ServiceServer::start(
+            [this](const ServiceRequest& request) { return service.handle(request); });
+        if (const auto problem = started.error())
+            GTEST_SKIP() << *problem;
+        server = std::move(started).unwrap();
+        if (const auto problem = whyUnreachable(server->port()))
+            GTEST_SKIP() << *problem;
+        session.service = orrenby::URL::make(server->address());
+    }
+
+    ReportService service;
+    std::unique_ptr<ServiceServer> server;
+};
+
+class MoodyServiceUploadWorkerTest : public ServedUploadWorkerTest {
+protected:
+    MoodyServiceUploadWorkerTest()
+        : ServedUploadWorkerTest(isTakenWhenMoody)
+    {}
+};
+
+TEST_F(ServedUploadWorkerTest, SendsEveryReportOnceAndThePhotosBesideTheirFiles)
 {
-    listen();
-    if (!server)
-        return;
     folder.file("a.png", std::string("\x89PNG\r\n\0", 7));
     worker->start();
 
     uploadAndWait();
     uploadAndWait();
 
-    const auto received = service->received();
+    const auto received = service.received();
     ASSERT_THAT(received, SizeIs(2));
     EXPECT_EQ(received[0].report, titled("Rope frayed"));
     ASSERT_TRUE(received[0].photo);
@@ -105,11 +115,8 @@ TEST_F(UploadWorkerTest, SendsEveryReportOnceAndThePhotosBesideTheirFiles)
     EXPECT_THAT(printed(), HasSubstr("= 2 to upload\n^ #1 sent\n^ #2 sent\n= nothing to upload\n"));
 }
 
-TEST_F(UploadWorkerTest, TriesAgainAndTellsWhy)
+TEST_F(MoodyServiceUploadWorkerTest, TriesAgainAndTellsWhy)
 {
-    listen(isTakenWhenMoody);
-    if (!server)
-        return;
     worker->start();
 
     uploadAndWait();
@@ -119,11 +126,8 @@ TEST_F(UploadWorkerTest, TriesAgainAndTellsWhy)
     EXPECT_EQ(session.uploads.sent, 2);
 }
 
-TEST_F(UploadWorkerTest, SignsInAgainForSomebodyElse)
+TEST_F(ServedUploadWorkerTest, SignsInAgainForSomebodyElse)
 {
-    listen();
-    if (!server)
-        return;
     worker->start();
     uploadAndWait();
     session.user = "bo@hut.example"_email;
@@ -131,9 +135,9 @@ TEST_F(UploadWorkerTest, SignsInAgainForSomebodyElse)
 
     uploadAndWait();
 
-    ASSERT_THAT(service->received(), SizeIs(3));
-    EXPECT_EQ(service->received()[0].sender, "ada@hut.example"_email);
-    EXPECT_EQ(service->received()[2].sender, "bo@hut.example"_email);
+    ASSERT_THAT(service.received(), SizeIs(3));
+    EXPECT_EQ(service.received()[0].sender, "ada@hut.example"_email);
+    EXPECT_EQ(service.received()[2].sender, "bo@hut.example"_email);
 }
 
 TEST_F(UploadWorkerTest, SaysThatNobodyIsSignedIn)
@@ -147,11 +151,8 @@ TEST_F(UploadWorkerTest, SaysThatNobodyIsSignedIn)
     EXPECT_EQ(session.uploads.sent, 0);
 }
 
-TEST_F(UploadWorkerTest, GivesUpWhereNobodyListens)
+TEST_F(ServedUploadWorkerTest, GivesUpWhereNobodyListens)
 {
-    listen();
-    if (!server)
-        return;
     server.reset();
     worker->start();
 
@@ -161,11 +162,8 @@ TEST_F(UploadWorkerTest, GivesUpWhereNobodyListens)
     EXPECT_THAT(printed(), HasSubstr("^ #1 given up after 4 attempts: no connection: "));
 }
 
-TEST_F(UploadWorkerTest, TakesUpWhatItHadToLeaveWhenItIsStartedAgain)
+TEST_F(ServedUploadWorkerTest, TakesUpWhatItHadToLeaveWhenItIsStartedAgain)
 {
-    listen();
-    if (!server)
-        return;
     worker->start();
     worker->uploadAll();
 
@@ -173,15 +171,12 @@ TEST_F(UploadWorkerTest, TakesUpWhatItHadToLeaveWhenItIsStartedAgain)
     worker->start();
     uploadAndWait();
 
-    EXPECT_THAT(service->received(), SizeIs(2));
+    EXPECT_THAT(service.received(), SizeIs(2));
     EXPECT_EQ(session.uploads.sent, 2);
 }
 
-TEST_F(UploadWorkerTest, GoesOnWithWhatAnotherRunLeft)
+TEST_F(ServedUploadWorkerTest, GoesOnWithWhatAnotherRunLeft)
 {
-    listen();
-    if (!server)
-        return;
     {
         auto before = ReportOutbox(session.memory);
         const auto put = before.put(
@@ -194,8 +189,8 @@ TEST_F(UploadWorkerTest, GoesOnWithWhatAnotherRunLeft)
     worker->resume();
     wait();
 
-    ASSERT_THAT(service->received(), SizeIs(1));
-    EXPECT_EQ(service->received()[0].sender, "bo@hut.example"_email);
+    ASSERT_THAT(service.received(), SizeIs(1));
+    EXPECT_EQ(service.received()[0].sender, "bo@hut.example"_email);
     EXPECT_THAT(printed(), HasSubstr("= 1 upload goes on\n^ #4 attempt 2\n^ #4 sent\n"));
 }
 
@@ -208,11 +203,8 @@ TEST_F(UploadWorkerTest, SaysNothingWhereNothingIsLeft)
     EXPECT_THAT(printed(), Not(HasSubstr("=")));
 }
 
-TEST_F(UploadWorkerTest, SendsNothingAgainThatAnEarlierRunSent)
+TEST_F(ServedUploadWorkerTest, SendsNothingAgainThatAnEarlierRunSent)
 {
-    listen();
-    if (!server)
-        return;
     worker->start();
     uploadAndWait();
     worker = orrenby::make<UploadWorker>(session);
@@ -224,11 +216,8 @@ TEST_F(UploadWorkerTest, SendsNothingAgainThatAnEarlierRunSent)
     EXPECT_THAT(printed(), HasSubstr("= nothing to upload\n"));
 }
 
-TEST_F(UploadWorkerTest, SaysHowManyAreLeftForTheNextRun)
+TEST_F(ServedUploadWorkerTest, SaysHowManyAreLeftForTheNextRun)
 {
-    listen();
-    if (!server)
-        return;
     server.reset();
     session.isMemoryKept = true;
     worker->start();
@@ -240,18 +229,15 @@ TEST_F(UploadWorkerTest, SaysHowManyAreLeftForTheNextRun)
     EXPECT_EQ(session.uploads.waiting, 2U);
 }
 
-TEST_F(UploadWorkerTest, StartsAServiceOfItsOwn)
+TEST_F(ServedUploadWorkerTest, StartsAServiceOfItsOwn)
 {
-    listen(); // only to find out whether that can be done here
-    if (!server)
-        return;
     session.service.reset();
     worker->start();
 
     uploadAndWait();
 
     EXPECT_EQ(session.uploads.sent, 2);
-    EXPECT_THAT(service->received(), IsEmpty());
+    EXPECT_THAT(service.received(), IsEmpty());
 }
 
 } // namespace
