@@ -19,6 +19,12 @@ protected:
     /// What was printed since the last look, the steps of lives apart.
     std::string printed() { return output.news(); }
 
+    void takeAllAway()
+    {
+        session.catalogue.take("a");
+        session.catalogue.take("b");
+    }
+
     static void post(orrenby::Any order)
     {
         orrenby::NotificationCenter::defaultCenter()->post(
@@ -46,8 +52,7 @@ TEST_F(SettingsWorkerTest, ListsTheReportsInTheOrderThatANotificationAsksFor)
 
 TEST_F(SettingsWorkerTest, SaysInWhichOrderReportsWillBeListedWhenThereIsNoneYet)
 {
-    session.catalogue.take("a");
-    session.catalogue.take("b");
+    takeAllAway();
     worker->start();
 
     post("place");
@@ -113,8 +118,7 @@ TEST_F(SettingsWorkerTest, TellsWhatNewsDoToTheRowsOnceTheyWereListed)
 
 TEST_F(SettingsWorkerTest, ListsWhatItPromisedOnceTheReportsOfTheBeginningAreKnown)
 {
-    session.catalogue.take("a");
-    session.catalogue.take("b");
+    takeAllAway();
     worker->start();
     post("severity");
     session.catalogue.put("b", {"Flood", "east", "o", Severity::high, {}});
@@ -128,8 +132,7 @@ TEST_F(SettingsWorkerTest, ListsWhatItPromisedOnceTheReportsOfTheBeginningAreKno
 
 TEST_F(SettingsWorkerTest, TellsEachRowOfAFolderThatWasEmptyAtTheBeginning)
 {
-    session.catalogue.take("a");
-    session.catalogue.take("b");
+    takeAllAway();
     worker->start();
     orrenby::NotificationCenter::defaultCenter()->post(feedIsTold);
     post("severity");
