@@ -2,25 +2,31 @@
 
 #include "Card/DeepLink.hpp"
 #include "Settings/Language.hpp"
+#include <optional>
 
 namespace fieldbook {
+
+namespace {
+
+std::optional<std::string_view> restAfter(std::string_view words, std::string_view line)
+{
+    return line.starts_with(words) ? std::optional(line.substr(words.size())) : std::nullopt;
+}
+
+} // namespace
 
 Command parseCommand(std::string_view line)
 {
     if (line.starts_with(DeepLink::scheme))
         return Follow{std::string(line)};
-    if (constexpr std::string_view signIn = "sign in "; line.starts_with(signIn))
-        return SignIn{std::string(line.substr(signIn.size()))};
-    if (constexpr std::string_view samples = "samples "; line.starts_with(samples)) {
-        if (const auto request = sampleRequestIn(line.substr(samples.size())))
+    if (const auto address = restAfter("sign in ", line))
+        return SignIn{std::string(*address)};
+    if (const auto rest = restAfter("samples ", line))
+        if (const auto request = sampleRequestIn(*rest))
             return MakeSamples{*request};
-        return Unknown{};
-    }
-    if (constexpr std::string_view language = "language "; line.starts_with(language)) {
-        if (const auto named = languageNamed(line.substr(language.size())))
-            return Speak{*named};
-        return Unknown{};
-    }
+    if (const auto rest = restAfter("language ", line))
+        if (const auto language = languageNamed(*rest))
+            return Speak{*language};
     if (line == "guest")
         return EnterAsGuest{};
     if (line == "sign out")
