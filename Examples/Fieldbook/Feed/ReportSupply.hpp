@@ -12,7 +12,8 @@
 
 namespace fieldbook {
 
-/// What the names of reports begin with that come from there. No file of the folder has such a name.
+/// What the names of the station's reports begin with, and those of the service's. No file of the folder has
+/// such a name.
 inline constexpr std::string_view stationPrefix = "station/";
 inline constexpr std::string_view servicePrefix = "service/";
 
@@ -28,13 +29,21 @@ public:
     /// @param remembered  Told in an earlier run. Those under other names are passed over.
     ReportSupply(std::string_view prefix, const std::map<std::string, Report>& remembered);
 
-    /// What was added and changed, then what the list does not reach any more. Of an empty place nothing is
-    /// told, and what was known of it stays.
+    /// What was added and changed, then what the list does not reach any more, both in the order of places.
+    /// Of an empty place nothing is told, and what was known of it stays.
     std::vector<FeedNews> take(const std::vector<std::optional<Report>>& list);
 
 private:
+    /// Places, not letters: `station/10` comes after `station/9`.
+    struct ByPlace {
+        bool operator()(const std::string& left, const std::string& right) const
+        {
+            return left.size() != right.size() ? left.size() < right.size() : left < right;
+        }
+    };
+
     std::string_view m_prefix;
-    std::map<std::string, Report> m_known; ///< By name.
+    std::map<std::string, Report, ByPlace> m_known; ///< By name.
 };
 
 } // namespace fieldbook

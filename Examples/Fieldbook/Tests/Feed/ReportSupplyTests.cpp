@@ -54,7 +54,16 @@ TEST(ReportSupply, KeepsWhatItKnewOfAReportThatCannotBeRead)
         ElementsAre(FeedNews(Added{"service/2", titled("Crane stuck")})));
 }
 
-TEST(ReportSupply, IsEmptyAtBothEnds)
+TEST(ReportSupply, TellsInTheOrderOfPlacesWhatIsGone)
+{
+    auto supply = ReportSupply(servicePrefix, {{"service/10", titled("Ice")}, {"service/9", titled("Fog")}});
+
+    EXPECT_THAT(supply.take({}),
+        ElementsAre(
+            FeedNews(Removed{"service/9", titled("Fog")}), FeedNews(Removed{"service/10", titled("Ice")})));
+}
+
+TEST(ReportSupply, TellsNothingOfNothing)
 {
     auto supply = ReportSupply(servicePrefix, {});
 
