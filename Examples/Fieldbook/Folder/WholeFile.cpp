@@ -13,11 +13,16 @@ std::optional<std::string> writeWhole(const std::filesystem::path& file, std::st
     auto stream = std::ofstream(draft, std::ios::binary);
     stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     stream.close();
-    if (!stream) // streams tell no reasons of their own
-        return std::generic_category().message(errno != 0 ? errno : EIO);
     std::error_code error;
-    std::filesystem::rename(draft, file, error);
-    return error ? std::optional(error.message()) : std::nullopt;
+    if (!stream) // streams tell no reasons of their own
+        error.assign(errno != 0 ? errno : EIO, std::generic_category());
+    else
+        std::filesystem::rename(draft, file, error);
+    if (!error)
+        return {};
+    std::error_code ignored;
+    std::filesystem::remove(draft, ignored);
+    return error.message();
 }
 
 } // namespace fieldbook

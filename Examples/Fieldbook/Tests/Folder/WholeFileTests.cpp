@@ -10,6 +10,8 @@ using namespace fieldbook;
 
 class WriteWholeTest : public ::testing::Test {
 protected:
+    auto fileCount() const { return std::distance(std::filesystem::directory_iterator(folder.path()), {}); }
+
     OwnFolder folder;
     std::string file = folder.file("a.json");
 };
@@ -20,7 +22,7 @@ TEST_F(WriteWholeTest, ReplacesWhatTheFileHeld)
     EXPECT_EQ(writeWhole(file, std::string_view("\0\n", 2)), std::nullopt);
 
     EXPECT_EQ(contentOf(file), std::string("\0\n", 2));
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
+    EXPECT_EQ(fileCount(), 1);
 }
 
 TEST_F(WriteWholeTest, WritesAnEmptyFile)
@@ -34,6 +36,7 @@ TEST_F(WriteWholeTest, SaysWhyItCannot)
     EXPECT_EQ(writeWhole(folder.file("missing/a.json"), "x"), "No such file or directory");
     std::filesystem::create_directory(file);
     EXPECT_EQ(writeWhole(file, "x"), "Is a directory");
+    EXPECT_EQ(fileCount(), 1); // the draft is gone
 }
 
 } // namespace
