@@ -46,7 +46,8 @@ void SignInFlow::obey(const std::string& line)
 void SignInFlow::enter()
 {
     // The callable may end this flow, and with it what it is a member of.
-    std::exchange(m_onEnter, nullptr)();
+    if (auto onEnter = std::exchange(m_onEnter, nullptr))
+        onEnter();
 }
 
 void SignInFlow::say(Style style, const std::string& text)

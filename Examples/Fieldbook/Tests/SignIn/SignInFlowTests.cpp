@@ -65,6 +65,17 @@ TEST_F(SignInFlowTest, LetsAGuestIn)
     EXPECT_EQ(signedInCount, 1);
 }
 
+TEST_F(SignInFlowTest, TellsOnceAlsoWhereSomebodyKeepsIt)
+{
+    const auto kept = flow;
+    kept->obey("guest");
+
+    kept->obey("sign in ada@hut.example");
+
+    EXPECT_EQ(signedInCount, 1);
+    EXPECT_EQ(session.user, "ada@hut.example"_email);
+}
+
 TEST_F(SignInFlowTest, IsCountedAsAScreen) { EXPECT_EQ(session.screens.at("sign-in"), 1); }
 
 } // namespace
