@@ -34,7 +34,7 @@ std::optional<orrenby::URL> RemoteService::address()
 {
     if (m_session.service)
         return m_session.service;
-    return hasStarted() ? orrenby::URL::make(m_server->address()) : std::nullopt;
+    return start() ? orrenby::URL::make(m_server->address()) : std::nullopt;
 }
 
 Transport& RemoteService::transport()
@@ -44,7 +44,7 @@ Transport& RemoteService::transport()
     return *m_transport;
 }
 
-bool RemoteService::hasStarted()
+bool RemoteService::start()
 {
     if (m_server)
         return true;

@@ -37,7 +37,8 @@ public:
     Transport& transport();
 
 private:
-    bool hasStarted();
+    /// Starts a service of its own unless it has; gives whether it listens.
+    bool start();
 
     Session& m_session;
     ReportService m_service;
