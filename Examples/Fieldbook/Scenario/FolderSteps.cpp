@@ -37,16 +37,19 @@ StepProblem write(Stage&, const std::string& fileAndText)
 StepProblem remove(Stage&, const std::string& file)
 {
     std::error_code error;
-    return fs::remove(reportsFolder / file, error) ? StepProblem() : "there is no " + file;
+    if (fs::remove(reportsFolder / file, error))
+        return {};
+    return error ? file + ": " + error.message() : "there is no " + file;
 }
 
 StepProblem move(Stage&, const std::string& files)
 {
     const auto words = wordsOf(files);
+    if (words.size() != 2)
+        return "it takes two names";
     std::error_code error;
-    if (words.size() == 2)
-        fs::rename(reportsFolder / words[0], reportsFolder / words[1], error);
-    return words.size() == 2 && !error ? StepProblem() : "it takes two names";
+    fs::rename(reportsFolder / words[0], reportsFolder / words[1], error);
+    return error ? StepProblem(files + ": " + error.message()) : std::nullopt;
 }
 
 StepProblem photo(Stage&, const std::string& fileAndSize)
