@@ -162,8 +162,8 @@ Without --store, the store of a folder is a file in $XDG_STATE_HOME/fieldbook, o
 
 The feed goes to standard output, the log to standard error. In the feed, = is a report as it was at the
 end of the last run, + one that was added, ~ one that changed, - one that was removed, ! what cannot be
-read, @ what the station says and the service tells,
-and * what people do. Colours are used on a terminal, unless the environment variable NO_COLOR is set.
+read, @ what the station says and the service tells, and * what people do. Colours are used on a terminal,
+unless the environment variable NO_COLOR is set.
 
 Exit status: 0 after a session, also an interrupted one; 1 if the folder cannot be watched or goes away,
 if the store is damaged or cannot be used, if the output cannot be written, or if something of the tree
