@@ -38,7 +38,8 @@ public:
     /// Asks the service for its reports.
     void refresh();
 
-    /// Calls `whenIdle` once no report is on its way, neither to the service nor from it.
+    /// Calls `whenIdle` once no report is on its way, neither to the service nor from it. One waits at a
+    /// time.
     void waitUntilIdle(orrenby::UniqueFunction<void()> whenIdle);
 
 protected:

@@ -45,7 +45,8 @@ public:
     /// work it does nothing.
     void refresh();
 
-    /// Calls `whenDone` once no answer is waited for: at once, if none is.
+    /// Calls `whenDone` once no answer is waited for: at once, if none is. One waits at a time: whoever
+    /// waited before is not called any more, and nobody is once the worker has stopped.
     void waitForAnswer(orrenby::UniqueFunction<void()> whenDone);
 
 protected:

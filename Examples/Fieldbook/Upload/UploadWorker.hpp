@@ -40,7 +40,8 @@ public:
     /// Queues what still waits in the outbox, for whoever put it in.
     void resume();
 
-    /// Calls `whenDone` once nothing is on its way: at once, if nothing is.
+    /// Calls `whenDone` once nothing is on its way: at once, if nothing is. One waits at a time: whoever
+    /// waited before is not called any more, and nobody is once the worker has stopped.
     void waitForUploads(orrenby::UniqueFunction<void()> whenDone);
 
 protected:

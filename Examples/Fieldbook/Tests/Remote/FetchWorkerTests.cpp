@@ -249,6 +249,32 @@ TEST_F(FetchWorkerTest, CallsWhoWaitsForItOnceTheAnswerIsThere)
     EXPECT_EQ(count, 2);
 }
 
+TEST_F(FetchWorkerTest, CallsOnlyWhoWaitedLast)
+{
+    std::vector<std::string> called;
+    answer({.body = "[]"});
+    worker->refresh();
+
+    worker->waitForAnswer([&] { called.emplace_back("first"); });
+    worker->waitForAnswer([&] { called.emplace_back("last"); });
+    world.advance(0.1);
+
+    EXPECT_THAT(called, ElementsAre("last"));
+}
+
+TEST_F(FetchWorkerTest, CallsNobodyOnceItHasStopped)
+{
+    int count = 0;
+    answer({.body = "[]"});
+    worker->refresh();
+    worker->waitForAnswer([&] { ++count; });
+
+    worker->stop();
+    world.advance(0.1);
+
+    EXPECT_EQ(count, 0);
+}
+
 TEST_F(FetchWorkerTest, LeavesNothingBehindWhenItStops)
 {
     worker->refresh();
