@@ -1,7 +1,7 @@
 #include "Examples/Fieldbook/Settings/SettingsFlow.hpp"
 
-#include "Examples/Fieldbook/Settings/Language.hpp"
 #include "Examples/Fieldbook/Tests/SessionTest.hpp"
+#include "Orrenby/Testing/LocaleOverride.hpp"
 #include <gtest/gtest.h>
 
 namespace {
@@ -11,8 +11,7 @@ using orrenby::operator""_email;
 
 class SettingsFlowTest : public SessionTest {
 protected:
-    SettingsFlowTest() { choose(orrenby::Locale("en_US")); }
-
+    orrenby::testing::LocaleOverride place{{.locale = "en_US"}};
     orrenby::Ref<SettingsFlow> flow = orrenby::make<SettingsFlow>(session);
 };
 

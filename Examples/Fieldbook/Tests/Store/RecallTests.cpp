@@ -1,6 +1,7 @@
 #include "Examples/Fieldbook/Store/Recall.hpp"
 
 #include "Examples/Fieldbook/Settings/Language.hpp"
+#include "Orrenby/Testing/LocaleOverride.hpp"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -16,14 +17,12 @@ const Report rope = {"Rope frayed", "Quay", "Nils", Severity::high, std::nullopt
 
 class RecallTest : public ::testing::Test {
 protected:
-    ~RecallTest() override { orrenby::Locale::setCurrent(before); }
-
     void remember(const std::string& name, const std::string& text)
     {
         session.memory->commit([&] { session.memory->set(name, text); });
     }
 
-    orrenby::Locale before = orrenby::Locale::current();
+    orrenby::testing::LocaleOverride place; // what is recalled may be a language
     EventLoop loop;
     Terminal terminal{-1, false};
     LifeTrace trace{terminal};
