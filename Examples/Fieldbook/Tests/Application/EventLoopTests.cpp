@@ -39,8 +39,14 @@ struct Pipe {
 TEST(EventLoop, EndsAtOnceWithoutWatches)
 {
     auto loop = EventLoop();
+    int calls = 0;
+    orrenby::DispatchQueue::main().async([&] { ++calls; });
 
     loop.run();
+    EXPECT_EQ(calls, 0);
+
+    loop.drain();
+    EXPECT_EQ(calls, 1);
 }
 
 TEST(EventLoop, CallsATimerOnceAndThenHasNothingToWaitFor)
