@@ -1,11 +1,10 @@
 #include "Examples/Fieldbook/Service/DirectService.hpp"
 
 #include "Examples/Fieldbook/Service/ReportService.hpp"
+#include "Examples/Fieldbook/Tests/OwnFolder.hpp"
 #include "Examples/Fieldbook/Tests/ReportRequest.hpp"
 #include "Examples/Fieldbook/Upload/ReportRequests.hpp"
 #include "Orrenby/Testing/VirtualWorld.hpp"
-#include <filesystem>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -86,16 +85,15 @@ TEST_F(DirectServiceTest, BringsAReportAndItsPhotoByteForByte)
     service.start([this](const ServiceRequest& request) { return reports.handle(request); });
     signIn();
     world.runAll();
-    const auto file = std::filesystem::path(::testing::TempDir()) / "direct-service.png";
+    const OwnFolder folder;
     const auto photo = std::string("\r\n--\0\x89PNG", 9) + std::string(40'000, '\xFF');
-    std::ofstream(file, std::ios::binary) << photo;
+    const auto file = folder.file("a.png", photo);
     const auto report = Report{"Rope frayed", "Quay", "Nils", Severity::low, {}};
 
     auto request = reportRequest("http://hut.example"_url, {4, report, Photo{file, "image/png"}, "a.json"},
         tokenIn(answer->body).value_or(""));
     send(std::move(request.request), std::move(request.body));
     world.runAll();
-    std::filesystem::remove(file);
 
     ASSERT_EQ(reports.received().size(), 1U);
     EXPECT_EQ(reports.received()[0].report, report);
