@@ -2,6 +2,7 @@
 
 #include "Orrenby/Platform/Errors/AnyError.hpp"
 #include "Orrenby/Platform/Objects/FatalError.hpp"
+#include "Orrenby/Platform/Store/StoreOutcome.hpp"
 #include <exception>
 #include <utility>
 
@@ -60,12 +61,7 @@ void saveContextChanges(const Ref<NSManagedObjectContext>& context)
 
 Result<Void, StoreError> trySaveContextChanges(const Ref<NSManagedObjectContext>& context)
 {
-    try {
-        saveContextChanges(context);
-        return Result<Void, StoreError>::success();
-    } catch (const StoreError& error) {
-        return Result<Void, StoreError>::failure(error);
-    }
+    return storeOutcome([&] { saveContextChanges(context); });
 }
 
 } // namespace detail

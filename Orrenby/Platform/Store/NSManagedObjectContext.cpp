@@ -114,6 +114,11 @@ void NSManagedObjectContext::delete_(const Ref<NSManagedObject>& object)
     m_state->remove(object->m_record);
 }
 
+Result<Void, StoreError> NSManagedObjectContext::tryDelete(const Ref<NSManagedObject>& object)
+{
+    return detail::storeOutcome([&] { delete_(object); });
+}
+
 bool NSManagedObjectContext::hasChanges() const noexcept { return m_state->hasChanges(); }
 
 std::vector<Ref<NSManagedObject>> NSManagedObjectContext::insertedObjects() const
@@ -136,12 +141,7 @@ void NSManagedObjectContext::save() { m_state->save(); }
 
 Result<Void, StoreError> NSManagedObjectContext::trySave()
 {
-    try {
-        save();
-        return Result<Void, StoreError>::success();
-    } catch (const StoreError& error) {
-        return Result<Void, StoreError>::failure(error);
-    }
+    return detail::storeOutcome([&] { save(); });
 }
 
 void NSManagedObjectContext::rollback() { m_state->rollback(); }
@@ -153,7 +153,18 @@ void NSManagedObjectContext::refresh(const Ref<NSManagedObject>& object, bool ke
     m_state->refresh(*object->m_record, keepingChanges);
 }
 
+Result<Void, StoreError> NSManagedObjectContext::tryRefresh(
+    const Ref<NSManagedObject>& object, bool keepingChanges)
+{
+    return detail::storeOutcome([&] { refresh(object, keepingChanges); });
+}
+
 void NSManagedObjectContext::mergeChanges(const Notification& didSave) { m_state->merge(didSave); }
+
+Result<Void, StoreError> NSManagedObjectContext::tryMergeChanges(const Notification& didSave)
+{
+    return detail::storeOutcome([&] { mergeChanges(didSave); });
+}
 
 Ref<ManagedRecord> NSManagedObjectContext::insertRecord(Ref<const NSEntityDescription> entity)
 {

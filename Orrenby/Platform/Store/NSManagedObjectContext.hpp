@@ -17,6 +17,7 @@
 #include "Orrenby/Platform/Store/NSManagedObject.hpp"
 #include "Orrenby/Platform/Store/PersistentStore.hpp"
 #include "Orrenby/Platform/Store/StoreError.hpp"
+#include "Orrenby/Platform/Store/StoreOutcome.hpp"
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -95,8 +96,10 @@ public:
     }
 
     /// Deletes an object of this context; the rules of its relationships apply at once. Deleting it again is
-    /// ignored.
+    /// ignored. Throws a `StoreError` when an object to which they lead cannot be read.
     void delete_(const Ref<NSManagedObject>& object);
+    /// `delete_` that gives the failure instead of throwing it.
+    Result<Void, StoreError> tryDelete(const Ref<NSManagedObject>& object);
 
     /// The object of that name, which is read when it is first needed, whether it exists or not. Of another
     /// model: a programming error.
@@ -109,6 +112,12 @@ public:
     template <class T = NSManagedObject> Ref<T> existingObject(const NSManagedObjectID& objectID)
     {
         return std::dynamic_pointer_cast<T>(findObject(objectID, true));
+    }
+    /// `existingObject` that gives the failure instead of throwing it. That there is none is no failure.
+    template <class T = NSManagedObject>
+    Result<Ref<T>, StoreError> tryExistingObject(const NSManagedObjectID& objectID)
+    {
+        return detail::storeOutcome([&] { return existingObject<T>(objectID); });
     }
 
     /// The objects that the request asks for, unsaved ones included and deleted ones left out. Those that are
@@ -131,6 +140,12 @@ public:
                     result.push_back(std::move(found));
             return result;
         }
+    }
+    /// `fetch` that gives the failure instead of throwing it.
+    template <class T = NSManagedObject>
+    Result<std::vector<Ref<T>>, StoreError> tryFetch(const NSFetchRequest& request)
+    {
+        return detail::storeOutcome([&] { return fetch<T>(request); });
     }
 
     /// Whether there is anything to save. O(1).
@@ -156,11 +171,15 @@ public:
     /// observers are told as by `rollback`. Throws a `StoreError`, of the kind `ObjectGone` when it was
     /// deleted meanwhile.
     void refresh(const Ref<NSManagedObject>& object, bool keepingChanges);
+    /// `refresh` that gives the failure instead of throwing it.
+    Result<Void, StoreError> tryRefresh(const Ref<NSManagedObject>& object, bool keepingChanges);
 
     /// Takes over what another context of the store has saved. Objects with unsaved changes keep them, on top
     /// of what is stored now; deleted objects are deleted here as well, their changes are lost. Throws a
     /// `StoreError`.
     void mergeChanges(const Notification& didSave);
+    /// `mergeChanges` that gives the failure instead of throwing it.
+    Result<Void, StoreError> tryMergeChanges(const Notification& didSave);
 
 private:
     friend class NSManagedObject;

@@ -1,5 +1,6 @@
 #include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
 #include "Orrenby/Platform/Store/ModelCheck.hpp"
+#include "Orrenby/Platform/Store/StoreOutcome.hpp"
 #include "Orrenby/Platform/Store/StoreSchema.hpp"
 #include <algorithm>
 #include <utility>
@@ -18,12 +19,7 @@ Ref<const NSManagedObjectModel> NSManagedObjectModel::make(
 Result<Ref<const NSManagedObjectModel>, StoreError> NSManagedObjectModel::tryMake(
     std::int64_t version, std::vector<EntityOptions> entities)
 {
-    using Outcome = Result<Ref<const NSManagedObjectModel>, StoreError>;
-    try {
-        return Outcome::success(make(version, std::move(entities)));
-    } catch (const StoreError& error) {
-        return Outcome::failure(error);
-    }
+    return detail::storeOutcome([&] { return make(version, std::move(entities)); });
 }
 
 NSManagedObjectModel::NSManagedObjectModel(Private, std::int64_t version, std::vector<EntityOptions> entities)

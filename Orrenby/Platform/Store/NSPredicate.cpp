@@ -1,5 +1,6 @@
 #include "Orrenby/Platform/Store/NSPredicate.hpp"
 #include "Orrenby/Platform/Store/PredicateTree.hpp"
+#include "Orrenby/Platform/Store/StoreOutcome.hpp"
 
 namespace orrenby::inline ORRENBY_ABI {
 
@@ -17,12 +18,7 @@ NSPredicate NSPredicate::make(std::string_view format, const std::vector<Any>& a
 Result<NSPredicate, StoreError> NSPredicate::tryMake(
     std::string_view format, const std::vector<Any>& arguments)
 {
-    using Outcome = Result<NSPredicate, StoreError>;
-    try {
-        return Outcome::success(make(format, arguments));
-    } catch (const StoreError& error) {
-        return Outcome::failure(error);
-    }
+    return detail::storeOutcome([&] { return make(format, arguments); });
 }
 
 NSPredicate operator&&(const NSPredicate& first, const NSPredicate& second)

@@ -1,6 +1,7 @@
 #include "Orrenby/Platform/Store/PersistentStore.hpp"
 #include "Orrenby/Platform/Objects/FatalError.hpp"
 #include "Orrenby/Platform/Store/StoreCore.hpp"
+#include "Orrenby/Platform/Store/StoreOutcome.hpp"
 #include <utility>
 
 namespace orrenby::inline ORRENBY_ABI {
@@ -14,12 +15,7 @@ Ref<PersistentStore> PersistentStore::open(
 Result<Ref<PersistentStore>, StoreError> PersistentStore::tryOpen(
     Ref<const NSManagedObjectModel> model, const StoreSettings& settings)
 {
-    using Outcome = Result<Ref<PersistentStore>, StoreError>;
-    try {
-        return Outcome::success(open(std::move(model), settings));
-    } catch (const StoreError& error) {
-        return Outcome::failure(error);
-    }
+    return detail::storeOutcome([&] { return open(std::move(model), settings); });
 }
 
 PersistentStore::PersistentStore(

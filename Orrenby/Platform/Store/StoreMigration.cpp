@@ -3,8 +3,10 @@
 #include "Orrenby/Platform/Store/MigrationHistory.hpp"
 #include "Orrenby/Platform/Store/MigrationPlan.hpp"
 #include "Orrenby/Platform/Store/MigrationRun.hpp"
+#include "Orrenby/Platform/Store/StoreOutcome.hpp"
 #include "Orrenby/Platform/Store/StoreSchema.hpp"
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <optional>
 
@@ -95,6 +97,17 @@ MigrationReport migrateStore(
     }
 }
 
+Result<MigrationReport, AnyError> tryMigrateStore(
+    const std::vector<MigrationStep>& steps, const StoreSettings& settings, MigrationOptions options)
+{
+    using Outcome = Result<MigrationReport, AnyError>;
+    try {
+        return Outcome::success(migrateStore(steps, settings, options));
+    } catch (...) {
+        return Outcome::failure(AnyError(std::current_exception()));
+    }
+}
+
 std::vector<MigrationRecord> migrationHistory(const StoreSettings& settings)
 {
     if (!isFile(settings.path))
@@ -104,6 +117,11 @@ std::vector<MigrationRecord> migrationHistory(const StoreSettings& settings)
     detail::Connection connection(readOnly);
     requireStore(connection);
     return detail::readHistory(connection);
+}
+
+Result<std::vector<MigrationRecord>, StoreError> tryMigrationHistory(const StoreSettings& settings)
+{
+    return detail::storeOutcome([&] { return migrationHistory(settings); });
 }
 
 } // namespace orrenby

@@ -4,10 +4,13 @@
 /// Bringing a store file to a later version of its model. Not in the umbrella header: an application does it
 /// in one place, and `<functional>` costs every file that includes it.
 
+#include "Orrenby/Platform/Errors/AnyError.hpp"
 #include "Orrenby/Platform/Export.hpp"
 #include "Orrenby/Platform/Objects/Ref.hpp"
+#include "Orrenby/Platform/Objects/Result.hpp"
 #include "Orrenby/Platform/Store/MigrationMapping.hpp"
 #include "Orrenby/Platform/Store/NSManagedObjectModel.hpp"
+#include "Orrenby/Platform/Store/StoreError.hpp"
 #include "Orrenby/Platform/Store/StoreSettings.hpp"
 #include "Orrenby/Platform/Time/Date.hpp"
 #include <cstdint>
@@ -85,6 +88,12 @@ struct MigrationRecord {
 ORRENBY_EXPORT MigrationReport migrateStore(
     const std::vector<MigrationStep>& steps, const StoreSettings& settings, MigrationOptions options = {});
 
+/// `migrateStore` that gives what it or a mapping throws instead of throwing it.
+///
+/// Safe to use from several threads.
+[[nodiscard]] ORRENBY_EXPORT Result<MigrationReport, AnyError> tryMigrateStore(
+    const std::vector<MigrationStep>& steps, const StoreSettings& settings, MigrationOptions options = {});
+
 /// The steps that the file of the settings has taken, the first one first. None for a file that was made for
 /// its version or is not there; those from before files kept a record are missing.
 ///
@@ -93,5 +102,11 @@ ORRENBY_EXPORT MigrationReport migrateStore(
 /// Throws a `StoreError`, of the kind `SchemaMismatch` for a file that holds no store. Safe to use from
 /// several threads.
 ORRENBY_EXPORT std::vector<MigrationRecord> migrationHistory(const StoreSettings& settings);
+
+/// `migrationHistory` that gives the failure instead of throwing it.
+///
+/// Safe to use from several threads.
+[[nodiscard]] ORRENBY_EXPORT Result<std::vector<MigrationRecord>, StoreError> tryMigrationHistory(
+    const StoreSettings& settings);
 
 } // namespace orrenby

@@ -103,6 +103,15 @@ TEST(MigrationHistory, IsNotReadFromWhatIsNoStore)
     EXPECT_THAT(failureOf([&] { migrationHistory({.path = folder.file("text")}); }), Optional(Kind::Corrupt));
 }
 
+TEST(MigrationHistory, IsGivenWithItsFailure)
+{
+    const TemporaryFolder folder;
+    folder.file("text", "no store at all");
+
+    EXPECT_EQ(tryMigrationHistory({.path = folder.file("text")}).error()->kind(), Kind::Corrupt);
+    EXPECT_THAT(tryMigrationHistory({.path = folder.file("missing")}).value(), Optional(IsEmpty()));
+}
+
 TEST(MigrationHistory, KeepsNothingOfADryRunOrAFailedStep)
 {
     const TemporaryFolder folder;

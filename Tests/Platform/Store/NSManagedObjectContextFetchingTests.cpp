@@ -1,7 +1,11 @@
 #include "Orrenby/Platform/Store/NSManagedObjectContext.hpp"
 
+#include "Orrenby/Platform/Objects/Array.hpp"
+#include "Orrenby/Platform/Observing/Notification.hpp"
+#include "Orrenby/Platform/Store/Connection.hpp"
 #include "Tests/Platform/Store/StoreFailure.hpp"
 #include "Tests/Platform/Store/StoreParts.hpp"
+#include "Tests/Support/TemporaryFolder.hpp"
 #include <gmock/gmock.h>
 #include <limits>
 
@@ -10,6 +14,7 @@ using namespace orrenby::tests;
 using Kind = StoreError::Kind;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsNull;
 using testing::Optional;
 
 TEST(NSManagedObjectContext, FetchesInOrderWithALimit)
@@ -53,6 +58,41 @@ TEST(NSManagedObjectContext, OrdersUnsavedObjectsAsTheStoreOrdersSavedOnes)
             context->fetch<Person>({.entity = "Person"})[0]->setValue("rate", 1.0); // unsaved again
             EXPECT_EQ(namesOf(context->fetch<Person>(request)), unsaved) << key;
         }
+}
+
+TEST(NSManagedObjectContext, GivesTheFailureOfAFetchInsteadOfThrowingIt)
+{
+    const auto context = peopleContext();
+    const auto eva = insertPerson(context, "Eva");
+
+    EXPECT_EQ(context->tryFetch({.entity = "Nobody"}).error()->kind(), Kind::InvalidPredicate);
+    EXPECT_THAT(context->tryFetch<Person>(peopleByName()).value(), Optional(ElementsAre(eva)));
+    EXPECT_THAT(context->tryExistingObject<Person>(eva->objectID()).value(), Optional(eva));
+    EXPECT_THAT(context->tryExistingObject<Company>(eva->objectID()).value(), Optional(IsNull()));
+}
+
+TEST(NSManagedObjectContext, GivesTheFailuresOfReadingADamagedFileInsteadOfThrowingThem)
+{
+    const TemporaryFolder folder;
+    const StoreSettings settings{.path = folder.file("store")};
+    const auto store = PersistentStore::open(peopleModel(), settings);
+    const auto saving = make<NSManagedObjectContext>(store);
+    const auto eva = insertPerson(saving, "Eva");
+    eva->employer = saving->insert<Company>("Company");
+    saving->save();
+    const auto context = make<NSManagedObjectContext>(store);
+    const auto known = context->fetch<Person>(peopleByName()).at(0);
+    const auto company = context->fetch<Company>({.entity = "Company"}).at(0);
+    const Notification saved(
+        NSManagedObjectContextDidSaveNotification, {}, {{"updated", Array{known->objectID()}}});
+
+    detail::Connection(settings).execute("DROP TABLE Person");
+
+    const auto other = make<NSManagedObjectContext>(store);
+    EXPECT_TRUE(other->tryExistingObject(known->objectID()).isFailure());
+    EXPECT_TRUE(context->tryRefresh(known, false).isFailure());
+    EXPECT_TRUE(context->tryMergeChanges(saved).isFailure());
+    EXPECT_TRUE(context->tryDelete(company).isFailure());
 }
 
 TEST(NSManagedObjectContext, OrdersWhatIsNoNumberBetweenNothingAndAllNumbers)

@@ -138,6 +138,19 @@ TEST(NSManagedObjectContext, AnObjectThatIsGoneSaysSo)
     EXPECT_THAT(context->existingObject(person->objectID()), IsNull());
 }
 
+TEST(NSManagedObjectContext, GivesTheFailureOfARefreshInsteadOfThrowingIt)
+{
+    const auto [context, company, a, b] = savedTeam();
+    const auto other = make<NSManagedObjectContext>(context->persistentStore());
+    const auto fault = other->object<Person>(a->objectID());
+
+    EXPECT_TRUE(other->tryRefresh(fault, false).isSuccess());
+    context->delete_(a);
+    context->save();
+
+    EXPECT_EQ(other->tryRefresh(fault, false).error()->kind(), Kind::ObjectGone);
+}
+
 TEST(NSManagedObjectContext, MergesWhatAnotherContextSaved)
 {
     const auto context = peopleContext();

@@ -315,6 +315,21 @@ TEST(StoreMigration, RefusesWhatItDoesNotKnow)
         Optional(Kind::MigrationFailed));
 }
 
+TEST(StoreMigration, GivesItsFailureInsteadOfThrowingIt)
+{
+    const TemporaryFolder folder;
+    const auto settings = savedFile(folder);
+    auto failing = secondStep();
+    failing.mapping = [](MigrationMapping&) { throw std::runtime_error("no"); };
+
+    const auto missing = tryMigrateStore({secondStep()}, settings);
+    const auto thrown = tryMigrateStore({firstStep(), failing}, settings);
+
+    EXPECT_EQ(missing.error()->cast<StoreError>()->kind(), Kind::MigrationFailed);
+    EXPECT_STREQ(thrown.error()->cast<std::runtime_error>()->what(), "no");
+    EXPECT_EQ(tryMigrateStore({firstStep()}, settings).value()->toVersion, 2);
+}
+
 TEST(StoreMigration, NeedsTheStepFromTheVersionOfTheFile)
 {
     const TemporaryFolder folder;
