@@ -121,9 +121,11 @@ void UploadOperation::send(
 
 void UploadOperation::hearToken(const Answer& answer)
 {
-    const auto token = isDone(answer.status) ? tokenIn(answer.body) : std::nullopt;
-    if (!token)
+    if (!isDone(answer.status))
         return fail(failureOf(answer));
+    const auto token = tokenIn(answer.body);
+    if (!token)
+        return fail({"no token in the answer"});
     m_destination->token = *token;
     sendReport();
 }

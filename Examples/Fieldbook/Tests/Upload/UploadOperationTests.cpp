@@ -40,9 +40,7 @@ public:
         const bool isReport = request.httpMethod() == "PUT";
         if (isReport)
             keys.push_back(request.httpHeader("Idempotency-Key").value_or(""));
-        const auto answer = isReport
-            ? nextAnswer()
-            : Answer{201, R"({"token": "t)" + std::to_string(++m_tokenCount) + "\"}"};
+        const auto answer = isReport ? nextAnswer() : makeToken();
         const auto progress = isReport ? bytes : std::vector<BytesSent>();
         lengths.push_back(body.length());
         return orrenby::Streams::create<TransportNews, TransportFailure>(
@@ -63,11 +61,17 @@ public:
     std::vector<Answer> answers; ///< The last one from then on.
     std::vector<BytesSent> bytes;
     std::optional<TransportFailure> failure;
+    bool isGivingTokens = true;
     std::vector<std::string> asked;
     std::vector<std::string> keys;
     std::vector<std::uint64_t> lengths;
 
 private:
+    Answer makeToken()
+    {
+        return {201, isGivingTokens ? R"({"token": "t)" + std::to_string(++m_tokenCount) + "\"}" : "{}"};
+    }
+
     Answer nextAnswer()
     {
         const auto answer = answers.front();
@@ -145,6 +149,19 @@ TEST_F(UploadOperationTest, SignsInFirstWhereNobodyHas)
     EXPECT_THAT(transport.asked, ElementsAre("POST /session nobody", "PUT /reports/7 t1"));
     EXPECT_THAT(steps, ElementsAre(Told(0, Step::begins), Told(1, Step::isSent)));
     EXPECT_EQ(destination->token, "t1");
+}
+
+TEST_F(UploadOperationTest, IsRefusedWhereSigningInBringsNoToken)
+{
+    destination->token.clear();
+    transport.isGivingTokens = false;
+    upload({taken});
+
+    world.runAll();
+
+    EXPECT_THAT(transport.asked, ElementsAre("POST /session nobody"));
+    EXPECT_EQ(told.back().step, Step::isRefused);
+    EXPECT_EQ(told.back().reason, "no token in the answer");
 }
 
 TEST_F(UploadOperationTest, RenewsATokenThatTheServiceHasForgotten)
