@@ -22,12 +22,18 @@ std::string nameOf(const icu::TimeZone& zone)
     return zone.getID(id).toUTF8String(name);
 }
 
-/// ICU takes a sign inside of an offset ("GMT+-2:00") for a part of the number, and gives the zone a name in
-/// which something stands where digits should, and which names no zone.
-bool isGarbled(std::string_view name)
+std::unique_ptr<const icu::TimeZone> zoneOf(std::string_view name)
+{
+    return std::unique_ptr<const icu::TimeZone>(
+        icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
+}
+
+/// ICU takes a sign inside of an offset ("GMT+-2:00", "GMT+-20") for a part of the number, and gives the zone
+/// a name that names none, or another one.
+bool isMisnamed(const icu::TimeZone& zone, const std::string& name)
 {
     const bool isOffset = name.starts_with("GMT+") || name.starts_with("GMT-");
-    return isOffset && name.find_first_not_of("0123456789:", 4) != std::string_view::npos;
+    return isOffset && *zoneOf(name) != zone;
 }
 
 /// What `date` is to ICU, which cannot tell offsets where there is no moment.
@@ -55,10 +61,9 @@ TimeZone::TimeZone(std::shared_ptr<const Contents> contents) noexcept
 
 std::optional<TimeZone> TimeZone::fromName(std::string_view name)
 {
-    std::unique_ptr<const icu::TimeZone> zone(
-        icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
+    auto zone = zoneOf(name);
     const auto found = nameOf(*zone);
-    if (found == UCAL_UNKNOWN_ZONE_ID || isGarbled(found))
+    if (found == UCAL_UNKNOWN_ZONE_ID || isMisnamed(*zone, found))
         return std::nullopt;
     return TimeZone(std::make_shared<const Contents>(std::move(zone)));
 }

@@ -84,6 +84,9 @@ TEST(TimeZone, ReadsOffsetsInNames)
 {
     EXPECT_EQ(TimeZone::fromName("GMT+2").value().name(), "GMT+02:00");
     EXPECT_EQ(TimeZone::fromName("GMT-03:30").value().secondsFromGMT(summer), -12'600);
+    EXPECT_EQ(TimeZone::fromName("gmt+5:30:15").value().name(), "GMT+05:30:15");
+    EXPECT_EQ(TimeZone::fromName("GMT+00:00").value().name(), "GMT");
+    EXPECT_EQ(TimeZone::fromName("GMT-0").value().secondsFromGMT(summer), 0);
 }
 
 TEST(TimeZone, IsNoneForUnknownNames)
@@ -95,7 +98,8 @@ TEST(TimeZone, IsNoneForUnknownNames)
 
 TEST(TimeZone, IsNoneForOffsetsWithASecondSign)
 {
-    for (const auto* name : {"GMT+-2:00", "GMT--2", "GMT+02:-5", "GMT+2:00:-1", "GMT++2"})
+    for (const auto* name : {"GMT+-2:00", "GMT--2", "GMT+02:-5", "GMT+2:00:-1", "GMT++2", "GMT+-20",
+             "GMT--20", "GMT+-10", "gmt+-30"})
         EXPECT_EQ(TimeZone::fromName(name), std::nullopt) << name;
 }
 
