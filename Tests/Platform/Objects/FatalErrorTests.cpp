@@ -1,10 +1,14 @@
 #include "Orrenby/Platform/Objects/FatalError.hpp"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <csignal>
-#include <cstdio>
+#include <cstdlib>
 #include <gmock/gmock.h>
 #include <malloc.h>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 
 using namespace orrenby;
@@ -14,8 +18,16 @@ namespace {
 std::size_t bytesBefore = 0;
 
 /// Tells how many bytes came into use since `bytesBefore`. What was freed meanwhile still counts, because the
-/// allocator keeps small blocks for later.
-void tellWhatWasAllocated(int) { dprintf(STDERR_FILENO, "%zu bytes\n", mallinfo2().uordblks - bytesBefore); }
+/// allocator keeps small blocks for later. Itself it allocates nothing, as is due inside of a signal.
+void tellWhatWasAllocated(int)
+{
+    constexpr std::string_view unit = " bytes\n";
+    std::array<char, 32> text{};
+    auto* end = std::to_chars(text.begin(), text.end(), mallinfo2().uordblks - bytesBefore).ptr;
+    end = std::copy(unit.begin(), unit.end(), end);
+    if (::write(STDERR_FILENO, text.data(), static_cast<std::size_t>(end - text.data())) < 0)
+        std::_Exit(1);
+}
 
 } // namespace
 
