@@ -258,14 +258,15 @@ public:
     // What does not fit is refused in words, instead of by a list of what was tried.
 
     template <typename Wrong>
-    AnyCancellable sink(const Wrong&, TraceSite = {}) const requires(!std::invocable<Wrong&, const Payload&>)
+    AnyCancellable sink(const Wrong&, TraceSite = TraceSite::current()) const
+        requires(!std::invocable<Wrong&, const Payload&>)
     {
         static_assert(
             detail::isNeverTrue<Wrong>, "sink() takes a callable that takes a payload of the stream.");
         return {};
     }
     template <typename Wrong>
-    AnyCancellable bind(const Wrong&, TraceSite = {}) const
+    AnyCancellable bind(const Wrong&, TraceSite = TraceSite::current()) const
         requires(std::same_as<Failure, Never> && !std::invocable<Wrong&, const Output&>)
     {
         static_assert(
