@@ -96,15 +96,14 @@ void ContextState::refresh(ManagedRecord& record, bool keepingChanges)
         throw StoreError(StoreError::Kind::ObjectGone,
             {.message = NSManagedObjectID(record.entity, record.key).description() + " is not in the store",
                 .objectIDs = {NSManagedObjectID(record.entity, record.key)}});
-    record.version = *version;
     for (auto& set : record.sets)
         set.stored.reset();
     if (std::exchange(record.isFault, false))
         record.values = stored; // nobody has seen others
     if (keepingChanges)
-        update(record, *version, std::move(stored));
-    else
-        giveBack(record, std::make_unique<const std::vector<Any>>(std::move(stored)));
+        return update(record, *version, std::move(stored));
+    record.version = *version;
+    giveBack(record, std::make_unique<const std::vector<Any>>(std::move(stored)));
 }
 
 void ContextState::merge(const Notification& didSave)

@@ -90,6 +90,8 @@ ORRENBY_EXPORT MigrationReport migrateStore(
 
 /// `migrateStore` that gives what it or a mapping throws instead of throwing it.
 ///
+/// @snippet Tests/Platform/Store/StoreMigrationTests.cpp Migrating without a throw
+///
 /// Safe to use from several threads.
 [[nodiscard]] ORRENBY_EXPORT Result<MigrationReport, AnyError> tryMigrateStore(
     const std::vector<MigrationStep>& steps, const StoreSettings& settings, MigrationOptions options = {});
@@ -104,6 +106,8 @@ ORRENBY_EXPORT MigrationReport migrateStore(
 ORRENBY_EXPORT std::vector<MigrationRecord> migrationHistory(const StoreSettings& settings);
 
 /// `migrationHistory` that gives the failure instead of throwing it.
+///
+/// @snippet Tests/Platform/Store/MigrationHistoryTests.cpp Reading a history without a throw
 ///
 /// Safe to use from several threads.
 [[nodiscard]] ORRENBY_EXPORT Result<std::vector<MigrationRecord>, StoreError> tryMigrationHistory(

@@ -106,9 +106,11 @@ TEST(MigrationHistory, IsNotReadFromWhatIsNoStore)
 TEST(MigrationHistory, IsGivenWithItsFailure)
 {
     const TemporaryFolder folder;
-    folder.file("text", "no store at all");
+    const auto path = folder.file("text", "no store at all");
 
-    EXPECT_EQ(tryMigrationHistory({.path = folder.file("text")}).error()->kind(), Kind::Corrupt);
+    //! [Reading a history without a throw]
+    EXPECT_EQ(tryMigrationHistory({.path = path}).error()->kind(), StoreError::Kind::Corrupt);
+    //! [Reading a history without a throw]
     EXPECT_THAT(tryMigrationHistory({.path = folder.file("missing")}).value(), Optional(IsEmpty()));
 }
 

@@ -322,10 +322,12 @@ TEST(StoreMigration, GivesItsFailureInsteadOfThrowingIt)
     auto failing = secondStep();
     failing.mapping = [](MigrationMapping&) { throw std::runtime_error("no"); };
 
+    //! [Migrating without a throw]
     const auto missing = tryMigrateStore({secondStep()}, settings);
-    const auto thrown = tryMigrateStore({firstStep(), failing}, settings);
-
     EXPECT_EQ(missing.error()->cast<StoreError>()->kind(), Kind::MigrationFailed);
+    //! [Migrating without a throw]
+
+    const auto thrown = tryMigrateStore({firstStep(), failing}, settings);
     EXPECT_STREQ(thrown.error()->cast<std::runtime_error>()->what(), "no");
     EXPECT_EQ(tryMigrateStore({firstStep()}, settings).value()->toVersion, 2);
 }
